@@ -1,0 +1,20 @@
+# Pictures must be the same on every machine and in every build type: no fused
+# multiply-add, nowhere.
+add_compile_options(-ffp-contract=off)
+
+if(ZEPHRANT_SANITIZE)
+  add_compile_options(-fsanitize=${ZEPHRANT_SANITIZE} -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${ZEPHRANT_SANITIZE})
+endif()
+
+# Every folder links `warnings`; folders that compute link `strict` as well.
+add_library(warnings INTERFACE)
+target_compile_options(warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow
+                                          -Wold-style-cast)
+if(ZEPHRANT_WERROR)
+  target_compile_options(warnings INTERFACE -Werror)
+endif()
+add_library(strict INTERFACE)
+target_link_libraries(strict INTERFACE warnings)
+target_compile_options(strict INTERFACE -Wconversion -Wno-sign-conversion)

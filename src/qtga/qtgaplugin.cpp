@@ -1,0 +1,33 @@
+#include "qtga/qtgaplugin.h"
+
+#include "qtga/qtgahandler.h"
+
+#include <QIODevice>
+#include <QtPlugin>
+
+QStringList QTgaPlugin::keys() const { return { QStringLiteral("tga") }; }
+
+QImageIOPlugin::Capabilities QTgaPlugin::capabilities(QIODevice *device,
+                                                      const QByteArray &format) const
+{
+    if (format == "tga")
+        return CanRead | CanWrite;
+    if (!format.isEmpty() || !device || !device->isOpen())
+        return {};
+    Capabilities result;
+    if (device->isReadable() && QTgaHandler::canRead(device))
+        result |= CanRead;
+    if (device->isWritable())
+        result |= CanWrite;
+    return result;
+}
+
+QImageIOHandler *QTgaPlugin::create(QIODevice *device, const QByteArray &format) const
+{
+    auto *const handler = new QTgaHandler;
+    handler->setDevice(device);
+    handler->setFormat(format);
+    return handler;
+}
+
+Q_IMPORT_PLUGIN(QTgaPlugin)

@@ -1,0 +1,146 @@
+#include "raster/elevationimage.h"
+
+#include "raster/imagefile.h"
+#include "raster/pixelreader.h"
+#include "raster/vectors.h"
+
+#include <cmath>
+
+namespace {
+
+// trunc(v + 0.5) as a pixel index, or -1 where that is none of 0 to count - 1.
+int nearestIndex(double v, int count)
+{
+    const double index = std::trunc(v + 0.5);
+    return index >= 0.0 && index < count ? static_cast<int>(index) : -1;
+}
+
+// Low 24 bits of a whole number of any size.
+quint32 low24Bits(double whole)
+{
+    constexpr double Modulus = 16777216.0;
+    const double rest = std::fmod(whole, Modulus);
+    return static_cast<quint32>(static_cast<qint32>(rest)) & 0x00FFFFFFu;
+}
+
+} // namespace
+
+ElevationImage::ElevationImage(const QString &fileName, const char *format)
+    : QImage(loadImageFile(fileName, format))
+{
+}
+
+ElevationImage::ElevationImage(const char *fileName, const char *format)
+    : ElevationImage(QString::fromLocal8Bit(fileName), format)
+{
+}
+
+ElevationImage::ElevationImage(const QString &fileName, double x, double y,
+                               const char *format)
+    : ElevationImage(fileName, format)
+{
+    m_xScale = 1.0 / x;
+    m_yScale = 1.0 / y;
+}
+
+ElevationImage::ElevationImage(uchar *data, int width, int height, Format format)
+    : QImage(data, width, height, format)
+{
+}
+
+ElevationImage::ElevationImage(const uchar *data, int width, int height, Format format)
+    : QImage(data, width, height, format)
+{
+}
+
+ElevationImage::ElevationImage(uchar *data, int width, int height, qsizetype bytesPerLine,
+                               Format format)
+    : QImage(data, width, height, bytesPerLine, format)
+{
+}
+
+ElevationImage::ElevationImage(const uchar *data, int width, int height,
+                               qsizetype bytesPerLine, Format format)
+    : QImage(data, width, height, bytesPerLine, format)
+{
+}
+
+ElevationImage::ElevationImage(int width, int height, Format format)
+    : QImage(width, height, format)
+{
+}
+
+ElevationImage::ElevationImage(const QSize &size, Format format)
+    : QImage(size, format)
+{
+}
+
+double ElevationImage::elevation(int x, int y) const
+{
+    const int column = nearestIndex(x * m_xScale, width());
+    // The flip comes after the rounding, so the bottom row is index 0 here.
+    const int fromBottom = nearestIndex(y * m_yScale, height());
+    if (column < 0 || fromBottom < 0)
+        return 0.0;
+    return stepsOf(PixelReader(*this)(column, height() - 1 - fromBottom)) * m_zScale;
+}
+
+double ElevationImage::elevation(double x, double y) const
+{
+    const double px = x * m_xScale;
+    const double py = height() - y * m_yScale - 1.0;
+    if (!(px >= 0.0 && px < width() - 1 && py >= 0.0 && py < height() - 1))
+        return 0.0;
+    const int ix = static_cast<int>(px);
+    const int iy = static_cast<int>(py);
+    const double fx = px - std::floor(px);
+    const double fy = py - std::floor(py);
+
+    const PixelReader read(*this);
+    const double e00 = stepsOf(read(ix, iy));
+    const double e10 = stepsOf(read(ix + 1, iy));
+    const double e01 = stepsOf(read(ix, iy + 1));
+    const double e11 = stepsOf(read(ix + 1, iy + 1));
+    return (((1 - fx) * e01 + fx * e11) * fy + ((1 - fx) * e00 + fx * e10) * (1 - fy))
+        * m_zScale;
+}
+
+QRgb ElevationImage::pixelOf(double e, double zScale)
+{
+    const double v = e / zScale;
+    const double n = v < 0.0 ? -std::trunc(-v + 0.5) : std::trunc(v + 0.5);
+    return 0xFF000000u | (std::isfinite(n) ? low24Bits(n) : 0u);
+}
+
+void ElevationImage::setElevation(int x, int y, double e)
+{
+    const int column = nearestIndex(x * m_xScale, width());
+    const int row = nearestIndex(y * m_yScale, height());
+    if (column < 0 || row < 0)
+        return;
+    const QRgb value = pixelOf(e, m_zScale);
+    if (format() == Format_RGB888) {
+        uchar *const p = scanLine(row) + qsizetype(column) * 3;
+        p[0] = static_cast<uchar>(qRed(value));
+        p[1] = static_cast<uchar>(qGreen(value));
+        p[2] = static_cast<uchar>(qBlue(value));
+        return;
+    }
+    setPixel(column, row, value);
+}
+
+void ElevationImage::Z(C4Vector &p) const { p.z = elevation(p.x, p.y); }
+
+void ElevationImage::clear(const unsigned int &value)
+{
+    if (isNull())
+        return;
+    if (format() == Format_RGB888 || format() == Format_RGB32
+        || format() == Format_ARGB32) {
+        fill(value);
+        return;
+    }
+    for (int y = 0; y < height(); ++y)
+        for (int x = 0; x < width(); ++x)
+            setPixel(x, y, value);
+}

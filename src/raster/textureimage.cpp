@@ -1,0 +1,217 @@
+#include "raster/textureimage.h"
+
+#include "raster/imagefile.h"
+#include "raster/pixelreader.h"
+
+#include <QSettings>
+
+#include <cmath>
+
+namespace {
+
+// Rows of QRgb values can be read by pointer; pixel values stay what they are.
+QImage as32Bit(QImage image)
+{
+    switch (image.format()) {
+    case QImage::Format_Invalid:
+    case QImage::Format_RGB32:
+    case QImage::Format_ARGB32:
+        return image;
+    default:
+        return std::move(image).convertToFormat(QImage::Format_ARGB32);
+    }
+}
+
+unsigned int byteOf(double v) { return v <= 255.0 ? static_cast<unsigned int>(v) : 255u; }
+
+unsigned int opaque(double red, double green, double blue)
+{
+    return 0xFF000000u | byteOf(red) << 16 | byteOf(green) << 8 | byteOf(blue);
+}
+
+// trunc(v), or -1 where that is none of 0 to count - 1.
+int indexOf(double v, int count)
+{
+    return v > -1.0 && v < count ? static_cast<int>(v) : -1;
+}
+
+} // namespace
+
+TextureImage::TextureImage() { SetWeight(); }
+
+TextureImage::TextureImage(const QString &fileName, const char *format)
+    : QImage(as32Bit(loadImageFile(fileName, format)))
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(const char *fileName, const char *format)
+    : TextureImage(QString::fromLocal8Bit(fileName), format)
+{
+}
+
+TextureImage::TextureImage(uchar *data, int width, int height, Format format)
+    : QImage(data, width, height, format)
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(const uchar *data, int width, int height, Format format)
+    : QImage(data, width, height, format)
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(uchar *data, int width, int height, qsizetype bytesPerLine,
+                           Format format)
+    : QImage(data, width, height, bytesPerLine, format)
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(const uchar *data, int width, int height,
+                           qsizetype bytesPerLine, Format format)
+    : QImage(data, width, height, bytesPerLine, format)
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(int width, int height, Format format)
+    : QImage(width, height, format)
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(const QSize &size, Format format)
+    : QImage(size, format)
+{
+    SetWeight();
+}
+
+TextureImage::TextureImage(const TextureImage &other)
+    : QImage(other)
+{
+    SetWeight();
+}
+
+void TextureImage::SetWeight()
+{
+    // Not the store of the settings dialog; nothing in the program writes it.
+    const QSettings settings(QStringLiteral("Zephrant"), QString());
+    const int stored = settings.value(QStringLiteral("Settings/Antialiasing"), 10).toInt();
+    const double s = stored > 0 ? stored : 1.0;
+    for (int i = 0; i < int(weightTable.size()); ++i)
+        weightTable[i] = std::exp(-i / s);
+}
+
+void TextureImage::GetColorInt(const C4Vector &p, unsigned int *colour) const
+{
+    const int column = indexOf(p.x, width());
+    const int fromBottom = indexOf(p.y, height());
+    *colour = column >= 0 && fromBottom >= 0
+        ? PixelReader(*this)(column, height() - 1 - fromBottom)
+        : backgroundColor;
+}
+
+void TextureImage::GetColor(int x, int y, unsigned int *colour) const
+{
+    const bool inside = x >= 0 && x < width() && y >= 0 && y < height();
+    *colour = inside ? PixelReader(*this)(x, height() - 1 - y) : backgroundColor;
+}
+
+void TextureImage::GetColorArray(const C4Vector *p, unsigned int *colour) const
+{
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    for (int i = 0; i < 5; ++i) {
+        unsigned int c = 0;
+        GetColorInt(p[i], &c);
+        red += qRed(c);
+        green += qGreen(c);
+        blue += qBlue(c);
+    }
+    *colour = qRgb(red / 5, green / 5, blue / 5);
+}
+
+void TextureImage::readBlock(int column, int row)
+{
+    const PixelReader read(*this);
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 4; ++c)
+            cacheBlock[r * 4 + c] = read(column + c, row + r);
+    cacheColumn = column;
+    cacheRow = row;
+}
+
+void TextureImage::GetColor(const C4Vector &p, unsigned int *colour)
+{
+    const double gx = p.x - 1.0;
+    const double gy = height() - p.y;
+    if (!(gx >= 0.0 && gx < width() - 3 && gy >= 0.0 && gy < height() - 3)) {
+        *colour = backgroundColor;
+        return;
+    }
+    const int ix = static_cast<int>(gx);
+    const int iy = static_cast<int>(gy);
+    if (ix != cacheColumn || iy != cacheRow)
+        readBlock(ix, iy);
+
+    // Squared distances in tenths from the sample to the four columns and rows.
+    const auto squaredTenths = [](double f) {
+        return std::array { (f + 1) * 10 * (f + 1), f * 10 * f, (1 - f) * 10 * (1 - f),
+                            ((1 - f) + 1) * 10 * ((1 - f) + 1) };
+    };
+    const std::array a = squaredTenths(gx - std::floor(gx));
+    const std::array b = squaredTenths(gy - std::floor(gy));
+    double total = 0.0;
+    double red = 0.0;
+    double green = 0.0;
+    double blue = 0.0;
+    for (int r = 0; r < 4; ++r) {
+        for (int c = 0; c < 4; ++c) {
+            const double w = weightTable[static_cast<int>(a[c] + b[r])];
+            const unsigned int texel = cacheBlock[r * 4 + c];
+            total += w;
+            red += w * qRed(texel);
+            green += w * qGreen(texel);
+            blue += w * qBlue(texel);
+        }
+    }
+    total += 1e-08;
+    *colour = opaque(red / total, green / total, blue / total);
+}
+
+void TextureImage::GetColor(const C2Vector &p, unsigned int *colour) const
+{
+    const double x = p.x;
+    double y = height() - p.y - 1.0;
+    if (y >= -0.5 && y <= 0.0)
+        y = 0.0;
+    const int lastColumn = width() - 1;
+    const int lastRow = height() - 1;
+    if (!(x >= 0.0 && x <= lastColumn && y >= 0.0 && y <= lastRow)) {
+        *colour = 0xFF000000u;
+        return;
+    }
+    const int ix = static_cast<int>(x);
+    const int iy = static_cast<int>(y);
+    const double fx = x - std::floor(x);
+    const double fy = y - std::floor(y);
+    const PixelReader read(*this);
+    const QRgb p00 = read(ix, iy);
+    // On the last row or column the weight of what lies beyond would be 1, since
+    // weights are reversed: there the read runs along the one line alone.
+    const bool alongX = ix < lastColumn;
+    const bool alongY = iy < lastRow;
+    const QRgb p10 = alongX ? read(ix + 1, iy) : p00;
+    const QRgb p01 = alongY ? read(ix, iy + 1) : p00;
+    const QRgb p11 = alongX ? (alongY ? read(ix + 1, iy + 1) : p10) : p01;
+    const auto mix = [fx, fy](int c00, int c10, int c01, int c11) {
+        return ((c01 * fx + c11 * (1 - fx)) * (1 - fy))
+            + ((c00 * fx + c10 * (1 - fx)) * fy);
+    };
+    *colour = opaque(mix(qRed(p00), qRed(p10), qRed(p01), qRed(p11)),
+                     mix(qGreen(p00), qGreen(p10), qGreen(p01), qGreen(p11)),
+                     mix(qBlue(p00), qBlue(p10), qBlue(p01), qBlue(p11)));
+}

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "flightpath/controlpoint.h"
+#include "flightpath/waypoint.h"
+#include "raster/vectors.h"
+
+#include <QFile>
+#include <QList>
+#include <QRgb>
+#include <QStringList>
+
+#include <array>
+#include <functional>
+#include <memory>
+
+class ElevationImage;
+class ImageMdiChild;
+class SceneryData;
+class SceneryMdiChild;
+class ScreenTrigon;
+class TextureImage;
+class Transformation;
+class UserNotices;
+
+/// The object of one open scenery document.
+///
+/// It is the scenery file, owns the parameters and the flight path, moves values
+/// between form and parameters, and renders. Its bodies live in scenery/ (file,
+/// form), render/ (sweep, runs) and flightpath/ (curved flight).
+class SceneryDelegate : public QFile {
+    Q_OBJECT
+
+public:
+    /// `view` is the owning form, parent of message boxes.
+    explicit SceneryDelegate(SceneryMdiChild *view);
+    ~SceneryDelegate() override;
+
+    // --- The scenery file -------------------------------------------------
+    using QFile::open;
+    /// Loads a file into parameters, lists and form. False if it cannot be opened
+    /// or holds a line that is not accepted; errorString() has the last complaint.
+    bool open(const QString &fileName);
+    /// Writes what the form shows. False with errorString() if that fails; an
+    /// earlier file is then left as it was.
+    bool save();
+    bool save(const QString &fileName);
+    /// Accepts one compacted line; false with errorString() if no key fits.
+    bool processLineLoad(const QString &line);
+    /// Removes blanks and tabs from the key side of a line.
+    static void compactLine(QString &line);
+
+    // 0: the line is not this key; 1: read; 2: broken, errorString() is set.
+    int readValueFromKey(const QString &line, const QString &key, QString &value);
+    int readValueFromKey(const QString &line, const QString &key, unsigned int &colour);
+    int readValueFromKey(const QString &line, const QString &key, bool &value);
+    int readValueFromKey(const QString &line, const QString &key, int &value);
+    int readValueFromKey(const QString &line, const QString &key, int &value1,
+                         int &value2);
+    int readValueFromKey(const QString &line, const QString &key, int &value1,
+                         int &value2, int &value3);
+    int readValueFromKey(const QString &line, const QString &key, double &value);
+
+    /// The file to read for a texture or elevation name: the name itself, or, if it
+    /// is relative and not found from the current folder, the one beside the
+    /// scenery file.
+    [[nodiscard]] QString inputFile(const QString &name) const;
+
+    [[nodiscard]] bool isModified() const { return modified; }
+    void setModified(bool isModified);
+    [[nodiscard]] SceneryData &sceneryData() const { return *data; }
+    /// Where messages go; message boxes by default. Borrowed.
+    void setNotices(UserNotices *other);
+
+    // --- Runs ---------------------------------------------------------------
+    /// A full run shown in `view`, which may be null for a run without a window.
+    /// False means failed, with the reason in errorString(); stopped is true.
+    bool renderFinal(ImageMdiChild *view);
+    /// The same at half size on a quarter of the mesh.
+    bool renderPreview(ImageMdiChild *view);
+    void stopRendering() { isRendering = false; }
+    /// Shows the frame under construction, if there is one.
+    void refresh();
+    /// Frames for which this is false are passed over; none are by default.
+    void setFrameFilter(std::function<bool(int frame)> wanted);
+    /// The names of a frame's files, in the order in which they are written.
+    [[nodiscard]] QStringList frameFiles(int frame) const;
+    static double GetSmoothedValue(double t, double first, double last, double inertia);
+
+public slots:
+    void dataToView();
+    void viewToData();
+    void setModified();
+    void fixScale();
+    void repositionSceneryFrom();
+    void repositionSceneryTo();
+    void browseTextureFile();
+    void browseElevationFile();
+    void browseOutputFiles();
+    void selectColor();
+    void copyFirstLast();
+    void copyLastFirst();
+    void setFlightPath();
+
+signals:
+    void frameStarted(int frame);
+    /// After a frame's files were written; `failed` names those that could not be.
+    void frameSaved(int frame, const QStringList &failed);
+
+private:
+    bool straightFlight(TextureImage *texture);
+    bool curvedFlight(TextureImage *texture);
+    /// One frame whose camera is set; false if the run was stopped in it.
+    bool renderFrame(TextureImage *texture, int frame, bool first);
+    void saveFrame(int number);
+
+    // The sweep of one frame.
+    void Scan(TextureImage *texture, bool useBackground, unsigned int background,
+              int quality);
+    void ClipView();
+    void ClipBottomView(C4Vector *plane);
+    void ClipSideView(C4Vector *plane);
+    void Clip(C4Vector &point);
+    void RoundTheLimits();
+    void ScanQuadrant0();
+    void ScanQuadrant1();
+    void ScanQuadrant2();
+    void ScanQuadrant3();
+    void ScanBoundary01();
+    void ScanBoundary12();
+    void ScanBoundary23();
+    void ScanBoundary30();
+    void AllesBerechnen();
+    void TeilPlusBerechnen();
+    void TeilMinusBerechnen();
+
+    bool modified = false;
+    SceneryMdiChild *view;
+    std::unique_ptr<SceneryData> data;
+    bool headSeen = false;
+    QList<ControlPoint> controlPoints;
+    QList<Waypoint> waypoints;
+    int waypointLevel = 0;
+    UserNotices *notices;
+};
