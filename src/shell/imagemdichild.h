@@ -53,6 +53,9 @@ protected:
 private:
     /// Whether a zoom action of the main window is meant for this view.
     [[nodiscard]] bool isMeant() const;
+    void showNormalSize();
+    /// Brings the view into fit or normal mode, whichever it was in.
+    void setFitToWindow(bool fit);
     void scaleImage(double factor);
     static void adjustScrollBar(QScrollBar *scrollBar, double factor);
 

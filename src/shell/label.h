@@ -13,5 +13,5 @@ signals:
     void paintEventSignal(QPaintEvent *event);
 
 protected:
-    void paintEvent(QPaintEvent *event) override { emit paintEventSignal(event); }
+    void paintEvent(QPaintEvent *event) override;
 };

@@ -9,8 +9,8 @@ class QWidget;
 class UserNotices {
 public:
     virtual ~UserNotices() = default;
-    virtual void information(QWidget *parent, const QString &title, const QString &text)
-        = 0;
+    virtual void information(QWidget *parent, const QString &title,
+                             const QString &text) = 0;
     virtual void critical(QWidget *parent, const QString &title, const QString &text) = 0;
 };
 

@@ -1,0 +1,3 @@
+#include "shell/label.h"
+
+void Label::paintEvent(QPaintEvent *event) { emit paintEventSignal(event); }
