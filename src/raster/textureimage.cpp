@@ -2,6 +2,7 @@
 
 #include "raster/imagefile.h"
 #include "raster/pixelreader.h"
+#include "raster/texturesampler.h"
 
 #include <QSettings>
 
@@ -27,12 +28,6 @@ unsigned int byteOf(double v) { return v <= 255.0 ? static_cast<unsigned int>(v)
 unsigned int opaque(double red, double green, double blue)
 {
     return 0xFF000000u | byteOf(red) << 16 | byteOf(green) << 8 | byteOf(blue);
-}
-
-// trunc(v), or -1 where that is none of 0 to count - 1.
-int indexOf(double v, int count)
-{
-    return v > -1.0 && v < count ? static_cast<int>(v) : -1;
 }
 
 } // namespace
@@ -82,23 +77,19 @@ TextureImage::TextureImage(int width, int height, Format format)
     SetWeight();
 }
 
-TextureImage::TextureImage(const QSize &size, Format format)
-    : QImage(size, format)
+TextureImage::TextureImage(const QSize &size, Format format) : QImage(size, format)
 {
     SetWeight();
 }
 
-TextureImage::TextureImage(const TextureImage &other)
-    : QImage(other)
-{
-    SetWeight();
-}
+TextureImage::TextureImage(const TextureImage &other) : QImage(other) { SetWeight(); }
 
 void TextureImage::SetWeight()
 {
     // Not the store of the settings dialog; nothing in the program writes it.
     const QSettings settings(QStringLiteral("Zephrant"), QString());
-    const int stored = settings.value(QStringLiteral("Settings/Antialiasing"), 10).toInt();
+    const int stored =
+        settings.value(QStringLiteral("Settings/Antialiasing"), 10).toInt();
     const double s = stored > 0 ? stored : 1.0;
     for (int i = 0; i < int(weightTable.size()); ++i)
         weightTable[i] = std::exp(-i / s);
@@ -106,11 +97,7 @@ void TextureImage::SetWeight()
 
 void TextureImage::GetColorInt(const C4Vector &p, unsigned int *colour) const
 {
-    const int column = indexOf(p.x, width());
-    const int fromBottom = indexOf(p.y, height());
-    *colour = column >= 0 && fromBottom >= 0
-        ? PixelReader(*this)(column, height() - 1 - fromBottom)
-        : backgroundColor;
+    *colour = TextureSampler(*this).nearest(p);
 }
 
 void TextureImage::GetColor(int x, int y, unsigned int *colour) const
@@ -121,17 +108,7 @@ void TextureImage::GetColor(int x, int y, unsigned int *colour) const
 
 void TextureImage::GetColorArray(const C4Vector *p, unsigned int *colour) const
 {
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    for (int i = 0; i < 5; ++i) {
-        unsigned int c = 0;
-        GetColorInt(p[i], &c);
-        red += qRed(c);
-        green += qGreen(c);
-        blue += qBlue(c);
-    }
-    *colour = qRgb(red / 5, green / 5, blue / 5);
+    *colour = TextureSampler(*this).average(p);
 }
 
 void TextureImage::readBlock(int column, int row)
@@ -157,29 +134,8 @@ void TextureImage::GetColor(const C4Vector &p, unsigned int *colour)
     if (ix != cacheColumn || iy != cacheRow)
         readBlock(ix, iy);
 
-    // Squared distances in tenths from the sample to the four columns and rows.
-    const auto squaredTenths = [](double f) {
-        return std::array { (f + 1) * 10 * (f + 1), f * 10 * f, (1 - f) * 10 * (1 - f),
-                            ((1 - f) + 1) * 10 * ((1 - f) + 1) };
-    };
-    const std::array a = squaredTenths(gx - std::floor(gx));
-    const std::array b = squaredTenths(gy - std::floor(gy));
-    double total = 0.0;
-    double red = 0.0;
-    double green = 0.0;
-    double blue = 0.0;
-    for (int r = 0; r < 4; ++r) {
-        for (int c = 0; c < 4; ++c) {
-            const double w = weightTable[static_cast<int>(a[c] + b[r])];
-            const unsigned int texel = cacheBlock[r * 4 + c];
-            total += w;
-            red += w * qRed(texel);
-            green += w * qGreen(texel);
-            blue += w * qBlue(texel);
-        }
-    }
-    total += 1e-08;
-    *colour = opaque(red / total, green / total, blue / total);
+    *colour = TextureSampler::blend(cacheBlock.data(), gx - std::floor(gx),
+                                    gy - std::floor(gy), weightTable.data());
 }
 
 void TextureImage::GetColor(const C2Vector &p, unsigned int *colour) const
@@ -208,8 +164,8 @@ void TextureImage::GetColor(const C2Vector &p, unsigned int *colour) const
     const QRgb p01 = alongY ? read(ix, iy + 1) : p00;
     const QRgb p11 = alongX ? (alongY ? read(ix + 1, iy + 1) : p10) : p01;
     const auto mix = [fx, fy](int c00, int c10, int c01, int c11) {
-        return ((c01 * fx + c11 * (1 - fx)) * (1 - fy))
-            + ((c00 * fx + c10 * (1 - fx)) * fy);
+        return ((c01 * fx + c11 * (1 - fx)) * (1 - fy)) +
+               ((c00 * fx + c10 * (1 - fx)) * fy);
     };
     *colour = opaque(mix(qRed(p00), qRed(p10), qRed(p01), qRed(p11)),
                      mix(qGreen(p00), qGreen(p10), qGreen(p01), qGreen(p11)),
