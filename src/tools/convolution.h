@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QImage>
+
+/// True if a kernel of this size is small enough to be used.
+[[nodiscard]] bool kernelFits(const QSize &size);
+
+/// Filters an image with a kernel that is an image itself: each channel of the
+/// kernel, less 128, holds the weights for the same channel of the image.
+///
+/// The kernel is not mirrored and is centred on its pixel (width / 2, height / 2).
+/// The sum is divided by the sum of those weights that fell on the image; a sum
+/// of 0 gives 0, and of every other quotient the low 8 bits are kept. The result
+/// is RGB888; null if memory is short or the kernel does not fit.
+[[nodiscard]] QImage convolve(const QImage &image, const QImage &kernel);

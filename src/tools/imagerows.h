@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QImage>
+
+#include <vector>
+
+/// Brings an image to a format whose pixels hold any opaque colour exactly:
+/// 32 bits or RGB888. Indexed, gray, 16-bit and premultiplied images change
+/// their format, others stay as they are and keep their buffer.
+void makeEditable(QImage &image);
+
+/// The same, but always 4 bytes a pixel, so that rows are arrays of QRgb.
+[[nodiscard]] QImage as32Bit(QImage image);
+
+/// Row y of an image of 4 bytes a pixel.
+[[nodiscard]] inline const QRgb *rowOf(const QImage &image, int y)
+{
+    return reinterpret_cast<const QRgb *>(image.constScanLine(y));
+}
+
+/// Writes the colours of a row into a row of an RGB888 image.
+void storeRgb888(const QRgb *colours, int width, uchar *row);
+
+/// Runs edit(QRgb *row) over all rows from the top, in place. The image has to
+/// be editable; alpha of an RGB32 image is whatever its file left there.
+template <class Edit> void editRows(QImage &image, Edit &&edit)
+{
+    const int width = image.width();
+    if (image.depth() == 32) {
+        for (int y = 0; y < image.height(); ++y)
+            edit(reinterpret_cast<QRgb *>(image.scanLine(y)));
+        return;
+    }
+    std::vector<QRgb> buffer(static_cast<size_t>(width));
+    for (int y = 0; y < image.height(); ++y) {
+        uchar *const row = image.scanLine(y);
+        for (int x = 0; x < width; ++x)
+            buffer[x] = qRgb(row[x * 3], row[x * 3 + 1], row[x * 3 + 2]);
+        edit(buffer.data());
+        storeRgb888(buffer.data(), width, row);
+    }
+}

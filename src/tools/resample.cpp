@@ -1,0 +1,121 @@
+#include "tools/resample.h"
+
+#include "tools/imagerows.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+// One bilinear read along a line of pixels: between `index` and its successor.
+struct Sample {
+    int index = 0;
+    double fraction = 0.0;
+    bool inside = false;
+};
+
+Sample sampleAt(double position, int count)
+{
+    if (!(position >= 0.0 && position < count - 1))
+        return {};
+    return {static_cast<int>(position), position - std::floor(position), true};
+}
+
+// The elevations of the two source rows in hand, decoded once each.
+class DecodedRows {
+public:
+    explicit DecodedRows(const QImage &image) : m_image(image)
+    {
+        for (std::vector<double> &row : m_rows)
+            row.resize(static_cast<size_t>(image.width()));
+    }
+
+    const double *row(int y)
+    {
+        const int slot = y & 1; // neighbours never share a slot
+        if (m_held[slot] != y) {
+            const QRgb *const pixels = rowOf(m_image, y);
+            std::transform(pixels, pixels + m_image.width(), m_rows[slot].begin(),
+                           [](QRgb p) { return double(ElevationImage::stepsOf(p)); });
+            m_held[slot] = y;
+        }
+        return m_rows[slot].data();
+    }
+
+private:
+    const QImage &m_image;
+    std::array<std::vector<double>, 2> m_rows;
+    std::array<int, 2> m_held{-1, -1};
+};
+
+// Low 24 bits of an elevation rounded to nearest, halves away from zero: what
+// ElevationImage::pixelOf gives for a z scale of 1.
+QRgb stepsToStore(double e)
+{
+    constexpr double FitsInteger = 4.0e18;
+    if (!(std::abs(e) < FitsInteger))
+        return ElevationImage::pixelOf(e, 1.0);
+    const qint64 n =
+        e < 0.0 ? -static_cast<qint64>(-e + 0.5) : static_cast<qint64>(e + 0.5);
+    return static_cast<QRgb>(n & 0x00FFFFFF);
+}
+
+void store(QRgb steps, uchar *pixel)
+{
+    pixel[0] = static_cast<uchar>(steps >> 16);
+    pixel[1] = static_cast<uchar>(steps >> 8);
+    pixel[2] = static_cast<uchar>(steps);
+}
+
+} // namespace
+
+int pixelsOfPercent(int source, double percent)
+{
+    return static_cast<int>(source * percent / 100.0 + 0.5);
+}
+
+double percentOfPixels(int source, int pixels) { return pixels * 100.0 / source; }
+
+void resample(const ElevationImage &source, double zScale, ElevationImage &destination)
+{
+    if (source.isNull() || destination.isNull())
+        return;
+    const QImage pixels = as32Bit(source);
+    const int width = destination.width();
+    const int height = destination.height();
+    const double rx = double(source.width()) / width;
+    const double ry = double(source.height()) / height;
+
+    std::vector<Sample> columns;
+    columns.reserve(static_cast<size_t>(width));
+    for (int c = 0; c < width; ++c)
+        columns.push_back(sampleAt(c * rx, source.width()));
+
+    DecodedRows rows(pixels);
+    for (int r = 0; r < height; ++r) {
+        // Rows are counted upward in the source and written downward.
+        uchar *out = destination.scanLine(height - 1 - r);
+        const Sample line = sampleAt(source.height() - r * ry - 1.0, source.height());
+        if (!line.inside) {
+            std::fill_n(out, qsizetype(width) * 3, uchar(0));
+            continue;
+        }
+        const double *const upper = rows.row(line.index);
+        const double *const lower = rows.row(line.index + 1);
+        const double fy = line.fraction;
+        for (const Sample &column : columns) {
+            double e = 0.0;
+            if (column.inside) {
+                const int i = column.index;
+                const double fx = column.fraction;
+                e = (((1 - fx) * lower[i] + fx * lower[i + 1]) * fy +
+                     ((1 - fx) * upper[i] + fx * upper[i + 1]) * (1 - fy)) *
+                    zScale;
+            }
+            store(stepsToStore(e), out);
+            out += 3;
+        }
+    }
+}
