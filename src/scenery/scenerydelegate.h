@@ -6,10 +6,10 @@
 
 #include <QFile>
 #include <QList>
+#include <QPointer>
 #include <QRgb>
 #include <QStringList>
 
-#include <array>
 #include <functional>
 #include <memory>
 
@@ -17,9 +17,8 @@ class ElevationImage;
 class ImageMdiChild;
 class SceneryData;
 class SceneryMdiChild;
-class ScreenTrigon;
+class TerrainSweep;
 class TextureImage;
-class Transformation;
 class UserNotices;
 
 /// The object of one open scenery document.
@@ -107,31 +106,27 @@ signals:
     void frameSaved(int frame, const QStringList &failed);
 
 private:
+    bool run(ImageMdiChild *target);
+    bool renderFlight();
     bool straightFlight(TextureImage *texture);
     bool curvedFlight(TextureImage *texture);
+    /// Whether the frame filter lets a frame through.
+    [[nodiscard]] bool frameIsWanted(int frame) const;
     /// One frame whose camera is set; false if the run was stopped in it.
     bool renderFrame(TextureImage *texture, int frame, bool first);
     void saveFrame(int number);
-
-    // The sweep of one frame.
+    [[nodiscard]] QStringList namesOf(int number) const;
+    /// Renders one frame and shows it.
     void Scan(TextureImage *texture, bool useBackground, unsigned int background,
               int quality);
-    void ClipView();
-    void ClipBottomView(C4Vector *plane);
-    void ClipSideView(C4Vector *plane);
-    void Clip(C4Vector &point);
-    void RoundTheLimits();
-    void ScanQuadrant0();
-    void ScanQuadrant1();
-    void ScanQuadrant2();
-    void ScanQuadrant3();
-    void ScanBoundary01();
-    void ScanBoundary12();
-    void ScanBoundary23();
-    void ScanBoundary30();
-    void AllesBerechnen();
-    void TeilPlusBerechnen();
-    void TeilMinusBerechnen();
+
+    // A run. The sweep holds camera, elevation, target and dust range of the frame.
+    std::unique_ptr<TerrainSweep> sweep;
+    QPointer<ImageMdiChild> activeView; // shows the run; null outside one
+    double QualityFactor = 1.0;         // 0.5 preview, 2.0 extra high quality
+    bool isPreview = false;
+    bool isRendering = false; // false asks the run to stop
+    std::function<bool(int frame)> frameWanted;
 
     bool modified = false;
     SceneryMdiChild *view;

@@ -1,0 +1,209 @@
+// Runs: a series of numbered picture files from the parameters of the document.
+
+#include "raster/elevationimage.h"
+#include "raster/imagefile.h"
+#include "raster/textureimage.h"
+#include "render/framememory.h"
+#include "render/straightcamera.h"
+#include "render/terrainsweep.h"
+#include "render/transformation.h"
+#include "render/vectormath.h"
+#include "scenery/framename.h"
+#include "scenery/scenerydata.h"
+#include "scenery/scenerydelegate.h"
+#include "shell/imagemdichild.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace {
+
+// The number in the names of a frame's files; wraps as a 32-bit sum does.
+int numberOf(int frame, int offset)
+{
+    return static_cast<int>(static_cast<unsigned int>(frame) +
+                            static_cast<unsigned int>(offset));
+}
+
+// Half the picture, for a run in double size.
+QImage halved(const QImage &image)
+{
+    return image.scaled(image.width() / 2, image.height() / 2, Qt::KeepAspectRatio,
+                        Qt::SmoothTransformation);
+}
+
+} // namespace
+
+bool SceneryDelegate::renderFinal(ImageMdiChild *target)
+{
+    setErrorString(QString());
+    viewToData();
+    QualityFactor = data->GenauRechnen == 2 ? 2.0 : 1.0;
+    isPreview = false;
+    sweep->meshCellsX = data->AusAuflX;
+    sweep->meshCellsY = data->AusAuflY;
+    return run(target);
+}
+
+bool SceneryDelegate::renderPreview(ImageMdiChild *target)
+{
+    setErrorString(QString());
+    viewToData();
+    QualityFactor = 0.5;
+    isPreview = true;
+    // A coarse grid has fewer cells than the preview divides it by.
+    sweep->meshCellsX = std::max(data->AusAuflX / 4, 1);
+    sweep->meshCellsY = std::max(data->AusAuflY / 4, 1);
+    return run(target);
+}
+
+bool SceneryDelegate::run(ImageMdiChild *target)
+{
+    isRendering = true;
+    activeView = target;
+    if (activeView) {
+        activeView->setMayBeClosed(false);
+        activeView->show();
+    }
+    const bool done = renderFlight();
+    sweep->renderTarget = nullptr;
+    sweep->renderElevation = nullptr;
+    sweep->activeTransformation = nullptr;
+    if (activeView)
+        activeView->setMayBeClosed(true);
+    activeView = nullptr;
+    return done;
+}
+
+// Sets up what all frames of a run share, and flies.
+bool SceneryDelegate::renderFlight()
+{
+    sweep->Licht = normalized({data->LichtX, data->LichtY, data->LichtZ, 0.0});
+    sweep->renderWidth = static_cast<int>(data->AusBreite * QualityFactor);
+    sweep->renderHeight = static_cast<int>(data->AusHoehe * QualityFactor);
+    Transformation camera(nullptr, sweep->Licht, sweep->renderWidth, sweep->renderHeight);
+    sweep->activeTransformation = &camera;
+
+    TextureImage texture(inputFile(data->TDateiname), nullptr);
+    if (texture.isNull()) {
+        setErrorString(tr("Could not open texture file \"%1\"").arg(data->TDateiname));
+        return false;
+    }
+    texture.setBackgroundColor(data->Hintergrund);
+    camera.SetzeTexturDatei(&texture);
+
+    ElevationImage elevation(inputFile(data->HDateiname), data->HDateiSkalaX,
+                             data->HDateiSkalaY, nullptr);
+    if (elevation.isNull()) {
+        setErrorString(tr("Could not open elevation file \"%1\"").arg(data->HDateiname));
+        return false;
+    }
+    sweep->renderElevation = &elevation;
+    sweep->terrainX = elevation.width() * data->HDateiSkalaX;
+    sweep->terrainY = elevation.height() * data->HDateiSkalaY;
+
+    const bool fits = frameFitsMemory(sweep->renderWidth, sweep->renderHeight);
+    TextureImage target(fits ? sweep->renderWidth : 0, fits ? sweep->renderHeight : 0,
+                        QImage::Format_RGB32);
+    if (target.isNull()) {
+        setErrorString(tr("Could not create an image of %1 x %2 pixels")
+                           .arg(sweep->renderWidth)
+                           .arg(sweep->renderHeight));
+        return false;
+    }
+    sweep->renderTarget = &target;
+    return data->isStraight ? straightFlight(&texture) : curvedFlight(&texture);
+}
+
+double SceneryDelegate::GetSmoothedValue(double t, double first, double last,
+                                         double inertia)
+{
+    return smoothedValue(t, first, last, inertia);
+}
+
+bool SceneryDelegate::straightFlight(TextureImage *texture)
+{
+    if (activeView)
+        activeView->setPixmap(sweep->renderTarget, true);
+    for (qint64 i = data->StartbildNr; i <= data->EndbildNr && isRendering; ++i) {
+        const int frame = static_cast<int>(i);
+        if (!frameIsWanted(frame))
+            continue;
+        const FrameCamera camera = straightCamera(*data, frame, QualityFactor);
+        sweep->activeTransformation->SetView(camera.position, camera.direction,
+                                             camera.pitch, camera.focal, camera.roll);
+        sweep->renderElevation->setZScale(camera.zScale);
+        sweep->dustRange = camera.dustRange;
+        if (!renderFrame(texture, frame, frame == data->StartbildNr))
+            return true; // stopped, which is a success
+    }
+    return true;
+}
+
+bool SceneryDelegate::renderFrame(TextureImage *texture, int frame, bool first)
+{
+    const int number = numberOf(frame, data->Offset);
+    emit frameStarted(frame);
+    if (activeView) {
+        activeView->setWindowTitle(formatFrameName(data->AusDateiname, number));
+        activeView->setPixmap(sweep->renderTarget, false);
+        if (first)
+            activeView->resizeWhereFeasible();
+    }
+    QCoreApplication::processEvents();
+    Scan(texture, data->HintergrundVerwenden, data->Hintergrund, data->GenauRechnen);
+    if (!isRendering)
+        return false;
+    saveFrame(number);
+    return true;
+}
+
+void SceneryDelegate::saveFrame(int number)
+{
+    const QStringList names = namesOf(number);
+    const bool doubled = data->GenauRechnen == 2 && !isPreview;
+    const QImage picture = doubled && !names.isEmpty() ? halved(*sweep->renderTarget)
+                                                       : QImage(*sweep->renderTarget);
+    QStringList failed;
+    for (const QString &name : names)
+        if (!saveImageFile(picture, name))
+            failed.append(name);
+    emit frameSaved(numberOf(number, -data->Offset), failed);
+}
+
+QStringList SceneryDelegate::namesOf(int number) const
+{
+    QStringList names;
+    const auto add = [&](bool wanted, const char *extension) {
+        if (wanted)
+            names.append(
+                formatFrameName(data->AusDateiname + QLatin1String(extension), number));
+    };
+    add(data->AusgabeTGA, ".tga");
+    add(data->AusgabePNG, ".png");
+    add(data->AusgabeJPG, ".jpg");
+    add(data->AusgabePPM, ".ppm");
+    return names;
+}
+
+QStringList SceneryDelegate::frameFiles(int frame) const
+{
+    return namesOf(numberOf(frame, data->Offset));
+}
+
+void SceneryDelegate::setFrameFilter(std::function<bool(int frame)> wanted)
+{
+    frameWanted = std::move(wanted);
+}
+
+bool SceneryDelegate::frameIsWanted(int frame) const
+{
+    return !frameWanted || frameWanted(frame);
+}
+
+void SceneryDelegate::refresh()
+{
+    if (activeView && sweep->renderTarget)
+        activeView->setPixmap(sweep->renderTarget, false);
+}
