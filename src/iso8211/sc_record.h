@@ -1,0 +1,31 @@
+#pragma once
+
+#include "iso8211/sc_subfield.h"
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+/// A list of subfields with the tag and the name of their field.
+class sc_Field : public std::vector<sc_Subfield> {
+public:
+    [[nodiscard]] const std::string &getName() const { return m_name; }
+    [[nodiscard]] const std::string &getMnemonic() const { return m_mnemonic; }
+    void setName(const std::string &name) { m_name = name; }
+    void setMnemonic(const std::string &mnemonic) { m_mnemonic = mnemonic; }
+
+private:
+    std::string m_name;
+    std::string m_mnemonic;
+};
+
+/// One record of a module.
+class sc_Record : public std::vector<sc_Field> {};
+
+/// A whole module.
+class sc_Module : public std::vector<sc_Record> {};
+
+/// Writes the mnemonic and the name, then walks the subfields, a line each.
+std::ostream &operator<<(std::ostream &stream, const sc_Field &field);
+std::ostream &operator<<(std::ostream &stream, const sc_Record &record);
+std::ostream &operator<<(std::ostream &stream, const sc_Module &module);
