@@ -1,0 +1,112 @@
+#include "importers/bindemconversion.h"
+
+#include "importers/bindemsamples.h"
+#include "importers/blankelevation.h"
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace {
+
+// Where the samples begin in a file that starts like a little-endian TIFF: behind a
+// certain keyword. No value, if the user stops here.
+std::optional<qint64> dataStart(QIODevice &in, BinDemQuestions &questions)
+{
+    constexpr QByteArrayView Magic("II*\0", 4);
+    constexpr QByteArrayView Keyword("#WGS 84|\0", 9);
+    constexpr qint64 Searched = 999996;
+    if (in.read(Magic.size()) != Magic)
+        return 0;
+    const qint64 found = in.read(Searched).indexOf(Keyword);
+    if (found >= 0)
+        return found + Magic.size() + Keyword.size();
+    if (questions.proceedWithoutKeyword())
+        return 0;
+    return {};
+}
+
+// Reads rows of the rectangle by seeking.
+class RowReader {
+public:
+    RowReader(QIODevice &in, const BinDemHeader &header, const BinDemOptions &options,
+              qint64 start, int columns)
+        : m_in(in), m_bytesPerSample(header.bitsPerPixel / 8),
+          m_rowBytes(double(m_bytesPerSample) * header.numberOfColumns),
+          m_topRow(std::trunc(
+              (header.upperLeftY - options.upperLeftY) / header.pixelHeight + 0.5)),
+          m_start(
+              std::trunc((options.upperLeftX - header.upperLeftX) / header.pixelWidth +
+                         0.5) *
+                  m_bytesPerSample +
+              double(start)),
+          m_row(qsizetype(columns) * m_bytesPerSample, '\0')
+    {
+    }
+
+    // The samples of a row of the rectangle. Where the file has none, those of the row
+    // read before stay.
+    const QByteArray &read(int row)
+    {
+        // Doubles hold every offset exactly that a file can have, and junk as well.
+        constexpr double LargestOffset = 9007199254740992.0;
+        const double offset = (m_topRow + row) * m_rowBytes + m_start;
+        // Without a seek reading goes on where it is.
+        if (offset >= 0.0 && offset < LargestOffset)
+            m_in.seek(static_cast<qint64>(offset));
+        m_in.read(m_row.data(), m_row.size());
+        return m_row;
+    }
+
+private:
+    QIODevice &m_in;
+    const int m_bytesPerSample;
+    const double m_rowBytes;
+    const double m_topRow;
+    const double m_start; // of the rectangle's left column in the file's first row
+    QByteArray m_row;
+};
+
+ElevationImage imageOf(const BinDemHeader &header, const BinDemOptions &options)
+{
+    return blankElevation(std::trunc(options.extentX / header.pixelWidth + 0.5),
+                          std::trunc(options.extentY / header.pixelHeight + 0.5));
+}
+
+} // namespace
+
+void ElevationRange::include(double elevation)
+{
+    if (elevation < minimum)
+        minimum = elevation;
+    if (elevation > maximum)
+        maximum = elevation;
+}
+
+QString ElevationRange::text() const
+{
+    return QString("minimum %1\nmaximum %2").arg(minimum).arg(maximum);
+}
+
+bool convertBinDem(QIODevice &in, const BinDemHeader &header,
+                   const BinDemOptions &options, BinDemQuestions &questions,
+                   ElevationImage *image, ElevationRange *range)
+{
+    const std::optional<qint64> start = dataStart(in, questions);
+    if (!start)
+        return false;
+    ElevationImage converted = imageOf(header, options);
+    ElevationRange stored;
+    const auto samples = makeSampleConverter(header, options);
+    if (samples && !converted.isNull()) {
+        RowReader rows(in, header, options, *start, converted.width());
+        for (int row = converted.height() - 1; row >= 0; --row)
+            samples->convert(rows.read(row), converted.scanLine(row));
+        samples->addRange(&stored);
+    }
+    *image = converted;
+    *range = stored;
+    return true;
+}

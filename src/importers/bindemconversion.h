@@ -1,0 +1,45 @@
+#pragma once
+
+#include "importers/bindemheader.h"
+
+#include <QString>
+
+#include <limits>
+
+class ElevationImage;
+class QIODevice;
+
+/// The rectangle to cut from a raster, in map units, and how to store its samples.
+struct BinDemOptions {
+    double upperLeftX = 0.0;
+    double upperLeftY = 0.0;
+    double extentX = 0.0;
+    double extentY = 0.0;
+    double zScale = 256.0;
+    bool keepNoDataValues = false;
+    int statisticsMaximum = 9999; // bytes above it are negative
+};
+
+/// Lowest and highest elevation that a conversion stored.
+struct ElevationRange {
+    double minimum = std::numeric_limits<float>::max();
+    double maximum = -minimum;
+
+    void include(double elevation);
+    /// The two numbers as the user is told them.
+    [[nodiscard]] QString text() const;
+};
+
+/// Asked whether to go on with a file whose data cannot be located.
+class BinDemQuestions {
+public:
+    virtual ~BinDemQuestions() = default;
+    [[nodiscard]] virtual bool proceedWithoutKeyword() = 0;
+};
+
+/// Cuts a rectangle out of a raw raster; beside the image only one row is in memory.
+/// The image is null if the options give no usable size. False, with nothing changed,
+/// if the user does not want to proceed.
+[[nodiscard]] bool convertBinDem(QIODevice &in, const BinDemHeader &header,
+                                 const BinDemOptions &options, BinDemQuestions &questions,
+                                 ElevationImage *image, ElevationRange *range);

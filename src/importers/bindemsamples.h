@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <memory>
+
+struct BinDemHeader;
+struct BinDemOptions;
+struct ElevationRange;
+
+/// Turns rows of raw samples into rows of an elevation image.
+class BinDemSamples {
+public:
+    virtual ~BinDemSamples() = default;
+
+    /// Converts a row; `pixels` has three bytes for each sample.
+    virtual void convert(const QByteArray &row, uchar *pixels) = 0;
+    /// Adds the lowest and the highest elevation of all rows so far.
+    virtual void addRange(ElevationRange *range) const = 0;
+};
+
+/// The conversion for a header's sample size; null for a size that is none.
+[[nodiscard]] std::unique_ptr<BinDemSamples>
+makeSampleConverter(const BinDemHeader &header, const BinDemOptions &options);

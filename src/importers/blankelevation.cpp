@@ -1,0 +1,16 @@
+#include "importers/blankelevation.h"
+
+#include <limits>
+
+ElevationImage blankElevation(double columns, double rows)
+{
+    // Junk in a header may ask for any size. Memory would be promised for most of
+    // them and be missing only when the pixels are written.
+    constexpr double MostBytes = std::numeric_limits<qint32>::max();
+    if (!(columns >= 1.0 && rows >= 1.0 && (columns * 3.0 + 3.0) * rows <= MostBytes))
+        return {};
+    ElevationImage image(static_cast<int>(columns), static_cast<int>(rows),
+                         QImage::Format_RGB888);
+    image.clear(0xFF000000);
+    return image;
+}

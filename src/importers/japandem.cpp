@@ -1,0 +1,139 @@
+#include "importers/japandem.h"
+
+#include "importers/blankelevation.h"
+
+#include <QCoreApplication>
+#include <QIODevice>
+
+namespace {
+
+constexpr int StartWidth = 6; // bytes that must be there, whatever they hold
+constexpr int SizeOffset = 23;
+constexpr int SizeWidth = 3;
+constexpr int PrefixWidth = 9; // before the elevations of each row
+constexpr int ElevationWidth = 5;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("JapanConversionDialog", text);
+}
+
+// Reads one file and keeps the text of what was wrong with it.
+class Reader {
+public:
+    Reader(QIODevice &in, const QString &fileName) : m_in(in), m_fileName(fileName) {}
+
+    bool readSize(int *width, int *height)
+    {
+        if (m_in.read(StartWidth).size() < StartWidth)
+            return fail("Could not read the first 6 bytes of \"%1\".");
+        m_in.seek(SizeOffset);
+        if (!readNumber(SizeWidth, width))
+            return fail("Could not read width info in \"%1\".");
+        if (*width == 0)
+            return fail("Invalid input file:\nThe width was read as zero in \"%1\".");
+        if (!readNumber(SizeWidth, height))
+            return fail("Could not read height info in \"%1\".");
+        if (*height == 0)
+            return fail("Invalid input file:\nThe height was read as zero in \"%1\".");
+        if (!skipLine())
+            return fail("Could not scan to the first newline character in \"%1\".");
+        return true;
+    }
+
+    bool readPrefix()
+    {
+        return m_in.read(PrefixWidth).size() == PrefixWidth ||
+               fail("Could not read 9 bytes in \"%1\".");
+    }
+
+    bool readElevation(int *value)
+    {
+        return readNumber(ElevationWidth, value) ||
+               fail("Could not read a 5 byte elevation value in \"%1\".");
+    }
+
+    bool finishRow()
+    {
+        return skipLine() || fail("Could not scan to a newline character in \"%1\".");
+    }
+
+    [[nodiscard]] const QString &error() const { return m_error; }
+
+private:
+    // A full field of any text; what is no number counts as 0.
+    bool readNumber(int width, int *value)
+    {
+        const QByteArray field = m_in.read(width);
+        *value = QString::fromLatin1(field).toInt();
+        return field.size() == width;
+    }
+
+    bool skipLine()
+    {
+        char c = '\0';
+        while (m_in.getChar(&c))
+            if (c == '\n')
+                return true;
+        return false;
+    }
+
+    bool fail(const char *text)
+    {
+        m_error = tr(text).arg(m_fileName);
+        return false;
+    }
+
+    QIODevice &m_in;
+    const QString m_fileName;
+    QString m_error;
+};
+
+bool readRows(Reader &in, int width, int height, int voidValue, ElevationImage &image,
+              int *nonZeroCount)
+{
+    if (!in.readPrefix())
+        return false;
+    for (int row = 0; row < height; ++row) {
+        for (int column = 0; column < width; ++column) {
+            int value = 0;
+            if (!in.readElevation(&value))
+                return false;
+            if (value == voidValue)
+                value = 0;
+            image.setElevation(column, row, value);
+            if (value != 0)
+                ++*nonZeroCount;
+        }
+        if (!in.finishRow())
+            return false;
+        // The file may end after its last line.
+        if (!in.readPrefix() && row != height - 1)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool convertJapanDem(QIODevice &in, int voidValue, const QString &fileName,
+                     ElevationImage *image, int *nonZeroCount, QString *error)
+{
+    Reader reader(in, fileName);
+    int width = 0;
+    int height = 0;
+    ElevationImage converted;
+    int count = 0;
+    bool complete = reader.readSize(&width, &height);
+    if (complete) {
+        converted = blankElevation(width, height);
+        complete = readRows(reader, width, height, voidValue, converted, &count);
+    }
+    if (!complete) {
+        *error = reader.error();
+        return false;
+    }
+    *image = converted;
+    *nonZeroCount = count;
+    return true;
+}

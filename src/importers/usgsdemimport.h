@@ -1,0 +1,85 @@
+#pragma once
+
+#include "importers/usgsdemdata.h"
+#include "raster/elevationimage.h"
+
+#include <QStringList>
+
+#include <limits>
+
+class UsgsDemReader;
+
+/// Two successive samples of a profile that lie suspiciously far apart.
+struct SuspiciousElevation {
+    double previous = 0.0;
+    double current = 0.0;
+    int column = 0; // of the current one in the image
+    qint64 row = 0;
+};
+
+/// What an import asks and tells on its way.
+class UsgsDemListener {
+public:
+    virtual ~UsgsDemListener() = default;
+
+    /// Shows a header before a file is read; false ends the import.
+    [[nodiscard]] virtual bool confirmHeader(UsgsDemData &data) = 0;
+    /// Shows a jump; false ends the checking of the current file.
+    [[nodiscard]] virtual bool continueChecking(const SuspiciousElevation &jump) = 0;
+    /// Tells the file that is being read; an empty name when it is done with.
+    virtual void readingFile(const QString &fileName) = 0;
+};
+
+/// Area and pixel size of the raster that several files are laid into.
+struct UsgsDemMosaic {
+    static constexpr double Unset = std::numeric_limits<float>::max();
+
+    double minEasting = Unset;
+    double maxEasting = -Unset;
+    double minNorthing = Unset;
+    double maxNorthing = -Unset;
+    double resolutionX = Unset; // the finest of all files
+    double resolutionY = Unset;
+
+    void includeCorners(const UsgsDemData &data);
+    void includeResolution(const UsgsDemData &data);
+    /// An image of the mosaic's size, all 0; null where that is no usable size.
+    [[nodiscard]] ElevationImage makeImage() const;
+    /// Column of an easting, counted from the left, and row of a northing, counted
+    /// from the bottom.
+    [[nodiscard]] int columnOf(double easting) const;
+    [[nodiscard]] int rowOf(double northing) const;
+};
+
+/// Lays USGS DEM files into one elevation raster.
+class UsgsDemImport {
+public:
+    UsgsDemImport(int voidValue, UsgsDemListener &listener);
+
+    /// Reads all files. False, if the listener ended the import. The image is null if
+    /// the headers give no usable size.
+    [[nodiscard]] bool run(const QStringList &fileNames, ElevationImage *image);
+
+    /// Reads a file's header and widens the mosaic by its corners; false, with nothing
+    /// changed, if the file cannot be opened.
+    bool parseDataHeader(UsgsDemData *data, const QString &fileName);
+    /// Stores a file's samples and adds the number of those above 0 to the count;
+    /// false if the file cannot be opened.
+    bool readData(UsgsDemData *data, const QString &fileName, ElevationImage *image,
+                  qint64 *positiveCount);
+    /// The same for an open file whose header was read.
+    void readProfiles(QIODevice &in, const UsgsDemData &data, ElevationImage *image,
+                      qint64 *positiveCount);
+
+    [[nodiscard]] const UsgsDemMosaic &mosaic() const { return m_mosaic; }
+
+private:
+    void readProfile(UsgsDemReader &in, bool stored, ElevationImage *image,
+                     qint64 *positiveCount);
+    double readSample(UsgsDemReader &in) const;
+
+    double m_voidValue;
+    UsgsDemListener &m_listener;
+    UsgsDemMosaic m_mosaic;
+    bool m_checking = true; // for suspicious elevations in the current file
+};
