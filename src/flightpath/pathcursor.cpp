@@ -1,0 +1,33 @@
+#include "flightpath/pathcursor.h"
+
+#include "flightpath/saturate.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+#include <cmath>
+
+QBitmap loadCursorBitmap(QWidget *parent, const QString &title, const QString &name)
+{
+    const QPixmap picture(name);
+    if (!picture.isNull())
+        return QBitmap::fromPixmap(picture);
+    QMessageBox::warning(parent, title,
+                         QCoreApplication::translate("SetFlightPathDialog",
+                                                     "Could not load resource \"%1\".")
+                             .arg(name));
+    return {};
+}
+
+QCursor bitmapCursor(const QBitmap &bitmap, const QBitmap &mask, const QPoint &hotSpot)
+{
+    if (bitmap.isNull() || mask.isNull() || bitmap.size() != mask.size())
+        return QCursor(Qt::ArrowCursor);
+    return QCursor(bitmap, mask, hotSpot.x(), hotSpot.y());
+}
+
+QPoint pixelUnder(const QMouseEvent *event)
+{
+    const QPointF at = event->position();
+    return {truncated(std::floor(at.x())), truncated(std::floor(at.y()))};
+}

@@ -1,0 +1,247 @@
+#include "flightpath/setflightpathdialog.h"
+
+#include "flightpath/flightplan.h"
+#include "flightpath/pathcursor.h"
+#include "flightpath/pathcurve.h"
+#include "flightpath/setflightpathprofiledialog.h"
+#include "raster/elevationimage.h"
+#include "raster/imagefile.h"
+#include "shell/label.h"
+
+#include <QMessageBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSettings>
+
+#include "ui_setflightpathdialog.h"
+
+namespace {
+
+const QPoint CursorHotSpot(15, 15);
+
+    return QSettings(QStringLiteral("Kolvenar"), QStringLiteral("Zephrant"));
+
+} // namespace
+
+SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
+                                         QList<Waypoint> &ways, int &level, double zA,
+                                         double zE, const QString &textureFile,
+                                         const QString &elevationFile, double scaleX,
+                                         double scaleY)
+    : ui(std::make_unique<Ui_SetFlightPathDialog>()), controlPoints(&points),
+      waypoints(&ways), waypointLevel(&level)
+{
+    ui->setupUi(this);
+    const auto stored = settings();
+    move(stored.value("SetFlightPathDialog/Position", QPoint(100, 100)).toPoint());
+    resize(stored.value("SetFlightPathDialog/Size", QSize(600, 400)).toSize());
+
+    if (!loadFiles(textureFile, elevationFile, scaleX, scaleY)) {
+        failed = true;
+        return;
+    }
+    makeImageWidget();
+    connectSignals();
+    loadCursors();
+
+    ui->actionRemoveWaypoints->setEnabled(*waypointLevel >= 1);
+    ui->actionAddWaypoints->setEnabled(*waypointLevel < MaxWaypointLevel);
+    const bool hasCurve = controlPoints->size() >= CurveMinimum;
+    ui->actionEyesFront->setEnabled(hasCurve);
+    ui->actionFocus->setEnabled(hasCurve);
+    if (!hasCurve) {
+        ui->actionAddWaypoints->setEnabled(false);
+        waypoints->clear();
+    }
+    makeProfileDialog(zA, zE);
+}
+
+SetFlightPathDialog::~SetFlightPathDialog() = default;
+
+bool SetFlightPathDialog::loadFiles(const QString &textureFile,
+                                    const QString &elevationFile, double scaleX,
+                                    double scaleY)
+{
+    const auto complain = [this](const QString &name) {
+        QMessageBox::critical(this, tr("Error"),
+                              tr("Could not open file \"%1\".").arg(name));
+        return false;
+    };
+    textureImage = loadImageFile(textureFile);
+    if (textureImage.isNull())
+        return complain(textureFile);
+    elevationImage =
+        std::make_unique<ElevationImage>(elevationFile, scaleX, scaleY, nullptr);
+    return !elevationImage->isNull() || complain(elevationFile);
+}
+
+void SetFlightPathDialog::makeImageWidget()
+{
+    texturePixmap = QPixmap::fromImage(textureImage);
+    if (texturePixmap.isNull()) {
+        QMessageBox::critical(this, tr("Error"), tr("Can't display the texture."));
+        failed = true;
+    }
+    imageWidget = new Label;
+    imageWidget->setObjectName(QStringLiteral("labelImage"));
+    imageWidget->setPixmap(texturePixmap);
+    imageWidget->resize(texturePixmap.size());
+
+    scrollArea = new QScrollArea(this);
+    scrollArea->setObjectName(QStringLiteral("scrollArea"));
+    // A frame would shift the picture against the positions of the pointer.
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(imageWidget);
+
+    // A move goes up from the picture only through widgets that track the mouse.
+    setMouseTracking(true);
+    scrollArea->setMouseTracking(true);
+    scrollArea->viewport()->setMouseTracking(true);
+    imageWidget->setMouseTracking(true);
+}
+
+void SetFlightPathDialog::connectSignals()
+{
+    connect(imageWidget, &Label::paintEventSignal, this,
+            &SetFlightPathDialog::paintEventSlot);
+    // The form has already told them to accept() and reject(), so the window is
+    // hidden when these run.
+    connect(ui->pushButtonOK, &QPushButton::clicked, this,
+            &SetFlightPathDialog::pushButtonOKClicked);
+    connect(ui->pushButtonCancel, &QPushButton::clicked, this,
+            &SetFlightPathDialog::pushButtonCancelClicked);
+    connect(ui->actionAddWaypoints, &QAction::triggered, this,
+            &SetFlightPathDialog::addWaypoints);
+    connect(ui->actionRemoveWaypoints, &QAction::triggered, this,
+            &SetFlightPathDialog::removeWaypoints);
+    connect(ui->actionEyesFront, &QAction::triggered, this,
+            &SetFlightPathDialog::eyesFront);
+    connect(ui->actionFocus, &QAction::triggered, this, &SetFlightPathDialog::focus);
+}
+
+void SetFlightPathDialog::loadCursors()
+{
+    const auto load = [this](const char *file) {
+        return loadCursorBitmap(this, QStringLiteral("SetFlightPathDialog"),
+                                QStringLiteral(":/SetFlightPathDialog/") +
+                                    QLatin1String(file));
+    };
+    plusBitmap = load("controlPointCursorPlusBitmap.png");
+    plusMask = load("controlPointCursorPlusMask.png");
+    directionBitmap = load("waypointDirectionCursorBitmap.png");
+    directionMask = load("waypointDirectionCursorMask.png");
+    plusCursor = bitmapCursor(plusBitmap, plusMask, CursorHotSpot);
+    directionCursor = bitmapCursor(directionBitmap, directionMask, CursorHotSpot);
+}
+
+void SetFlightPathDialog::makeProfileDialog(double zA, double zE)
+{
+    profileDialog = std::make_unique<SetFlightPathProfileDialog>(
+        nullptr, elevationImage.get(), *controlPoints, *waypoints, *waypointLevel, zA,
+        zE);
+    const auto stored = settings();
+    profileDialog->move(
+        stored.value("SetFlightPathProfileDialog/Position", QPoint(200, 200)).toPoint());
+    profileDialog->resize(
+        stored.value("SetFlightPathProfileDialog/Size", QSize(600, 400)).toSize());
+    profileDialog->show();
+}
+
+void SetFlightPathDialog::writeSettings() const
+{
+    auto stored = settings();
+    stored.setValue("SetFlightPathDialog/Position", pos());
+    stored.setValue("SetFlightPathDialog/Size", size());
+    if (!profileDialog)
+        return;
+    stored.setValue("SetFlightPathProfileDialog/Position", profileDialog->pos());
+    stored.setValue("SetFlightPathProfileDialog/Size", profileDialog->size());
+}
+
+void SetFlightPathDialog::leave()
+{
+    profileDialog.reset();
+    dragIndex = -1;
+    directionIndex = -1;
+}
+
+void SetFlightPathDialog::pushButtonOKClicked()
+{
+    writeSettings();
+    accept();
+    // A window that was covered or minimized all the time has not painted.
+    followCurve();
+    if (profileDialog)
+        profileDialog->followCurve();
+    harmonizeAngles();
+    emit pathAccepted();
+    leave();
+}
+
+void SetFlightPathDialog::pushButtonCancelClicked()
+{
+    writeSettings();
+    reject();
+    leave();
+}
+
+void SetFlightPathDialog::harmonizeAngles() { ::harmonizeAngles(*waypoints); }
+
+void SetFlightPathDialog::followCurve()
+{
+    updatePlan(*controlPoints, *waypoints, *waypointLevel);
+}
+
+void SetFlightPathDialog::addWaypoints()
+{
+    ui->actionRemoveWaypoints->setEnabled(true);
+    followCurve();
+    doubleWaypoints(*waypoints, *waypointLevel);
+    if (*waypointLevel >= MaxWaypointLevel)
+        ui->actionAddWaypoints->setEnabled(false);
+    imageWidget->update();
+    if (profileDialog)
+        profileDialog->updateWaypointList();
+}
+
+void SetFlightPathDialog::removeWaypoints()
+{
+    ui->actionAddWaypoints->setEnabled(true);
+    followCurve();
+    halveWaypoints(*waypoints, *waypointLevel);
+    if (*waypointLevel <= 0)
+        ui->actionRemoveWaypoints->setEnabled(false);
+    imageWidget->update();
+    if (profileDialog)
+        profileDialog->updateWaypointList();
+}
+
+void SetFlightPathDialog::eyesFront()
+{
+    followCurve();
+    headAlongCurve(*controlPoints, *waypoints, *waypointLevel);
+    imageWidget->update();
+    if (!profileDialog)
+        return;
+    profileDialog->eyesFront();
+    profileDialog->updateWaypointList();
+}
+
+void SetFlightPathDialog::focus()
+{
+    const QPoint plan = toPlan(menuX, menuY);
+    focusX = plan.x();
+    focusY = plan.y();
+    followCurve();
+    focusHeadings(*waypoints, focusX, focusY);
+    imageWidget->update();
+}
+
+void SetFlightPathDialog::updateActionsAndWaypoints()
+{
+    const bool hasCurve = controlPoints->size() >= CurveMinimum;
+    ui->actionEyesFront->setEnabled(hasCurve);
+    ui->actionFocus->setEnabled(hasCurve);
+    ui->actionAddWaypoints->setEnabled(hasCurve && *waypointLevel < MaxWaypointLevel);
+    fitWaypoints(*controlPoints, *waypoints, *waypointLevel);
+}

@@ -1,0 +1,231 @@
+// Mouse, keys and the window's own events of the plan editor.
+#include "flightpath/setflightpathdialog.h"
+
+#include "flightpath/flightplan.h"
+#include "flightpath/pathcursor.h"
+#include "flightpath/setflightpathprofiledialog.h"
+#include "shell/label.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "ui_setflightpathdialog.h"
+
+namespace {
+
+constexpr double Pi = 3.141592653589793;
+
+} // namespace
+
+QPoint SetFlightPathDialog::toPlan(int ex, int ey) const
+{
+    const int left = ui->pushButtonOK->width() + 2 * ui->pushButtonOK->x();
+    return {ex - left + scrollArea->horizontalScrollBar()->value(),
+            texturePixmap.height() - 1 - ey - scrollArea->verticalScrollBar()->value()};
+}
+
+bool SetFlightPathDialog::isInside(const QPoint &plan) const
+{
+    return QRect(QPoint(0, 0), texturePixmap.size()).contains(plan);
+}
+
+int SetFlightPathDialog::checkForControlPoint(int x, int y) const
+{
+    return controlPointAt(*controlPoints, x, y);
+}
+
+int SetFlightPathDialog::checkForDirectionPoint(int x, int y) const
+{
+    return directionHandleAt(*waypoints, x, y);
+}
+
+void SetFlightPathDialog::showPosition(const QPoint &plan)
+{
+    ui->labelCoordinates->setText(
+        QStringLiteral("%1/%2").arg(plan.x()).arg(texturePixmap.height() - 1 - plan.y()));
+}
+
+void SetFlightPathDialog::showDirection(const Waypoint &waypoint)
+{
+    ui->labelCoordinates->setText(
+        QStringLiteral("%1\u00b0").arg(waypoint.a * 180 / Pi, 0, 'f', 1));
+}
+
+void SetFlightPathDialog::forgetLostDrags()
+{
+    if (dragIndex >= controlPoints->size())
+        dragIndex = -1;
+    if (directionIndex >= waypoints->size())
+        directionIndex = -1;
+}
+
+void SetFlightPathDialog::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint at = pixelUnder(event);
+    const QPoint plan = toPlan(at.x(), at.y());
+    focusX = plan.x();
+    focusY = plan.y();
+    forgetLostDrags();
+    if (!isInside(plan)) {
+        ui->labelCoordinates->clear();
+    } else if (dragIndex >= 0) {
+        showPosition(plan);
+        (*controlPoints)[dragIndex].x = plan.x();
+        (*controlPoints)[dragIndex].y = plan.y();
+        imageWidget->update();
+    } else if (directionIndex >= 0) {
+        turnTowards((*waypoints)[directionIndex], plan.x(), plan.y());
+        showDirection(waypoints->at(directionIndex));
+        imageWidget->update();
+    } else {
+        showPosition(plan);
+        hover(plan, event->buttons().testFlag(Qt::LeftButton));
+    }
+}
+
+// Nothing is in hand: shows by the cursor what could be, and takes it with the left
+// button held.
+void SetFlightPathDialog::hover(const QPoint &plan, bool leftHeld)
+{
+    if (const int point = checkForControlPoint(plan.x(), plan.y()); point >= 0) {
+        if (leftHeld) {
+            (*controlPoints)[point].x = plan.x();
+            (*controlPoints)[point].y = plan.y();
+            dragIndex = point;
+            imageWidget->update();
+        }
+        setCursor(plusPressed ? plusCursor : QCursor(Qt::CrossCursor));
+        return;
+    }
+    const int direction = checkForDirectionPoint(plan.x(), plan.y());
+    if (direction < 0) {
+        setCursor(Qt::ArrowCursor);
+        return;
+    }
+    setCursor(directionCursor);
+    if (leftHeld && turnTowards((*waypoints)[direction], plan.x(), plan.y())) {
+        directionIndex = direction;
+        imageWidget->update();
+    }
+}
+
+void SetFlightPathDialog::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    const QPoint at = pixelUnder(event);
+    const QPoint plan = toPlan(at.x(), at.y());
+    if (!isInside(plan)) {
+        ui->labelCoordinates->clear();
+        return;
+    }
+    forgetLostDrags();
+    if (directionIndex >= 0) {
+        if (turnTowards((*waypoints)[directionIndex], plan.x(), plan.y())) {
+            directionIndex = -1;
+            setCursor(Qt::ArrowCursor);
+        }
+    } else if (dragIndex >= 0) {
+        if (plusPressed) {
+            controlPoints->insert(dragIndex, {plan.x(), plan.y(), NewPointHeight, 0.0});
+        } else {
+            (*controlPoints)[dragIndex].x = plan.x();
+            (*controlPoints)[dragIndex].y = plan.y();
+            dragIndex = -1;
+        }
+    } else {
+        click(plan);
+    }
+    updateActionsAndWaypoints();
+    imageWidget->update();
+    showPosition(plan);
+    if (profileDialog)
+        profileDialog->updateWaypointList();
+}
+
+void SetFlightPathDialog::click(const QPoint &plan)
+{
+    const ControlPoint added(plan.x(), plan.y(), NewPointHeight, 0.0);
+    const int hit = checkForControlPoint(plan.x(), plan.y());
+    if (hit < 0) {
+        controlPoints->append(added);
+        setCursor(Qt::CrossCursor);
+    } else if (plusPressed) {
+        controlPoints->insert(hit, added);
+    } else {
+        controlPoints->removeAt(hit);
+        setCursor(Qt::ArrowCursor);
+    }
+}
+
+void SetFlightPathDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        // Does not reach the base class, which would close the window.
+        event->ignore();
+        return;
+    }
+    if (event->key() == Qt::Key_Plus) {
+        plusPressed = true;
+        minusPressed = false;
+        if (checkForControlPoint(focusX, focusY) >= 0)
+            setCursor(plusCursor);
+    } else if (event->key() == Qt::Key_Minus) {
+        minusPressed = true;
+        plusPressed = false;
+    } else {
+        event->ignore();
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void SetFlightPathDialog::keyReleaseEvent(QKeyEvent *event)
+{
+    // A key that repeats itself is still held.
+    if (event->key() == Qt::Key_Plus && !event->isAutoRepeat()) {
+        plusPressed = false;
+        const bool onPoint = dragIndex >= 0 || checkForControlPoint(focusX, focusY) >= 0;
+        setCursor(onPoint ? Qt::CrossCursor : Qt::ArrowCursor);
+    } else if (event->key() == Qt::Key_Minus && !event->isAutoRepeat()) {
+        minusPressed = false;
+    }
+    QDialog::keyReleaseEvent(event);
+}
+
+void SetFlightPathDialog::contextMenuEvent(QContextMenuEvent *event)
+{
+    menuX = event->x();
+    menuY = event->y();
+    // Not executed in a loop of its own, which the end of the editor would outlive.
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(ui->actionAddWaypoints);
+    menu->addAction(ui->actionRemoveWaypoints);
+    menu->addSeparator();
+    menu->addAction(ui->actionEyesFront);
+    menu->addSeparator();
+    menu->addAction(ui->actionFocus);
+    menu->popup(event->globalPos());
+}
+
+void SetFlightPathDialog::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    if (!scrollArea)
+        return;
+    const int left = ui->pushButtonOK->width() + 2 * ui->pushButtonOK->x();
+    scrollArea->setGeometry(left, 0, qMax(0, width() - left), height());
+}
+
+void SetFlightPathDialog::closeEvent(QCloseEvent *event)
+{
+    writeSettings();
+    leave();
+    QDialog::closeEvent(event);
+}

@@ -1,0 +1,102 @@
+// The picture of the plan editor.
+#include "flightpath/setflightpathdialog.h"
+
+#include "flightpath/flightplan.h"
+#include "flightpath/pathcurve.h"
+#include "shell/label.h"
+
+#include <QPaintEvent>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace {
+
+constexpr int HandleIconSide = 6;
+// Where the line of a direction begins, from the middle of the waypoint.
+constexpr double HandleStart = 6.0;
+
+} // namespace
+
+void SetFlightPathDialog::paintEventSlot(QPaintEvent *event)
+{
+    QPainter painter(imageWidget);
+    painter.drawPixmap(0, 0, texturePixmap);
+    if (controlPoints->isEmpty())
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    PathPainter paint(painter, m_icons, event->rect());
+    const qint64 height = texturePixmap.height();
+    for (const ControlPoint &p : std::as_const(*controlPoints))
+        paint.drawControlPointIcon(qint64(p.x) - 11, height - p.y - 12);
+
+    if (controlPoints->size() < CurveMinimum) {
+        paintControlPointNumbers(paint);
+        return;
+    }
+    // The only place where waypoints come by their positions in the plan.
+    const QList<QPoint> curve = updatePlan(*controlPoints, *waypoints, *waypointLevel);
+    paintCurve(paint, curve);
+    paintWaypoints(paint);
+    paintControlPointNumbers(paint);
+    paintDirections(paint);
+}
+
+void SetFlightPathDialog::paintControlPointNumbers(PathPainter &paint) const
+{
+    const qint64 height = texturePixmap.height();
+    paint.selectControlPointNumbers();
+    for (qsizetype i = 0; i < controlPoints->size(); ++i) {
+        const ControlPoint &p = controlPoints->at(i);
+        paint.drawNumber(i, qint64(p.x) - 20, height - p.y - 21);
+    }
+}
+
+void SetFlightPathDialog::paintCurve(PathPainter &paint, const QList<QPoint> &curve) const
+{
+    const double bottom = texturePixmap.height() - 1;
+    QPainterPath path;
+    for (qsizetype i = 0; i < curve.size(); ++i) {
+        const QPointF at =
+            PathPainter::onScreen(curve.at(i).x(), bottom - curve.at(i).y());
+        if (i == 0)
+            path.moveTo(at);
+        else
+            path.lineTo(at);
+    }
+    paint.strokeTwice(path, Qt::darkMagenta);
+}
+
+void SetFlightPathDialog::paintWaypoints(PathPainter &paint) const
+{
+    const qint64 height = texturePixmap.height();
+    for (const Waypoint &w : std::as_const(*waypoints))
+        paint.drawWaypointIcon(qint64(w.x) - 6, height - w.y - 7);
+    paint.selectWaypointNumbers();
+    for (qsizetype i = 0; i < waypoints->size(); ++i) {
+        const Waypoint &w = waypoints->at(i);
+        paint.drawNumber(i, qint64(w.x) - 20, height - w.y - 21);
+    }
+}
+
+void SetFlightPathDialog::paintDirections(PathPainter &paint) const
+{
+    const double bottom = texturePixmap.height() - 1;
+    QPainterPath lines;
+    QList<QPoint> ends;
+    ends.reserve(waypoints->size());
+    for (const Waypoint &w : std::as_const(*waypoints)) {
+        const QPointF direction = handleDirection(w.a);
+        const double endX = w.x + std::trunc(HandleLength * direction.x());
+        const double endY = bottom - (w.y - std::trunc(HandleLength * direction.y()));
+        lines.moveTo(PathPainter::onScreen(w.x + HandleStart * direction.x(),
+                                           bottom - (w.y - HandleStart * direction.y())));
+        const QPointF end = PathPainter::onScreen(endX, endY);
+        lines.lineTo(end);
+        ends.append(end.toPoint());
+    }
+    paint.strokeTwice(lines, Qt::blue);
+    for (const QPoint &end : std::as_const(ends))
+        paint.drawIcon(QStringLiteral(":/SetFlightPathDialog/viewingDirectionCircle.png"),
+                       HandleIconSide, end.x() - 3, end.y() - 3);
+}

@@ -1,0 +1,258 @@
+#include "flightpath/setflightpathprofiledialog.h"
+
+#include "flightpath/pathcursor.h"
+#include "flightpath/saturate.h"
+
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include "ui_setflightpathprofiledialog.h"
+
+namespace {
+
+constexpr double Pi = 3.141592653589793;
+constexpr int RefreshMilliseconds = 1000;
+const QPoint CursorHotSpot(9, 15);
+
+} // namespace
+
+SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
+                                                       const ElevationImage *elevation,
+                                                       QList<ControlPoint> &points,
+                                                       QList<Waypoint> &ways, int &level,
+                                                       double zA, double zE)
+    : QDialog(parent), ui(std::make_unique<Ui_SetFlightPathProfileDialog>()),
+      elevationImage(elevation), controlPoints(&points), waypoints(&ways),
+      waypointLevel(&level), zScaleA(zA), zScaleE(zE), refreshTimer(new QTimer(this))
+{
+    ui->setupUi(this);
+    verticalBarWidth = ui->verticalScrollBar->width();
+    horizontalBarHeight = ui->horizontalScrollBar->height();
+    loadCursor();
+    setScrollRanges();
+    connect(ui->horizontalScrollBar, &QScrollBar::valueChanged, this,
+            &SetFlightPathProfileDialog::horizontalScrollBarChanged);
+    connect(ui->verticalScrollBar, &QScrollBar::valueChanged, this,
+            &SetFlightPathProfileDialog::verticalScrollBarChanged);
+    connect(ui->actionFocus, &QAction::triggered, this,
+            &SetFlightPathProfileDialog::focus);
+    connect(refreshTimer, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+    refreshTimer->start(RefreshMilliseconds);
+}
+
+SetFlightPathProfileDialog::~SetFlightPathProfileDialog() = default;
+
+void SetFlightPathProfileDialog::loadCursor()
+{
+    const auto load = [this](const char *file) {
+        return loadCursorBitmap(this, QStringLiteral("SetFlightPathProfileDialog"),
+                                QStringLiteral(":/SetFlightPathProfileDialog/") +
+                                    QLatin1String(file));
+    };
+    pitchBitmap = load("waypointPitchCursorBitmap.png");
+    pitchMask = load("waypointPitchCursorMask.png");
+    pitchCursor = bitmapCursor(pitchBitmap, pitchMask, CursorHotSpot);
+}
+
+void SetFlightPathProfileDialog::placeScrollBars()
+{
+    const int right = width() - verticalBarWidth;
+    const int bottom = height() - horizontalBarHeight;
+    ui->horizontalScrollBar->setGeometry(
+        profileLeft, bottom, qMax(0, right - profileLeft), horizontalBarHeight);
+    ui->verticalScrollBar->setGeometry(right, 0, verticalBarWidth, qMax(0, bottom));
+}
+
+void SetFlightPathProfileDialog::setScrollRanges()
+{
+    const qint64 mostX = qint64(profileWidth) + profileLeft - 1 + verticalBarWidth +
+                         marginX - (width() - 1);
+    const qint64 mostY = qint64(zMax) + 3 * marginY - 1 - zMin - (height() - 1);
+    ui->horizontalScrollBar->setRange(-marginX, saturated(mostX));
+    ui->verticalScrollBar->setRange(marginY, saturated(mostY));
+}
+
+qint64 SetFlightPathProfileDialog::offsetX() const
+{
+    return qint64(profileLeft) - ui->horizontalScrollBar->value();
+}
+
+// Screen y of height 0.
+qint64 SetFlightPathProfileDialog::baseline() const
+{
+    const QScrollBar *const bar = ui->verticalScrollBar;
+    return qint64(bar->maximum()) + height() + zMin - bar->minimum() - bar->value();
+}
+
+QPoint SetFlightPathProfileDialog::toProfile(int ex, int ey) const
+{
+    return {saturated(ex - offsetX()), saturated(baseline() - ey)};
+}
+
+bool SetFlightPathProfileDialog::isInside(const QPoint &place) const
+{
+    return place.x() >= -marginX && place.x() <= qint64(profileWidth) + marginX &&
+           place.y() >= qint64(zMin) - marginY && place.y() < qint64(zMax) + marginY;
+}
+
+int SetFlightPathProfileDialog::checkForControlPoint(int station, int height) const
+{
+    return profilePointAt(*controlPoints, station, height);
+}
+
+int SetFlightPathProfileDialog::checkForDirectionPoint(int station, int height) const
+{
+    return pitchHandleAt(*waypoints, handleLength, station, height);
+}
+
+void SetFlightPathProfileDialog::showPosition(const QPoint &place)
+{
+    ui->labelCoordinates->setText(QStringLiteral("%1/%2").arg(place.x()).arg(place.y()));
+}
+
+void SetFlightPathProfileDialog::showPitch(const Waypoint &waypoint)
+{
+    ui->labelCoordinates->setText(
+        QStringLiteral("%1\u00b0").arg(waypoint.p * 180 / Pi, 0, 'f', 1));
+}
+
+void SetFlightPathProfileDialog::forgetLostDrags()
+{
+    if (dragIndex >= controlPoints->size())
+        dragIndex = -1;
+    if (directionIndex >= waypoints->size())
+        directionIndex = -1;
+}
+
+void SetFlightPathProfileDialog::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint at = pixelUnder(event);
+    const QPoint place = toProfile(at.x(), at.y());
+    forgetLostDrags();
+    if (!isInside(place)) {
+        ui->labelCoordinates->clear();
+    } else if (dragIndex >= 0) {
+        showPosition(place);
+        (*controlPoints)[dragIndex].z = place.y();
+        update();
+    } else if (directionIndex >= 0) {
+        tiltTowards((*waypoints)[directionIndex], place.x(), place.y());
+        showPitch(waypoints->at(directionIndex));
+        update();
+    } else {
+        showPosition(place);
+        hover(place, event->buttons().testFlag(Qt::LeftButton));
+    }
+}
+
+void SetFlightPathProfileDialog::hover(const QPoint &place, bool leftHeld)
+{
+    if (const int point = checkForControlPoint(place.x(), place.y()); point >= 0) {
+        if (leftHeld) {
+            // The station is taken back by the next repaint: only heights move here.
+            (*controlPoints)[point].i = place.x();
+            (*controlPoints)[point].z = place.y();
+            dragIndex = point;
+            update();
+        }
+        setCursor(Qt::CrossCursor);
+        return;
+    }
+    const int direction = checkForDirectionPoint(place.x(), place.y());
+    if (direction < 0) {
+        setCursor(Qt::ArrowCursor);
+        return;
+    }
+    setCursor(pitchCursor);
+    if (leftHeld && tiltTowards((*waypoints)[direction], place.x(), place.y())) {
+        directionIndex = direction;
+        update();
+    }
+}
+
+void SetFlightPathProfileDialog::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    const QPoint at = pixelUnder(event);
+    const QPoint place = toProfile(at.x(), at.y());
+    if (!isInside(place)) {
+        ui->labelCoordinates->clear();
+        return;
+    }
+    forgetLostDrags();
+    if (dragIndex >= 0) {
+        (*controlPoints)[dragIndex].z = place.y();
+        dragIndex = -1;
+    } else if (directionIndex >= 0 &&
+               tiltTowards((*waypoints)[directionIndex], place.x(), place.y())) {
+        directionIndex = -1;
+        setCursor(Qt::ArrowCursor);
+    }
+    update();
+    showPosition(place);
+}
+
+void SetFlightPathProfileDialog::updateWaypointList()
+{
+    updateStations(*waypoints);
+    update();
+}
+
+void SetFlightPathProfileDialog::followCurve()
+{
+    if (controlPoints->isEmpty())
+        return;
+    updateStations(*controlPoints);
+    updateProfile(*controlPoints, *waypoints, *waypointLevel);
+}
+
+void SetFlightPathProfileDialog::eyesFront()
+{
+    followCurve();
+    pitchAlongCurve(*controlPoints, *waypoints, *waypointLevel);
+    update();
+}
+
+void SetFlightPathProfileDialog::focus()
+{
+    const QPoint place = toProfile(menuX, menuY);
+    followCurve();
+    focusPitches(*waypoints, place.x(), place.y());
+    update();
+}
+
+void SetFlightPathProfileDialog::contextMenuEvent(QContextMenuEvent *event)
+{
+    menuX = event->x();
+    menuY = event->y();
+    // Not executed in a loop of its own, which the end of the editor would outlive.
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(ui->actionFocus);
+    menu->popup(event->globalPos());
+}
+
+void SetFlightPathProfileDialog::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    placeScrollBars();
+    setScrollRanges();
+}
+
+void SetFlightPathProfileDialog::horizontalScrollBarChanged(int) { update(); }
+
+void SetFlightPathProfileDialog::verticalScrollBarChanged(int) { update(); }
+
+// Only the plan editor ends this window.
+void SetFlightPathProfileDialog::closeEvent(QCloseEvent *event) { event->ignore(); }
+
+void SetFlightPathProfileDialog::hideEvent(QHideEvent *event) { event->ignore(); }
+
+void SetFlightPathProfileDialog::keyPressEvent(QKeyEvent *event) { event->ignore(); }

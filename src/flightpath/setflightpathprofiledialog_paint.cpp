@@ -1,0 +1,128 @@
+// The picture of the profile editor.
+#include "flightpath/setflightpathprofiledialog.h"
+
+#include "flightpath/saturate.h"
+#include "raster/elevationimage.h"
+
+#include <QPaintEvent>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace {
+
+constexpr int HandleIconSide = 6;
+// Where the line of a pitch begins, from the middle of the waypoint.
+constexpr double HandleStart = 6.0;
+
+void addPoint(QPainterPath &path, const QPointF &at)
+{
+    if (path.elementCount() == 0)
+        path.moveTo(at);
+    else
+        path.lineTo(at);
+}
+
+} // namespace
+
+std::vector<TerrainPoint> SetFlightPathProfileDialog::terrain() const
+{
+    return terrainUnder(*controlPoints, [this](double x, double y) {
+        return elevationImage->elevation(x, y) * zScaleA;
+    });
+}
+
+void SetFlightPathProfileDialog::paintEvent(QPaintEvent *event)
+{
+    if (controlPoints->isEmpty())
+        return;
+    // Before the terrain, whose line lies between the stations.
+    profileWidth = updateStations(*controlPoints);
+    const std::vector<TerrainPoint> ground = terrain();
+    const HeightExtent extent = heightExtent(*controlPoints, ground);
+    zMax = extent.highest;
+    zMin = extent.lowest;
+
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    PathPainter paint(painter, m_icons, event->rect());
+    for (const ControlPoint &p : std::as_const(*controlPoints))
+        paint.drawControlPointIcon(rounded(p.i - 11 + static_cast<double>(offsetX())),
+                                   baseline() - p.z - 11);
+    if (controlPoints->size() >= CurveMinimum) {
+        paintTerrain(paint, ground);
+        paintCurve(paint, updateProfile(*controlPoints, *waypoints, *waypointLevel));
+        paintWaypoints(paint);
+        paintDirections(paint);
+    }
+    paintControlPointNumbers(paint);
+    setScrollRanges();
+}
+
+void SetFlightPathProfileDialog::paintTerrain(PathPainter &paint,
+                                              const std::vector<TerrainPoint> &line) const
+{
+    const double left = static_cast<double>(offsetX());
+    const double base = static_cast<double>(baseline());
+    QPainterPath path;
+    for (const TerrainPoint &p : line)
+        addPoint(path, PathPainter::onScreen(left + p.station, base - p.height));
+    paint.stroke(path, Qt::black, 1);
+}
+
+void SetFlightPathProfileDialog::paintCurve(PathPainter &paint,
+                                            const QList<QPoint> &curve) const
+{
+    const double left = static_cast<double>(offsetX());
+    const double base = static_cast<double>(baseline());
+    QPainterPath path;
+    for (const QPoint &p : curve)
+        addPoint(path, PathPainter::onScreen(left + p.x(), base - p.y()));
+    paint.strokeTwice(path, Qt::darkMagenta);
+}
+
+void SetFlightPathProfileDialog::paintWaypoints(PathPainter &paint) const
+{
+    for (const Waypoint &w : std::as_const(*waypoints))
+        paint.drawWaypointIcon(rounded(w.i - 6) + offsetX(), baseline() - w.z - 6);
+    paint.selectWaypointNumbers();
+    for (qsizetype i = 0; i < waypoints->size(); ++i) {
+        const Waypoint &w = waypoints->at(i);
+        paint.drawNumber(i, rounded(w.i - 20) + offsetX(), baseline() - w.z - 20);
+    }
+}
+
+void SetFlightPathProfileDialog::paintDirections(PathPainter &paint) const
+{
+    const double left = static_cast<double>(offsetX());
+    const double base = static_cast<double>(baseline());
+    QPainterPath lines;
+    QList<QPoint> ends;
+    ends.reserve(waypoints->size());
+    for (const Waypoint &w : std::as_const(*waypoints)) {
+        const double along = std::cos(w.p);
+        const double up = std::sin(w.p);
+        lines.moveTo(PathPainter::onScreen(left + w.i + HandleStart * along,
+                                           base - std::trunc(HandleStart * up + w.z)));
+        const QPointF end =
+            PathPainter::onScreen(left + rounded(handleLength * along + w.i),
+                                  base - rounded(handleLength * up + w.z));
+        lines.lineTo(end);
+        ends.append(end.toPoint());
+    }
+    paint.strokeTwice(lines, Qt::magenta);
+    for (const QPoint &end : std::as_const(ends))
+        paint.drawIcon(
+            QStringLiteral(":/SetFlightPathProfileDialog/viewingDirectionCircle.png"),
+            HandleIconSide, end.x() - 3, end.y() - 3);
+}
+
+void SetFlightPathProfileDialog::paintControlPointNumbers(PathPainter &paint) const
+{
+    paint.selectControlPointNumbers();
+    for (qsizetype i = 0; i < controlPoints->size(); ++i) {
+        const ControlPoint &p = controlPoints->at(i);
+        paint.drawNumber(i, rounded(p.i - 20 + static_cast<double>(offsetX())),
+                         baseline() - p.z - 20);
+    }
+}
