@@ -19,7 +19,10 @@ namespace {
 
 const QPoint CursorHotSpot(15, 15);
 
+QSettings settings()
+{
     return QSettings(QStringLiteral("Kolvenar"), QStringLiteral("Zephrant"));
+}
 
 } // namespace
 
