@@ -17,6 +17,7 @@ class ElevationImage;
 class ImageMdiChild;
 class SceneryData;
 class SceneryMdiChild;
+class SetFlightPathDialog;
 class TerrainSweep;
 class TextureImage;
 class UserNotices;
@@ -99,6 +100,8 @@ public slots:
     void copyFirstLast();
     void copyLastFirst();
     void setFlightPath();
+    /// Takes what the flight path editors made of their copies.
+    void acceptSetFlightPathDialog();
 
 signals:
     void frameStarted(int frame);
@@ -135,5 +138,11 @@ private:
     QList<ControlPoint> controlPoints;
     QList<Waypoint> waypoints;
     int waypointLevel = 0;
+    // What the flight path editors work on, and the first of them. It refers to the
+    // copies, so it goes before them.
+    QList<ControlPoint> dialogControlPoints;
+    QList<Waypoint> dialogWaypoints;
+    int dialogWaypointLevel = 0;
+    std::unique_ptr<SetFlightPathDialog> setFlightPathDialog;
     UserNotices *notices;
 };
