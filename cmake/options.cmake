@@ -8,6 +8,10 @@ if(ZEPHRANT_SANITIZE)
   add_link_options(-fsanitize=${ZEPHRANT_SANITIZE})
 endif()
 
+if(ZEPHRANT_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Every folder links `warnings`; folders that compute link `strict` as well.
 add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow
