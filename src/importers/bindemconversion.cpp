@@ -2,6 +2,7 @@
 
 #include "importers/bindemsamples.h"
 #include "importers/blankelevation.h"
+#include "importers/numbers.h"
 
 #include <QIODevice>
 
@@ -76,6 +77,24 @@ ElevationImage imageOf(const BinDemHeader &header, const BinDemOptions &options)
 }
 
 } // namespace
+
+double snappedCoordinate(double value)
+{
+    constexpr double Step = 0.000001;
+    const double steps = std::trunc(std::abs(value) / Step + 0.5);
+    if (std::isnan(steps))
+        return 0.0;
+    return (value < 0.0 ? -steps : steps) * Step;
+}
+
+QString binDemKilobytes(const BinDemHeader &header, const BinDemOptions &options)
+{
+    constexpr double KilobytesPerByte = 0.0009765625;
+    const double bytes = ((options.extentX * (options.extentY * 3)) / header.pixelWidth) /
+                         header.pixelHeight;
+    const double kilobytes = bytes * KilobytesPerByte;
+    return wholeNumberText(std::isfinite(kilobytes) ? kilobytes : 0.0);
+}
 
 void ElevationRange::include(double elevation)
 {

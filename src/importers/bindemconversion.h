@@ -20,6 +20,13 @@ struct BinDemOptions {
     int statisticsMaximum = 9999; // bytes above it are negative
 };
 
+/// A coordinate as a form shows it: a multiple of 0.000001. What is no number is 0.
+[[nodiscard]] double snappedCoordinate(double value);
+
+/// Size of a rectangle's image in whole units of 1024 bytes, as decimal digits.
+[[nodiscard]] QString binDemKilobytes(const BinDemHeader &header,
+                                      const BinDemOptions &options);
+
 /// Lowest and highest elevation that a conversion stored.
 struct ElevationRange {
     double minimum = std::numeric_limits<float>::max();

@@ -14,11 +14,10 @@ public:
 class BinDemHeaderFile {
 public:
     /// Reads a header file and completes what it lacks. False, with nothing changed, if
-    /// it cannot be opened; faults() tells what is still missing.
+    /// it cannot be opened; header().faults() tells what is still missing.
     [[nodiscard]] bool read(const QString &fileName, BinDemHeaderListener &listener);
 
     [[nodiscard]] const BinDemHeader &header() const { return m_header; }
-    [[nodiscard]] QString faults() const { return m_header.faults(); }
     /// The values of the last statistics file, which a new header does not reset.
     [[nodiscard]] int statisticsMinimum() const { return m_statisticsMinimum; }
     [[nodiscard]] int statisticsMaximum() const { return m_statisticsMaximum; }

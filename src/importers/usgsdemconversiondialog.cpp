@@ -1,0 +1,65 @@
+#include "importers/usgsdemconversiondialog.h"
+
+#include "importers/demdatadialog.h"
+#include "importers/numbers.h"
+
+#include <QMessageBox>
+
+UsgsDemConversionDialog::UsgsDemConversionDialog(QWidget *parent)
+    : ConverterDialog(tr("Convert USGS DEM File(s) Into Elevation File"), parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &UsgsDemConversionDialog::pushButtonBrowseFromFileClicked);
+}
+
+void UsgsDemConversionDialog::pushButtonBrowseFromFileClicked()
+{
+    // Cancelling empties the list and leaves the field as it is.
+    fileNames = askToOpenSeveral(
+        tr("DEM Files (*.dem);;Data Files (*.dat *.asc);;All Files (*.*)"),
+        tr("Select one or more files to open"));
+    if (fileNames.isEmpty())
+        return;
+    QString shown;
+    for (const QString &fileName : fileNames) {
+        rememberDirectoryOf(fileName);
+        shown += '"' + fileName + "\" ";
+    }
+    lineEditFromFile->setText(shown.trimmed());
+    validateOKButton();
+}
+
+void UsgsDemConversionDialog::accept()
+{
+    UsgsDemImport import(spinBoxVoidValue->value(), *this);
+    ElevationImage image;
+    if (import.run(fileNames, &image))
+        (void)saveOutput(image); // a failure is shown, and the dialog closes as well
+    QDialog::accept();
+}
+
+bool UsgsDemConversionDialog::confirmHeader(UsgsDemData &data)
+{
+    DemDataDialog dialog(this, &data);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool UsgsDemConversionDialog::continueChecking(const SuspiciousElevation &jump)
+{
+    const QString text =
+        tr("Suspicious elevation value:\nChanged from %1to %2 in "
+           "(%3/%4).\nContinue checking?")
+            .arg(wholeNumberText(jump.previous), wholeNumberText(jump.current))
+            .arg(jump.column)
+            .arg(jump.row);
+    return QMessageBox::warning(this, messageTitle(), text,
+                                QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+void UsgsDemConversionDialog::readingFile(const QString &fileName)
+{
+    lineEditCurrentInputFile->setText(fileName);
+    lineEditCurrentInputFile->repaint();
+}
