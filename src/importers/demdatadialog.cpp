@@ -2,12 +2,12 @@
 
 #include "importers/demdatarows.h"
 
-DemDataDialog::DemDataDialog(QWidget *parent, UsgsDemData *data) : QDialog(parent)
+DemDataDialog::DemDataDialog(QWidget *parent, UsgsDemData *header) : QDialog(parent)
 {
     setupUi(this);
     tableWidgetDEMData->clear();
     tableWidgetDEMData->setColumnCount(1);
-    for (const DemDataRow &row : demDataRows(*data))
+    for (const DemDataRow &row : demDataRows(*header))
         addLine(row.label, row.value);
 }
 

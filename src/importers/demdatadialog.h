@@ -11,7 +11,7 @@ class DemDataDialog : public QDialog, private Ui::DemDataDialog {
     Q_OBJECT
 
 public:
-    DemDataDialog(QWidget *parent, UsgsDemData *data);
+    DemDataDialog(QWidget *parent, UsgsDemData *header);
 
 private:
     void addLine(const QString &label, const QString &value);

@@ -27,8 +27,8 @@ public:
     {
         if (m_in.read(StartWidth).size() < StartWidth)
             return fail("Could not read the first 6 bytes of \"%1\".");
-        m_in.seek(SizeOffset);
-        if (!readNumber(SizeWidth, width))
+        const bool reached = m_in.size() >= SizeOffset && m_in.seek(SizeOffset);
+        if (!reached || !readNumber(SizeWidth, width))
             return fail("Could not read width info in \"%1\".");
         if (*width == 0)
             return fail("Invalid input file:\nThe width was read as zero in \"%1\".");

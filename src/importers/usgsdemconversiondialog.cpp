@@ -40,9 +40,9 @@ void UsgsDemConversionDialog::accept()
     QDialog::accept();
 }
 
-bool UsgsDemConversionDialog::confirmHeader(UsgsDemData &data)
+bool UsgsDemConversionDialog::confirmHeader(UsgsDemData &header)
 {
-    DemDataDialog dialog(this, &data);
+    DemDataDialog dialog(this, &header);
     return dialog.exec() == QDialog::Accepted;
 }
 

@@ -21,7 +21,7 @@ private slots:
     void pushButtonBrowseFromFileClicked();
 
 private:
-    [[nodiscard]] bool confirmHeader(UsgsDemData &data) override;
+    [[nodiscard]] bool confirmHeader(UsgsDemData &header) override;
     [[nodiscard]] bool continueChecking(const SuspiciousElevation &jump) override;
     void readingFile(const QString &fileName) override;
 
