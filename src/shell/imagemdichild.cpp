@@ -2,6 +2,7 @@
 
 #include "raster/image.h"
 #include "raster/imagefile.h"
+#include "shell/appsettings.h"
 #include "shell/picturelabel.h"
 #include "shell/waitcursor.h"
 #include "shell/workspacewindow.h"
@@ -16,7 +17,6 @@
 #include <QMouseEvent>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSettings>
 
 #include <algorithm>
 #include <cmath>
@@ -314,8 +314,7 @@ void ImageMdiChild::resizeEvent(QResizeEvent *event)
 void ImageMdiChild::closeEvent(QCloseEvent *event)
 {
     const auto storeMaximized = [this] {
-        QSettings settings(QStringLiteral("Kolvenar"), QStringLiteral("Zephrant"));
-        settings.setValue(QStringLiteral("ImageMdiChild/Maximized"), isMaximized());
+        AppSettings().setValue(QStringLiteral("ImageMdiChild/Maximized"), isMaximized());
     };
     if (!mayBeClosed) {
         event->ignore();

@@ -1,0 +1,356 @@
+#include "shell/mainwindow.h"
+
+#if __has_include("scenery/scenerymdichild.h")
+#include "scenery/scenerymdichild.h"
+#else
+#include "shell/scenerystandin.h"
+#endif
+#include "shell/appsettings.h"
+#include "shell/imagemdichild.h"
+#include "shell/recentfiles.h"
+#include "ui_mainwindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace {
+
+bool clipboardHasPixmap()
+{
+    const QClipboard *const clipboard = QApplication::clipboard();
+    return clipboard && !clipboard->pixmap().isNull();
+}
+
+} // namespace
+
+MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
+{
+    ui->setupUi(this);
+    mdiArea = new QMdiArea;
+    mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(mdiArea);
+    readSettings();
+    separatorAction = new QAction(this);
+    separatorAction->setSeparator(true);
+    connectDocumentActions();
+    connectViewAndRunActions();
+    connectWindowActions();
+    connectDialogActions();
+    ui->action_FitToWindow->setCheckable(true);
+    updateWindowMenu();
+    ui->action_Copy->setEnabled(false);
+    ui->action_Paste->setEnabled(false);
+
+    const RecentFiles recent = RecentFiles::read();
+    const std::array actions{ui->action_OpenMRU1, ui->action_OpenMRU2,
+                             ui->action_OpenMRU3, ui->action_OpenMRU4};
+    for (QAction *action : actions)
+        action->setVisible(false);
+    showRecent(recent);
+}
+
+MainWindow::~MainWindow()
+{
+    // Views that are left tell of their end and use the zoom actions until then.
+    mdiArea->disconnect(this);
+    for (MdiChild *view : mdiArea->findChildren<MdiChild *>())
+        view->disconnect(this);
+    delete mdiArea;
+}
+
+// --- Connections -----------------------------------------------------------------
+
+void MainWindow::connectDocumentActions()
+{
+    const auto on = [this](QAction *action, void (MainWindow::*slot)()) {
+        connect(action, &QAction::triggered, this, slot);
+    };
+    on(ui->action_New, &MainWindow::newFile);
+    on(ui->action_Open, &MainWindow::open);
+    on(ui->action_Save, &MainWindow::save);
+    on(ui->action_SaveAs, &MainWindow::saveAs);
+    on(ui->action_OpenMRU1, &MainWindow::openMRU1);
+    on(ui->action_OpenMRU2, &MainWindow::openMRU2);
+    on(ui->action_OpenMRU3, &MainWindow::openMRU3);
+    on(ui->action_OpenMRU4, &MainWindow::openMRU4);
+    on(ui->action_SwitchLayoutDirection, &MainWindow::switchLayoutDirection);
+    connect(ui->action_Exit, &QAction::triggered, qApp, &QApplication::closeAllWindows);
+    on(ui->action_Copy, &MainWindow::copy);
+    on(ui->action_Paste, &MainWindow::paste);
+}
+
+void MainWindow::connectViewAndRunActions()
+{
+    const auto on = [this](QAction *action, void (MainWindow::*slot)()) {
+        connect(action, &QAction::triggered, this, slot);
+    };
+    on(ui->action_CopyFirstLast, &MainWindow::copyFirstLast);
+    on(ui->action_CopyLastFirst, &MainWindow::copyLastFirst);
+    on(ui->action_Preview, &MainWindow::renderPreview);
+    on(ui->action_Final, &MainWindow::renderFinal);
+    on(ui->action_Stop, &MainWindow::stopRendering);
+}
+
+void MainWindow::connectWindowActions()
+{
+    const auto on = [this](QAction *action, void (QMdiArea::*slot)()) {
+        connect(action, &QAction::triggered, mdiArea, slot);
+    };
+    on(ui->action_Close, &QMdiArea::closeActiveSubWindow);
+    on(ui->action_CloseAll, &QMdiArea::closeAllSubWindows);
+    on(ui->action_Tile, &QMdiArea::tileSubWindows);
+    on(ui->action_Cascade, &QMdiArea::cascadeSubWindows);
+    on(ui->action_Next, &QMdiArea::activateNextSubWindow);
+    on(ui->action_Previous, &QMdiArea::activatePreviousSubWindow);
+    connect(mdiArea, &QMdiArea::subWindowActivated, this, &MainWindow::updateMenus);
+    connect(ui->menu_Window, &QMenu::aboutToShow, this, &MainWindow::updateWindowMenu);
+}
+
+// --- Active view -----------------------------------------------------------------
+
+MdiChild *MainWindow::activeMdiChild() const
+{
+    const QMdiSubWindow *const window = mdiArea->activeSubWindow();
+    if (!window)
+        return nullptr;
+    if (auto *scenery = qobject_cast<SceneryMdiChild *>(window->widget()))
+        return scenery;
+    return qobject_cast<ImageMdiChild *>(window->widget());
+}
+
+SceneryMdiChild *MainWindow::activeScenery() const
+{
+    return qobject_cast<SceneryMdiChild *>(activeMdiChild());
+}
+
+void MainWindow::showMessage(const QString &text, int timeoutMs)
+{
+    statusBar()->showMessage(text, timeoutMs);
+}
+
+QAction *MainWindow::getAction_FitToWindow() const { return ui->action_FitToWindow; }
+
+void MainWindow::copy()
+{
+    MdiChild *const view = activeMdiChild();
+    if (!view)
+        return;
+    view->copy();
+    if (clipboardHasPixmap())
+        ui->action_Paste->setEnabled(true);
+}
+
+void MainWindow::paste()
+{
+    if (MdiChild *const view = activeMdiChild())
+        view->paste();
+}
+
+void MainWindow::copyFirstLast()
+{
+    if (SceneryMdiChild *const view = activeScenery())
+        view->copyFirstLast();
+}
+
+void MainWindow::copyLastFirst()
+{
+    if (SceneryMdiChild *const view = activeScenery())
+        view->copyLastFirst();
+}
+
+void MainWindow::switchLayoutDirection()
+{
+    QApplication::setLayoutDirection(
+        layoutDirection() == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
+}
+
+// --- States of the entries -------------------------------------------------------
+
+void MainWindow::updateMenus()
+{
+    MdiChild *const view = activeMdiChild();
+    const bool has = view != nullptr;
+    for (QAction *action :
+         {ui->action_Save, ui->action_SaveAs, ui->action_Close, ui->action_CloseAll,
+          ui->action_Tile, ui->action_Cascade, ui->action_Next, ui->action_Previous})
+        action->setEnabled(has);
+    ui->action_Paste->setEnabled(false);
+    separatorAction->setVisible(has);
+    if (auto *image = qobject_cast<ImageMdiChild *>(view))
+        updateMenusForImage(image);
+    else if (const auto *scenery = qobject_cast<SceneryMdiChild *>(view))
+        updateMenusForScenery(scenery);
+    else {
+        enableZoom(false);
+        enableRun(false);
+        ui->action_Stop->setEnabled(false);
+    }
+}
+
+void MainWindow::updateMenusForImage(ImageMdiChild *view)
+{
+    ui->action_Copy->setEnabled(true);
+    ui->action_Paste->setEnabled(clipboardHasPixmap());
+    enableZoom(true);
+    enableRun(false);
+    ui->action_Stop->setEnabled(false);
+    view->updateActions();
+}
+
+void MainWindow::updateMenusForScenery(const SceneryMdiChild *view)
+{
+    ui->action_Copy->setEnabled(false);
+    ui->action_Paste->setEnabled(false);
+    const bool shows = view->hasChildren();
+    enableZoom(shows);
+    const bool runs = shows && view->isRendering();
+    enableRun(!runs);
+    ui->action_Stop->setEnabled(runs);
+}
+
+void MainWindow::enableZoom(bool enable)
+{
+    ui->action_ZoomIn->setEnabled(enable);
+    ui->action_ZoomOut->setEnabled(enable);
+    ui->action_NormalSize->setEnabled(enable);
+    ui->action_FitToWindow->setEnabled(enable);
+}
+
+void MainWindow::enableRun(bool enable)
+{
+    ui->action_Preview->setEnabled(enable);
+    ui->action_Final->setEnabled(enable);
+}
+
+void MainWindow::mdiChildDestroyed()
+{
+    statusBar()->clearMessage();
+    if (activeMdiChild())
+        return;
+    ui->action_Copy->setEnabled(false);
+    ui->action_Paste->setEnabled(false);
+}
+
+void MainWindow::testWindowStateChanged(Qt::WindowStates, Qt::WindowStates)
+{
+    if (const auto *image = qobject_cast<ImageMdiChild *>(activeMdiChild()))
+        ui->action_FitToWindow->setChecked(image->isFitToWindow());
+}
+
+// --- Window menu -----------------------------------------------------------------
+
+void MainWindow::updateWindowMenu()
+{
+    QMenu *const menu = ui->menu_Window;
+    menu->clear();
+    menu->addActions({ui->action_Close, ui->action_CloseAll});
+    menu->addSeparator();
+    menu->addActions({ui->action_Tile, ui->action_Cascade});
+    menu->addSeparator();
+    menu->addActions({ui->action_Next, ui->action_Previous, separatorAction});
+
+    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
+    separatorAction->setVisible(!windows.isEmpty());
+    int number = 0;
+    for (QMdiSubWindow *window : windows) {
+        const auto *view = qobject_cast<MdiChild *>(window->widget());
+        if (!view)
+            continue;
+        ++number;
+        // The file name is no place for accelerators, so its ampersands stay as they are.
+        const QString text =
+            number <= 9 ? QStringLiteral("&%1 %2") : QStringLiteral("%1 %2");
+        QAction *const entry =
+            menu->addAction(text.arg(number).arg(view->userFriendlyCurrentFile()));
+        entry->setCheckable(true);
+        entry->setChecked(view == activeMdiChild());
+        connect(
+            entry, &QAction::triggered, this,
+            [this, target = QPointer<QWidget>(window)] { setActiveSubWindow(target); });
+    }
+}
+
+void MainWindow::setActiveSubWindow(QWidget *window)
+{
+    auto *const target = qobject_cast<QMdiSubWindow *>(window);
+    if (target && mdiArea->subWindowList().contains(target))
+        mdiArea->setActiveSubWindow(target);
+}
+
+// --- Runs ------------------------------------------------------------------------
+
+void MainWindow::renderPreview() { run(&SceneryMdiChild::renderPreview); }
+
+void MainWindow::renderFinal() { run(&SceneryMdiChild::renderFinal); }
+
+void MainWindow::run(void (SceneryMdiChild::*operation)())
+{
+    SceneryMdiChild *const view = activeScenery();
+    if (!view)
+        return;
+    ++renderDepth;
+    enableRun(false);
+    ui->action_Stop->setEnabled(true);
+    enableZoom(true);
+    (view->*operation)();
+    --renderDepth;
+    if (renderDepth == 0) {
+        enableRun(true);
+        ui->action_Stop->setEnabled(false);
+    }
+}
+
+void MainWindow::stopRendering()
+{
+    const QPointer<SceneryMdiChild> view = activeScenery();
+    if (!view)
+        return;
+    const auto answer = QMessageBox::question(
+        this, tr("Stop Rendering"), tr("Do you really want to cancel rendering?"),
+        QMessageBox::Yes | QMessageBox::No);
+    if (answer == QMessageBox::Yes && view)
+        view->stopRendering();
+}
+
+// --- Geometry and end ------------------------------------------------------------
+
+void MainWindow::readSettings()
+{
+    const AppSettings settings;
+    move(settings.value(QStringLiteral("MainWindow/Position"), QPoint(200, 200))
+             .toPoint());
+    resize(settings.value(QStringLiteral("MainWindow/Size"), QSize(400, 400)).toSize());
+}
+
+void MainWindow::writeSettings() const
+{
+    AppSettings settings;
+    settings.setValue(QStringLiteral("MainWindow/Position"), pos());
+    settings.setValue(QStringLiteral("MainWindow/Size"), size());
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (renderDepth != 0) {
+        event->ignore();
+        return;
+    }
+    mdiArea->closeAllSubWindows();
+    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
+    const bool refused =
+        std::any_of(windows.begin(), windows.end(), [](const QMdiSubWindow *window) {
+            return qobject_cast<MdiChild *>(window->widget()) != nullptr;
+        });
+    if (refused) {
+        event->ignore();
+        return;
+    }
+    writeSettings();
+    event->accept();
+}

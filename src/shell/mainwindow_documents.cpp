@@ -1,0 +1,234 @@
+#include "shell/mainwindow.h"
+
+#if __has_include("scenery/scenerymdichild.h")
+#include "scenery/scenerymdichild.h"
+#else
+#include "shell/scenerystandin.h"
+#endif
+#include "shell/appsettings.h"
+#include "shell/imagemdichild.h"
+#include "shell/newfiledialog.h"
+#include "shell/recentfiles.h"
+#include "ui_mainwindow.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMessageBox>
+
+namespace {
+
+constexpr int MessageTime = 2000; // ms
+constexpr QSize NewScenerySize(400, 300);
+
+bool namesScenery(const QString &path)
+{
+    return path.right(3).toUpper() == QLatin1String("ZPH");
+}
+
+// The toolkit gives each window a Close entry with a shortcut of its own. Beside the
+// main menu's that would be ambiguous, and the key would do nothing at all.
+void leaveShortcutsToMainMenu(const QMdiSubWindow *window)
+{
+    if (const QMenu *const menu = window->systemMenu()) {
+        for (QAction *action : menu->actions())
+            action->setShortcuts(QList<QKeySequence>());
+    }
+}
+
+} // namespace
+
+// --- Views -----------------------------------------------------------------------
+
+QMdiSubWindow *MainWindow::addToWorkspace(MdiChild *view)
+{
+    QMdiSubWindow *const window = mdiArea->addSubWindow(view);
+    leaveShortcutsToMainMenu(window);
+    // A view may close by itself; its window must not stay behind empty.
+    connect(view, &QObject::destroyed, window, &QObject::deleteLater);
+    return window;
+}
+
+bool MainWindow::closeView(MdiChild *view)
+{
+    auto *const window = qobject_cast<QMdiSubWindow *>(view->parentWidget());
+    if (!window)
+        return view->close();
+    if (!window->close())
+        return false;
+    mdiArea->removeSubWindow(window);
+    return true;
+}
+
+ImageMdiChild *MainWindow::createImageView()
+{
+    auto *const view = new ImageMdiChild(this);
+    connect(ui->action_ZoomIn, &QAction::triggered, view, &ImageMdiChild::slotZoomIn);
+    connect(ui->action_ZoomOut, &QAction::triggered, view, &ImageMdiChild::slotZoomOut);
+    connect(ui->action_NormalSize, &QAction::triggered, view,
+            &ImageMdiChild::slotNormalSize);
+    connect(ui->action_FitToWindow, &QAction::triggered, view,
+            &ImageMdiChild::slotFitToWindow);
+    connect(addToWorkspace(view), &QMdiSubWindow::windowStateChanged, this,
+            &MainWindow::testWindowStateChanged);
+    return view;
+}
+
+SceneryMdiChild *MainWindow::createSceneryView()
+{
+    auto *const view = new SceneryMdiChild(this, ui->action_ZoomIn, ui->action_ZoomOut,
+                                           ui->action_NormalSize, ui->action_FitToWindow);
+    addToWorkspace(view);
+    return view;
+}
+
+QMdiSubWindow *MainWindow::findMdiChild(const QString &file) const
+{
+    const QString path = QFileInfo(file).canonicalFilePath();
+    if (path.isEmpty())
+        return nullptr;
+    for (QMdiSubWindow *window : mdiArea->subWindowList()) {
+        const auto *view = qobject_cast<MdiChild *>(window->widget());
+        if (view && view->currentFile() == path)
+            return window;
+    }
+    return nullptr;
+}
+
+// --- New and open ----------------------------------------------------------------
+
+void MainWindow::newFile()
+{
+    NewFileDialog dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    if (dialog.createImageFile()) {
+        ImageMdiChild *const view = createImageView();
+        view->newFile(dialog.imageFileSize());
+        view->show();
+        return;
+    }
+    SceneryMdiChild *const view = createSceneryView();
+    view->newFile();
+    view->show();
+    QWidget *const window = view->parentWidget();
+    window->resize(NewScenerySize + (window->size() - view->size()));
+}
+
+void MainWindow::open()
+{
+    AppSettings settings;
+    QString filter = settings
+                         .value(QStringLiteral("selectedFilter"),
+                                QStringLiteral("Scenery File (*.zph)"))
+                         .toString();
+    const QString folder =
+        settings.value(QStringLiteral("mostRecentAbsolutePath")).toString();
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Open File"), folder,
+        tr("Image File (*.bmp *.jpg *.png *.ppm *.tga *.tif);;Scenery File (*.zph)"),
+        &filter);
+    if (path.isEmpty())
+        return;
+    settings.setValue(QStringLiteral("selectedFilter"), filter);
+    settings.setValue(QStringLiteral("mostRecentAbsolutePath"),
+                      QFileInfo(path).absolutePath());
+    open(path);
+}
+
+void MainWindow::open(const QString &path)
+{
+    if (QMdiSubWindow *const window = findMdiChild(path)) {
+        revert(window, path);
+        return;
+    }
+    MdiChild *view = nullptr;
+    if (namesScenery(path))
+        view = createSceneryView();
+    else
+        view = createImageView();
+    if (!view->loadFile(path)) {
+        closeView(view);
+        return;
+    }
+    addToMRU(path);
+    showMessage(tr("File loaded"), MessageTime);
+    connect(view, &QObject::destroyed, this, &MainWindow::mdiChildDestroyed);
+    ui->action_Copy->setEnabled(true);
+    view->show();
+}
+
+void MainWindow::revert(QMdiSubWindow *window, const QString &path)
+{
+    auto *const view = qobject_cast<MdiChild *>(window->widget());
+    if (view->isModified()) {
+        const auto answer = QMessageBox::warning(
+            this, tr("Revert File"),
+            tr("By reverting the file to the state saved on disk, you will lose all "
+               "changes.\nOK to revert?"),
+            QMessageBox::Yes | QMessageBox::No);
+        if (answer == QMessageBox::Yes && view->loadFile(path)) {
+            addToMRU(path);
+            showMessage(tr("File loaded"), MessageTime);
+            ui->action_Copy->setEnabled(true);
+        }
+    }
+    mdiArea->setActiveSubWindow(window);
+}
+
+// --- Save ------------------------------------------------------------------------
+
+void MainWindow::save()
+{
+    MdiChild *const view = activeMdiChild();
+    if (view && view->save())
+        showMessage(tr("File saved"), MessageTime);
+}
+
+void MainWindow::saveAs()
+{
+    MdiChild *const view = activeMdiChild();
+    if (!view || !view->saveAs())
+        return;
+    addToMRU(view->currentFile());
+    showMessage(tr("File saved"), MessageTime);
+}
+
+// --- Recent files ----------------------------------------------------------------
+
+void MainWindow::addToMRU(const QString &file)
+{
+    RecentFiles files = RecentFiles::read();
+    files.addFirst(file);
+    showRecent(files);
+    files.write();
+}
+
+// Entries only ever appear; none is hidden while the program runs.
+void MainWindow::showRecent(const RecentFiles &files)
+{
+    const std::array actions{ui->action_OpenMRU1, ui->action_OpenMRU2,
+                             ui->action_OpenMRU3, ui->action_OpenMRU4};
+    for (size_t i = 0; i < actions.size(); ++i) {
+        actions[i]->setText(files.names[i]);
+        if (!files.names[i].isEmpty())
+            actions[i]->setVisible(true);
+    }
+}
+
+void MainWindow::openRecent(int index)
+{
+    const QString file = RecentFiles::read().names[size_t(index)];
+    if (!file.isEmpty())
+        open(file);
+}
+
+void MainWindow::openMRU1() { openRecent(0); }
+
+void MainWindow::openMRU2() { openRecent(1); }
+
+void MainWindow::openMRU3() { openRecent(2); }
+
+void MainWindow::openMRU4() { openRecent(3); }
