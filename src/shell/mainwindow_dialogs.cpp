@@ -1,5 +1,8 @@
 #include "shell/mainwindow.h"
 
+#include "importers/binconversiondialog.h"
+#include "importers/japanconversiondialog.h"
+#include "importers/usgsdemconversiondialog.h"
 #include "shell/aboutzephrantdialog.h"
 #include "shell/settingsdialog.h"
 #include "tools/changeblue0pixelsdialog.h"
@@ -31,16 +34,16 @@ constexpr DialogEntry Entries[] = {
     {&Ui_MainWindow::action_AboutZephrantDialog, &MainWindow::aboutZephrantDialog,
      runDialog<AboutZephrantDialog>},
     {&Ui_MainWindow::action_UsgsDEMConversionDialog, &MainWindow::usgsDEMConversionDialog,
-     nullptr},
+     runDialog<UsgsDemConversionDialog>},
     {&Ui_MainWindow::action_BinConversionDialog, &MainWindow::binConversionDialog,
-     nullptr},
+     runDialog<BinConversionDialog>},
     {&Ui_MainWindow::action_AsciiRegularDialog, &MainWindow::asciiRegularDialog, nullptr},
     {&Ui_MainWindow::action_AsciiIrregularDialog, &MainWindow::asciiIrregularDialog,
      nullptr},
     {&Ui_MainWindow::action_SdtsConversionDialog, &MainWindow::sdtsConversionDialog,
      nullptr},
     {&Ui_MainWindow::action_JapanConversionDialog, &MainWindow::japanConversionDialog,
-     nullptr},
+     runDialog<JapanConversionDialog>},
     {&Ui_MainWindow::action_ElevationToColorDialog, &MainWindow::elevationToColorDialog,
      runDialog<ElevationToColorDialog>},
     {&Ui_MainWindow::action_ElevationToGrayDialog, &MainWindow::elevationToGrayDialog,
