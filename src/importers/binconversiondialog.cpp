@@ -93,7 +93,7 @@ void BinConversionDialog::accept()
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return showCouldNotOpen(file.fileName());
     ElevationImage image;
-    ElevationRange range;
+    StoredRange range;
     if (!convertBinDem(file, m_headerFile.header(), optionsFromForm(), *this, &image,
                        &range))
         return;

@@ -96,7 +96,7 @@ QString binDemKilobytes(const BinDemHeader &header, const BinDemOptions &options
     return wholeNumberText(std::isfinite(kilobytes) ? kilobytes : 0.0);
 }
 
-void ElevationRange::include(double elevation)
+void StoredRange::include(double elevation)
 {
     if (elevation < minimum)
         minimum = elevation;
@@ -104,20 +104,20 @@ void ElevationRange::include(double elevation)
         maximum = elevation;
 }
 
-QString ElevationRange::text() const
+QString StoredRange::text() const
 {
     return QString("minimum %1\nmaximum %2").arg(minimum).arg(maximum);
 }
 
 bool convertBinDem(QIODevice &in, const BinDemHeader &header,
                    const BinDemOptions &options, BinDemQuestions &questions,
-                   ElevationImage *image, ElevationRange *range)
+                   ElevationImage *image, StoredRange *range)
 {
     const std::optional<qint64> start = dataStart(in, questions);
     if (!start)
         return false;
     ElevationImage converted = imageOf(header, options);
-    ElevationRange stored;
+    StoredRange stored;
     const auto samples = makeSampleConverter(header, options);
     if (samples && !converted.isNull()) {
         RowReader rows(in, header, options, *start, converted.width());

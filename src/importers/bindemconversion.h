@@ -28,7 +28,7 @@ struct BinDemOptions {
                                       const BinDemOptions &options);
 
 /// Lowest and highest elevation that a conversion stored.
-struct ElevationRange {
+struct StoredRange {
     double minimum = std::numeric_limits<float>::max();
     double maximum = -minimum;
 
@@ -49,4 +49,4 @@ public:
 /// if the user does not want to proceed.
 [[nodiscard]] bool convertBinDem(QIODevice &in, const BinDemHeader &header,
                                  const BinDemOptions &options, BinDemQuestions &questions,
-                                 ElevationImage *image, ElevationRange *range);
+                                 ElevationImage *image, StoredRange *range);

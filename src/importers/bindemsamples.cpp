@@ -37,7 +37,7 @@ Pixel pixelOf(double elevation)
 // Samples of one or two bytes: few enough values to work out every pixel beforehand.
 class IntegerSamples : public BinDemSamples {
 public:
-    void addRange(ElevationRange *range) const override
+    void addRange(StoredRange *range) const override
     {
         if (m_lowest > m_highest)
             return; // no sample yet
@@ -165,7 +165,7 @@ public:
         }
     }
 
-    void addRange(ElevationRange *range) const override
+    void addRange(StoredRange *range) const override
     {
         if (m_range.minimum > m_range.maximum)
             return; // no sample yet that is a number
@@ -176,7 +176,7 @@ public:
 private:
     double m_zScale;
     float m_dropped;
-    ElevationRange m_range;
+    StoredRange m_range;
 };
 
 template <template <bool> class Samples>

@@ -6,7 +6,7 @@
 
 struct BinDemHeader;
 struct BinDemOptions;
-struct ElevationRange;
+struct StoredRange;
 
 /// Turns rows of raw samples into rows of an elevation image.
 class BinDemSamples {
@@ -16,7 +16,7 @@ public:
     /// Converts a row; `pixels` has three bytes for each sample.
     virtual void convert(const QByteArray &row, uchar *pixels) = 0;
     /// Adds the lowest and the highest elevation of all rows so far.
-    virtual void addRange(ElevationRange *range) const = 0;
+    virtual void addRange(StoredRange *range) const = 0;
 };
 
 /// The conversion for a header's sample size; null for a size that is none.

@@ -72,7 +72,7 @@ class TestBinDemConversion : public QObject {
 private:
     Questions m_questions;
     ElevationImage m_image;
-    ElevationRange m_range;
+    StoredRange m_range;
 
     bool convert(const QByteArray &bytes, const BinDemHeader &header,
                  const BinDemOptions &options)
