@@ -1,0 +1,60 @@
+#include "importers/asciiregular.h"
+
+#include "importers/xyzreader.h"
+#include "raster/elevationimage.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned ZeroElevation = 0xFF000000u;
+
+} // namespace
+
+int proposedSide(double lowestCoordinate, double highestCoordinate, int highest)
+{
+    const double side = (highestCoordinate - lowestCoordinate) + 1 + 0.5;
+    // An empty file leaves boundaries that differ by more than an int holds.
+    return side >= 1.0 ? static_cast<int>(std::min(side, double(highest))) : 1;
+}
+
+bool convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options,
+                         ElevationImage &image, QStringList *rows)
+{
+    const MeshBoundaries &b = options.boundaries;
+    const double width = options.width;
+    const double height = options.height;
+    image = ElevationImage(options.width, options.height, QImage::Format_RGB888);
+    image.clear(ZeroElevation);
+
+    XyzReader reader(in);
+    for (int i = 0; i < options.skip; ++i)
+        reader.skipLine();
+    MeshMessages messages(options.skip);
+    bool stored = false;
+    for (; !reader.atEnd(); messages.endLine()) {
+        const XyzReader::Line line = reader.readLine();
+        if (line.empty)
+            continue;
+        if (line.items < 3) {
+            messages.addShortLine(line.items);
+            continue;
+        }
+        const double u = ((line.x - b.minX) * width) / ((b.maxX - b.minX) + 1);
+        if (!(0 <= u && u <= width))
+            continue;
+        const double v = ((line.y - b.minY) * height) / ((b.maxY - b.minY) + 1);
+        if (!(0 <= v && v <= height))
+            continue;
+        image.setElevation(static_cast<int>(u + 0.5),
+                           static_cast<int>(((height - v) - 1) + 0.5),
+                           line.z * options.zScale);
+        stored = true; // also where u = width put it beside the image
+    }
+    if (!stored) {
+        messages.add(AsciiMesh::tr("Not a single valid line encountered."));
+        messages.add(AsciiMesh::tr("No output file was written."));
+    }
+    *rows = messages.rows();
+    return stored;
+}
