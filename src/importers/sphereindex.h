@@ -36,7 +36,7 @@ public:
     void remove(std::int32_t slot);
 
     /// Collects in ascending order the slots whose sphere holds the point.
-    void find(const double *point, std::vector<std::int32_t> &slots) const;
+    void find(const double *point, std::vector<std::int32_t> &found) const;
 
     /// The one test: what is no number counts as inside, as does the rim.
     [[nodiscard]] static bool holds(const double *sphere, const double *point)
@@ -65,9 +65,9 @@ private:
     [[nodiscard]] std::int64_t cellOf(double v, int axis, double perCell) const;
     [[nodiscard]] std::uint32_t bucketOf(const std::int64_t *cell, int level) const;
     void findInLevel(int level, const double *point,
-                     std::vector<std::int32_t> &slots) const;
+                     std::vector<std::int32_t> &found) const;
     void walk(std::uint32_t bucket, const double *point,
-              std::vector<std::int32_t> &slots) const;
+              std::vector<std::int32_t> &found) const;
 
     const double *m_spheres = nullptr;
     std::array<double, D> m_minimum{};
@@ -198,16 +198,16 @@ template <int D> void SphereIndex<D>::remove(std::int32_t slot)
 
 template <int D>
 void SphereIndex<D>::walk(std::uint32_t bucket, const double *point,
-                          std::vector<std::int32_t> &slots) const
+                          std::vector<std::int32_t> &found) const
 {
     for (std::int32_t slot = m_head.data[bucket]; slot != None; slot = m_next.data[slot])
         if (holds(m_spheres + std::ptrdiff_t(slot) * (D + 1), point))
-            slots.push_back(slot);
+            found.push_back(slot);
 }
 
 template <int D>
 void SphereIndex<D>::findInLevel(int level, const double *point,
-                                 std::vector<std::int32_t> &slots) const
+                                 std::vector<std::int32_t> &found) const
 {
     std::int64_t first[D], last[D], cell[D];
     for (int c = 0; c < D; ++c) {
@@ -216,7 +216,7 @@ void SphereIndex<D>::findInLevel(int level, const double *point,
         cell[c] = first[c];
     }
     for (;;) {
-        walk(bucketOf(cell, level), point, slots);
+        walk(bucketOf(cell, level), point, found);
         int c = 0;
         while (c < D && cell[c] == last[c]) {
             cell[c] = first[c];
@@ -229,16 +229,16 @@ void SphereIndex<D>::findInLevel(int level, const double *point,
 }
 
 template <int D>
-void SphereIndex<D>::find(const double *point, std::vector<std::int32_t> &slots) const
+void SphereIndex<D>::find(const double *point, std::vector<std::int32_t> &found) const
 {
-    slots.clear();
+    found.clear();
     for (const Wide &wide : m_wide)
         if (holds(wide.sphere, point))
-            slots.push_back(wide.slot);
+            found.push_back(wide.slot);
     for (int level = 0; level < Levels; ++level)
         if (m_count[level] > 0)
-            findInLevel(level, point, slots);
+            findInLevel(level, point, found);
     // Two cells of a search may share a chain.
-    std::sort(slots.begin(), slots.end());
-    slots.erase(std::unique(slots.begin(), slots.end()), slots.end());
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
 }

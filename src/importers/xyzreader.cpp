@@ -106,6 +106,7 @@ void XyzReader::skipLine()
     m_begin = m_lineEnd + (m_terminated ? 1 : 0);
     m_searched = m_begin;
     m_lineEnd = -1;
+    m_anyLine = true;
 }
 
 XyzReader::Line XyzReader::readLine()
@@ -141,7 +142,8 @@ bool XyzReader::findLine()
             m_lineEnd = static_cast<const char *>(feed) - m_buffer.data();
             m_terminated = true;
         } else if (!fill()) {
-            if (restIsNothing())
+            // A file that is not empty has a line, were it a mark alone.
+            if (restIsNothing() && (m_anyLine || !m_started))
                 return false;
             m_lineEnd = m_end;
             m_terminated = false;
