@@ -1,5 +1,6 @@
 // The frame of a run: the sweep computes it, the window shows it.
 
+#include "raster/textureimage.h"
 #include "render/terrainsweep.h"
 #include "scenery/scenerydelegate.h"
 #include "shell/imagemdichild.h"

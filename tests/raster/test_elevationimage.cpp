@@ -1,6 +1,10 @@
 #include "raster/elevationimage.h"
 
+#include "raster/vectors.h"
+
+#include <QTemporaryDir>
 #include <QTest>
+#include <QtNumeric>
 
 class TestElevationImage : public QObject {
     Q_OBJECT
@@ -61,6 +65,106 @@ private slots:
         QCOMPARE(image.elevation(1.0, 0.0), 0.0);
         QCOMPARE(image.elevation(2.0, 1.0), 0.0);
     }
+
+    void bilinearReadMixesTheFourPixelsAround_data()
+    {
+        QTest::addColumn<double>("x");
+        QTest::addColumn<double>("y");
+        QTest::addColumn<double>("elevation");
+        // Rows from the top: 10 20 30, 40 50 60, 70 80 90.
+        QTest::newRow("on a pixel of the top row") << 1.0 << 2.0 << 20.0;
+        QTest::newRow("between columns") << 0.5 << 2.0 << 15.0;
+        QTest::newRow("between rows") << 0.0 << 1.5 << 25.0;
+        QTest::newRow("in the middle of four") << 1.5 << 0.5 << 70.0;
+        QTest::newRow("a quarter right and down") << 0.25 << 1.75 << 20.0;
+        QTest::newRow("left of the picture") << -0.001 << 1.0 << 0.0;
+        QTest::newRow("above the picture") << 1.0 << 2.001 << 0.0;
+        QTest::newRow("no number") << qQNaN() << 1.0 << 0.0;
+        QTest::newRow("infinite") << 1.0 << qInf() << 0.0;
+    }
+    void bilinearReadMixesTheFourPixelsAround()
+    {
+        QFETCH(double, x);
+        QFETCH(double, y);
+        QFETCH(double, elevation);
+        ElevationImage image(3, 3, QImage::Format_RGB888);
+        for (int row = 0; row < 3; ++row)
+            for (int column = 0; column < 3; ++column)
+                image.setElevation(column, row, 10.0 * (row * 3 + column + 1));
+        QCOMPARE(image.elevation(x, y), elevation);
+        C4Vector point{x, y, -1.0, 1.0};
+        image.Z(point);
+        QCOMPARE(point.z, elevation);
+    }
+
+    void negativePositionThatRoundsToZeroReadsColumnZero()
+    {
+        // x is whole, so the scale makes the fraction: -1 / 2.5 is -0.4.
+        const QString name = m_folder.filePath(QStringLiteral("scaled.png"));
+        ElevationImage stored(2, 1, QImage::Format_RGB888);
+        stored.setElevation(0, 0, 7.0);
+        stored.setElevation(1, 0, 9.0);
+        QVERIFY(stored.save(name));
+        const ElevationImage image(name, 2.5, 1.0, nullptr);
+        QCOMPARE(image.elevation(-1, 0), 7.0);
+        QCOMPARE(image.elevation(-4, 0), 0.0); // -1.6 + 0.5 truncates to -1
+        QCOMPARE(image.elevation(2, 0), 9.0);  // 0.8 + 0.5 truncates to 1
+        QCOMPARE(image.elevation(4, 0), 0.0);  // 1.6 + 0.5 truncates to 2, outside
+    }
+
+    void zScaleAppliesToReadingAndStoring()
+    {
+        ElevationImage image(2, 2, QImage::Format_RGB888);
+        image.clear(0xFF000000);
+        image.setZScale(0.5);
+        image.setElevation(0, 1, -3.0);                // bottom row
+        QCOMPARE(image.pixel(0, 1), QRgb(0xFFFFFFFA)); // -6
+        QCOMPARE(image.elevation(0, 0), -3.0);
+        image.setZScale(2.0);
+        QCOMPARE(image.elevation(0, 0), -12.0);
+    }
+
+    void storingOutsideIsDropped()
+    {
+        ElevationImage image(2, 2, QImage::Format_RGB888);
+        image.clear(0xFF000000);
+        image.setElevation(-1, 0, 5.0);
+        image.setElevation(2, 0, 5.0);
+        image.setElevation(0, 2, 5.0);
+        image.setElevation(0, -7, 5.0);
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < 2; ++x)
+                QCOMPARE(image.pixel(x, y), QRgb(0xFF000000));
+    }
+
+    void alphaCarriesNothing()
+    {
+        ElevationImage image(1, 1, QImage::Format_ARGB32);
+        image.clear(0x00000102);
+        QCOMPARE(image.elevation(0, 0), 258.0);
+    }
+
+    void copyKeepsTheScales()
+    {
+        ElevationImage image(1, 1, QImage::Format_RGB888);
+        image.clear(0xFF000004);
+        image.setZScale(0.25);
+        const ElevationImage copy(image);
+        QCOMPARE(copy.zScale(), 0.25);
+        QCOMPARE(copy.elevation(0, 0), 1.0);
+    }
+
+    void unreadableFileLeavesANullImage()
+    {
+        const ElevationImage image(m_folder.filePath(QStringLiteral("none.png")), 1.0,
+                                   1.0, nullptr);
+        QVERIFY(image.isNull());
+        QCOMPARE(image.elevation(0, 0), 0.0);
+        QCOMPARE(image.elevation(0.5, 0.5), 0.0);
+    }
+
+private:
+    QTemporaryDir m_folder;
 };
 
 QTEST_GUILESS_MAIN(TestElevationImage)
