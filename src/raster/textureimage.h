@@ -53,8 +53,8 @@ private:
     void readBlock(int column, int row);
 
     unsigned int backgroundColor = 0xFFFFFFFFu;
-    std::array<unsigned int, 16> cacheBlock {}; // texels, row after row
+    std::array<unsigned int, 16> cacheBlock{}; // texels, row after row
     int cacheColumn = -1; // upper left texel of the block; -1 matches none
     int cacheRow = -1;
-    std::array<double, 81> weightTable {};
+    std::array<double, 81> weightTable{};
 };

@@ -128,7 +128,7 @@ private slots:
     {
         ElevationImage image(2, 2, QImage::Format_RGB888);
         image.clear(0xFF000000);
-        image.setElevation(-1, 0, 5.0);
+        image.setElevation(-2, 0, 5.0); // -1 would round to 0
         image.setElevation(2, 0, 5.0);
         image.setElevation(0, 2, 5.0);
         image.setElevation(0, -7, 5.0);

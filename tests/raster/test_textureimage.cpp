@@ -163,7 +163,7 @@ private slots:
         const double inner = 4 * std::exp(-0.5);
         const double rest = 8 * std::exp(-2.5) + 4 * std::exp(-4.5);
         const int red = int(200 * inner / (inner + rest + 1e-08));
-        QCOMPARE(red, 153);
+        QCOMPARE(red, 155);
         QCOMPARE(smooth(texture, 1.5, 3.5), qRgb(red, 0, 0));
     }
 
