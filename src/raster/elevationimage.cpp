@@ -70,10 +70,7 @@ ElevationImage::ElevationImage(int width, int height, Format format)
 {
 }
 
-ElevationImage::ElevationImage(const QSize &size, Format format)
-    : QImage(size, format)
-{
-}
+ElevationImage::ElevationImage(const QSize &size, Format format) : QImage(size, format) {}
 
 double ElevationImage::elevation(int x, int y) const
 {
@@ -101,8 +98,7 @@ double ElevationImage::elevation(double x, double y) const
     const double e10 = stepsOf(read(ix + 1, iy));
     const double e01 = stepsOf(read(ix, iy + 1));
     const double e11 = stepsOf(read(ix + 1, iy + 1));
-    return (((1 - fx) * e01 + fx * e11) * fy + ((1 - fx) * e00 + fx * e10) * (1 - fy))
-        * m_zScale;
+    return mixed(e00, e10, e01, e11, fx, fy) * m_zScale;
 }
 
 QRgb ElevationImage::pixelOf(double e, double zScale)
@@ -135,8 +131,8 @@ void ElevationImage::clear(const unsigned int &value)
 {
     if (isNull())
         return;
-    if (format() == Format_RGB888 || format() == Format_RGB32
-        || format() == Format_ARGB32) {
+    if (format() == Format_RGB888 || format() == Format_RGB32 ||
+        format() == Format_ARGB32) {
         fill(value);
         return;
     }

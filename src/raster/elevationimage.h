@@ -29,6 +29,9 @@ public:
 
     void setZScale(double scale) { m_zScale = scale; }
     [[nodiscard]] double zScale() const { return m_zScale; }
+    /// Pixels per world unit.
+    [[nodiscard]] double xScale() const { return m_xScale; }
+    [[nodiscard]] double yScale() const { return m_yScale; }
 
     /// Nearest pixel, y counted from the bottom row; 0 outside the image.
     [[nodiscard]] double elevation(int x, int y) const;
@@ -49,6 +52,13 @@ public:
     {
         const int n = static_cast<int>(pixel & 0x00FFFFFFu);
         return n >= 0x800000 ? n - 0x1000000 : n;
+    }
+
+    /// Bilinear mix of four pixels, fx and fy of the way from the first.
+    [[nodiscard]] static double mixed(double e00, double e10, double e01, double e11,
+                                      double fx, double fy)
+    {
+        return ((1 - fx) * e01 + fx * e11) * fy + ((1 - fx) * e00 + fx * e10) * (1 - fy);
     }
 
     /// The opaque pixel that stands for an elevation under a z scale.

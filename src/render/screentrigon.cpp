@@ -2,6 +2,7 @@
 
 #include "raster/textureimage.h"
 #include "render/transformation.h"
+#include "render/triangleplane.h"
 #include "render/truncate.h"
 #include "render/vectormath.h"
 
@@ -11,30 +12,28 @@
 
 namespace {
 
-// Factor of a slope whose edge has no height: such a part has one row and takes
-// no step.
-constexpr double NoHeight = 3.4028234663852886e+38;
+// Rows that a part begins outside the picture are passed over, but the edges still
+// advance step by step: a product would round differently.
 
-// Columns a row moves by along an edge.
-double slope(double columns, double rows)
+template <typename Swap> void sortByRow(ScreenCorner (&screen)[3], const Swap &swapOthers)
 {
-    return rows != 0.0 ? columns / rows : columns * NoHeight;
+    for (const auto &[i, k] : {std::pair{0, 1}, {0, 2}, {1, 2}}) {
+        if (screen[k].row < screen[i].row) {
+            std::swap(screen[i], screen[k]);
+            swapOthers(i, k);
+        }
+    }
 }
+
+unsigned int grey(unsigned int v) { return 0xFF000000u | (v & 0xFFu) * 0x010101u; }
 
 } // namespace
 
-// What is the same for all pixels of one triangle.
-struct ScreenTrigon::Shading {
-    bool constant; // the corners lie on a line: one normal for all pixels
-    C4Vector acrossX, acrossY, origin; // normal = acrossX * x + acrossY * y + origin
-    C4Vector mean;                     // the normal when constant
-    double keep;                       // weight of the colour
-    int dust;                          // grey added to it
-};
-
-// Left and right end of a row, moved along the two edges of a part.
+// Left and right end of a row, moved along the two edges of a part. Slopes are in
+// columns a row; of an edge without height the part has one row and takes no step.
 struct ScreenTrigon::Edges {
-    Edges(double start, double a, double b)
+    explicit Edges(int start) : left(start), right(start) {}
+    Edges(int start, double a, double b)
         : left(start), right(start), leftStep(std::min(a, b)), rightStep(std::max(a, b))
     {
     }
@@ -43,44 +42,121 @@ struct ScreenTrigon::Edges {
         left += leftStep;
         right += rightStep;
     }
+    [[nodiscard]] int first() const { return std::max(static_cast<int>(left), 0); }
+    [[nodiscard]] int last(int most) const
+    {
+        return std::min(static_cast<int>(right), most);
+    }
+
     double left, right;
-    double leftStep, rightStep;
+    double leftStep = 0.0, rightStep = 0.0;
 };
 
-ScreenTrigon::ScreenTrigon(TextureImage *target, TextureImage *texture, int x0, int y0,
-                           int width, int height, C4Vector light, Transformation *camera,
-                           int quality)
-    : xMin(x0), yMin(y0), xMax(width - 1), yMax(height - 1), Licht(normalized(light)),
+// What is the same for all pixels of one triangle.
+struct ScreenTrigon::Shading {
+    bool constant = false; // the corners lie on a line: one normal for all pixels
+    C4Vector acrossX, acrossY, origin; // normal = acrossX * x + acrossY * y + origin
+    C4Vector mean;                     // the normal when constant
+    double keep = 1.0;                 // weight of the colour
+    int dust = 0;                      // grey added to it
+    EbenenMatrix plane{};
+};
+
+ScreenTrigon::ScreenTrigon(TextureImage *target, const TextureImage *texture,
+                           C4Vector light, const Transformation *camera, int quality,
+                           RowShare share)
+    : xMax(target->width() - 1), yMax(target->height() - 1), Licht(normalized(light)),
       Helligkeit(std::abs(Licht.x * 0 + Licht.y * 0 + Licht.z + 0 * Licht.w)),
-      Ziel(target), Textur(texture), Trafo(camera), Qualitaet(quality),
-      m_rows(target->bits()), m_bytesPerLine(target->bytesPerLine())
+      Trafo(camera), Qualitaet(quality), m_share(share), m_rows(target->bits()),
+      m_bytesPerLine(target->bytesPerLine())
 {
+    if (texture)
+        m_texture.emplace(*texture);
 }
 
-void ScreenTrigon::sortByRow(C4Vector *screen, C4Vector *vertices, C4Vector *normals)
+unsigned int *ScreenTrigon::pixels(int row) const
 {
-    for (const auto &[i, k] : {std::pair{0, 1}, {0, 2}, {1, 2}}) {
-        if (screen[k].y < screen[i].y) {
-            std::swap(screen[i], screen[k]);
-            std::swap(vertices[i], vertices[k]);
-            std::swap(normals[i], normals[k]);
+    return reinterpret_cast<unsigned int *>(m_rows + row * m_bytesPerLine);
+}
+
+// The lower part in the picture: from the lowest corner up to the middle one's row.
+template <typename FillRow>
+void ScreenTrigon::fillUpward(const ScreenCorner (&s)[3], const FillRow &fillRow) const
+{
+    const int first = std::max(s[1].row, 0);
+    const bool oneRow = s[2].row == s[1].row;
+    Edges edges = oneRow ? Edges(s[2].x)
+                         : Edges(s[2].x, double(s[1].x - s[2].x) / (s[2].row - s[1].row),
+                                 double(s[0].x - s[2].x) / (s[2].row - s[0].row));
+    for (int row = s[2].row; row >= first; --row, edges.step())
+        if (row <= yMax && m_share.owns(row))
+            fillRow(row, edges);
+}
+
+// The upper part: from the highest corner down to the same row, which is thus filled
+// twice.
+template <typename FillRow>
+void ScreenTrigon::fillDownward(const ScreenCorner (&s)[3], const FillRow &fillRow) const
+{
+    const int last = std::min(s[1].row, yMax);
+    const bool oneRow = s[0].row == s[1].row;
+    Edges edges = oneRow ? Edges(s[0].x)
+                         : Edges(s[0].x, double(s[0].x - s[1].x) / (s[0].row - s[1].row),
+                                 double(s[0].x - s[2].x) / (s[0].row - s[2].row));
+    for (int row = s[0].row; row <= last; ++row, edges.step())
+        if (row >= 0 && m_share.owns(row))
+            fillRow(row, edges);
+}
+
+void ScreenTrigon::Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c,
+                           unsigned int number)
+{
+    ScreenCorner s[3] = {a, b, c};
+    sortByRow(s, [](int, int) {});
+    // The ends of a row can lie a rounding beyond the corners, never a column.
+    if (s[0].row > yMax || s[2].row < 0 || std::min({a.x, b.x, c.x}) > xMax + 1 ||
+        std::max({a.x, b.x, c.x}) < -1)
+        return;
+    if (!m_share.touches(std::max(s[0].row, 0), std::min(s[2].row, yMax)))
+        return;
+    const auto paintRow = [this, number](int row, const Edges &edges) {
+        unsigned int *const p = pixels(row);
+        const int last = edges.last(xMax);
+        for (int x = edges.first(); x <= last; ++x)
+            p[x] = number;
+    };
+    fillUpward(s, paintRow);
+    fillDownward(s, paintRow);
+}
+
+void ScreenTrigon::resolve(const TriangleSource &source)
+{
+    for (int row = 0; row <= yMax; ++row) {
+        if (!m_share.owns(row))
+            continue;
+        const unsigned int *const p = pixels(row);
+        for (int x = 0; x <= xMax; ++x) {
+            if (p[x] >= NumberLimit)
+                continue;
+            Triangle triangle = source.triangle(p[x]);
+            shade(triangle, p[x]);
         }
     }
 }
 
-void ScreenTrigon::Rechnen(C4Vector *screen, C4Vector *vertices, C4Vector *normals,
-                           double fog)
+void ScreenTrigon::shade(Triangle &t, unsigned int number)
 {
-    sortByRow(screen, vertices, normals);
-    const double x0 = screen[0].x, y0 = screen[0].y;
-    const double x1 = screen[1].x, y1 = screen[1].y;
-    const double x2 = screen[2].x, y2 = screen[2].y;
-    const C4Vector &n0 = normals[0];
-    const C4Vector &n1 = normals[1];
-    const C4Vector &n2 = normals[2];
+    sortByRow(t.screen, [&t](int i, int k) {
+        std::swap(t.vertices[i], t.vertices[k]);
+        std::swap(t.normals[i], t.normals[k]);
+    });
+    const double x0 = t.screen[0].x, y0 = t.screen[0].row;
+    const double x1 = t.screen[1].x, y1 = t.screen[1].row;
+    const double x2 = t.screen[2].x, y2 = t.screen[2].row;
+    const C4Vector &n0 = t.normals[0], &n1 = t.normals[1], &n2 = t.normals[2];
 
     const double D = x1 * y2 + x2 * y0 + x0 * y1 - x2 * y1 - x0 * y2 - x1 * y0;
-    Shading shading{};
+    Shading shading;
     shading.constant = D == 0.0;
     if (shading.constant) {
         shading.mean = {(n0.x + n1.x + n2.x) / 3, (n0.y + n1.y + n2.y) / 3,
@@ -100,59 +176,37 @@ void ScreenTrigon::Rechnen(C4Vector *screen, C4Vector *vertices, C4Vector *norma
         interpolate(&C4Vector::y);
         interpolate(&C4Vector::z);
     }
-    shading.keep = 1 - fog;
-    shading.dust = truncated(Helligkeit * 255.0 * fog);
+    shading.keep = 1 - t.fog;
+    shading.dust = truncated(Helligkeit * 255.0 * t.fog);
+    shading.plane =
+        Trafo->SetzeDreiecksEckpunkte(t.vertices[0], t.vertices[1], t.vertices[2]);
 
-    Trafo->SetzeDreiecksEckpunkte(vertices);
-    fillUpward(screen, shading);
-    fillDownward(screen, shading);
+    // The part that was painted last comes first: a pixel that has its colour no
+    // longer holds the number.
+    const auto shadeOne = [&](int row, const Edges &edges) {
+        shadeRow(row, edges, shading, number);
+    };
+    fillDownward(t.screen, shadeOne);
+    fillUpward(t.screen, shadeOne);
 }
 
-// The lower part of the triangle in the picture: from the lowest corner up to the
-// row of the middle one.
-void ScreenTrigon::fillUpward(const C4Vector *screen, const Shading &shading)
+void ScreenTrigon::shadeRow(int row, const Edges &edges, const Shading &shading,
+                            unsigned int number)
 {
-    const C4Vector &s0 = screen[0], &s1 = screen[1], &s2 = screen[2];
-    Edges edges(s2.x, slope(s1.x - s2.x, s2.y - s1.y), slope(s0.x - s2.x, s2.y - s0.y));
-    const int first = std::max(truncated(s1.y), yMin);
-    for (int row = truncated(s2.y); row >= first;) {
-        fillRow(row, edges, shading);
-        if (--row >= first)
-            edges.step();
-    }
-}
-
-// The upper part: from the highest corner down to the same row, which is thus
-// filled twice with the same colours.
-void ScreenTrigon::fillDownward(const C4Vector *screen, const Shading &shading)
-{
-    const C4Vector &s0 = screen[0], &s1 = screen[1], &s2 = screen[2];
-    Edges edges(s0.x, slope(s0.x - s1.x, s0.y - s1.y), slope(s0.x - s2.x, s0.y - s2.y));
-    const int last = std::min(truncated(s1.y), yMax);
-    for (int row = truncated(s0.y); row <= last;) {
-        fillRow(row, edges, shading);
-        if (++row <= last)
-            edges.step();
-    }
-}
-
-void ScreenTrigon::fillRow(int row, const Edges &edges, const Shading &shading)
-{
-    if (row < yMin || row > yMax)
-        return;
-    const int first = std::max(truncated(edges.left), xMin);
-    const int end = std::min(truncated(edges.right), xMax);
-    C4Vector normal = shading.mean;
+    const int first = edges.first();
+    const int last = edges.last(xMax);
     const C4Vector &gx = shading.acrossX;
+    const C4Vector &gy = shading.acrossY;
+    C4Vector normal = shading.mean;
     if (!shading.constant) {
-        const C4Vector &gy = shading.acrossY;
         normal = {gx.x * first + gy.x * row + shading.origin.x,
                   gx.y * first + gy.y * row + shading.origin.y,
                   gx.z * first + gy.z * row + shading.origin.z, 1.0};
     }
-    auto *const pixels = reinterpret_cast<unsigned int *>(m_rows + row * m_bytesPerLine);
-    for (int x = first; x <= end; ++x) {
-        pixels[x] = shade(x, row, normal, shading);
+    unsigned int *const p = pixels(row);
+    for (int x = first; x <= last; ++x) {
+        if (p[x] == number)
+            p[x] = colourOf(x, row, normal, shading);
         if (!shading.constant) {
             normal.x += gx.x;
             normal.y += gx.y;
@@ -161,27 +215,23 @@ void ScreenTrigon::fillRow(int row, const Edges &edges, const Shading &shading)
     }
 }
 
-unsigned int ScreenTrigon::shade(int x, int row, const C4Vector &n,
-                                 const Shading &shading) const
+unsigned int ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
+                                    const Shading &shading) const
 {
     // The light points along its travel, hence the minus signs.
     const double intensity =
         (-n.y * Licht.y - n.x * Licht.x - n.z * Licht.z - n.w * Licht.w) /
         std::sqrt(n.z * n.z + n.y * n.y + n.x * n.x);
     const auto dust = static_cast<unsigned int>(shading.dust);
-    const auto grey = [](unsigned int v) { return (v & 0xFFu) * 0x010101u; };
     if (intensity < 0)
-        return 0xFF000000u | grey(dust);
-    if (!Textur) {
+        return grey(dust);
+    if (!m_texture) {
         const int lit = truncated(intensity * 255.0 * shading.keep);
-        return 0xFF000000u | grey(static_cast<unsigned int>(lit) + dust);
+        return grey(static_cast<unsigned int>(lit) + dust);
     }
-
-    unsigned int colour = 0;
-    if (Qualitaet < 1)
-        Trafo->FarbeImDreieck2(x, row, &colour);
-    else
-        Trafo->FarbeImDreieck1(x, row, &colour);
+    const TrianglePlane plane(*Trafo, *m_texture, shading.plane);
+    const unsigned int colour =
+        Qualitaet < 1 ? plane.FarbeImDreieck2(x, row) : plane.FarbeImDreieck1(x, row);
     const auto lit = [&](int shift) {
         const unsigned int byte = colour >> shift & 0xFFu;
         const int value = truncated(byte * intensity * shading.keep);

@@ -1,45 +1,99 @@
 #pragma once
 
+#include "raster/texturesampler.h"
 #include "raster/vectors.h"
 
-class QImage;
+#include <optional>
+
 class TextureImage;
 class Transformation;
 
-/// Fills the triangles of one frame, scanline by scanline.
+/// A corner of a triangle on the screen, in whole pixels.
+struct ScreenCorner {
+    int x = 0, row = 0;
+};
+
+/// A triangle with all that its pixels take their colour from.
+struct Triangle {
+    ScreenCorner screen[3];
+    C4Vector vertices[3]; // world
+    C4Vector normals[3];  // unit vectors
+    double fog = 0.0;     // weight of dust
+};
+
+/// Knows the triangles by the numbers that were painted.
+class TriangleSource {
+public:
+    virtual ~TriangleSource() = default;
+    [[nodiscard]] virtual Triangle triangle(unsigned int number) const = 0;
+};
+
+/// The rows of a picture that one of several threads fills: every so-manieth strip.
+struct RowShare {
+    int index = 0;
+    int count = 1;
+
+    [[nodiscard]] bool owns(int row) const
+    {
+        return count == 1 || (row >> StripBits) % count == index;
+    }
+    /// False if none of the rows from first to last, both 0 or more, is owned.
+    [[nodiscard]] bool touches(int first, int last) const
+    {
+        const int strip = first >> StripBits;
+        return strip != last >> StripBits || count == 1 || strip % count == index;
+    }
+
+    static constexpr int StripBits = 4;
+};
+
+/// Fills the triangles of one frame.
 ///
-/// There is no depth buffer: triangles come far ones first, and every pixel
-/// replaces what was there. Normals are interpolated over the screen; the colour
-/// is read where the pixel's own ray meets the plane of the triangle.
+/// There is no depth buffer: triangles come far ones first, and the last one painted
+/// on a pixel is the one that is seen. So painting a triangle only leaves its number
+/// in the pixels of the target: Rechnen(). When the picture is to be seen, each pixel
+/// that holds a number gets the colour of that triangle, once: resolve(). A number is
+/// told from a colour by its upper byte, which is 0xFF in every colour.
+///
+/// A triangle is filled scanline by scanline between two edges: upward from its
+/// lowest corner to the row of the middle one, then downward from the highest corner
+/// to the same row. Normals are interpolated over the screen; the texture is read
+/// where the pixel's own ray meets the plane of the triangle.
 class ScreenTrigon {
 public:
-    ScreenTrigon(TextureImage *target, TextureImage *texture, int x0, int y0, int width,
-                 int height, C4Vector light, Transformation *camera, int quality);
-    virtual ~ScreenTrigon() = default;
+    /// Numbers of triangles are below this.
+    static constexpr unsigned int NumberLimit = 0xFF000000u;
 
-    /// Fills a triangle given by whole screen corners, world corners and normals;
-    /// `fog` is the weight of dust. Reorders all three arrays.
-    void Rechnen(C4Vector *screen, C4Vector *vertices, C4Vector *normals, double fog);
+    ScreenTrigon(TextureImage *target, const TextureImage *texture, C4Vector light,
+                 const Transformation *camera, int quality, RowShare share = {});
+
+    /// Paints the number of a triangle on its pixels.
+    void Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
+    /// Gives every pixel that holds a number its colour.
+    void resolve(const TriangleSource &source);
 
 private:
-    struct Shading;
     struct Edges;
+    struct Shading;
 
-    static void sortByRow(C4Vector *screen, C4Vector *vertices, C4Vector *normals);
-    void fillUpward(const C4Vector *screen, const Shading &shading);
-    void fillDownward(const C4Vector *screen, const Shading &shading);
-    void fillRow(int row, const Edges &edges, const Shading &shading);
-    [[nodiscard]] unsigned int shade(int x, int row, const C4Vector &normal,
-                                     const Shading &shading) const;
+    template <typename FillRow>
+    void fillUpward(const ScreenCorner (&s)[3], const FillRow &fillRow) const;
+    template <typename FillRow>
+    void fillDownward(const ScreenCorner (&s)[3], const FillRow &fillRow) const;
+    void shade(Triangle &triangle, unsigned int number);
+    void shadeRow(int row, const Edges &edges, const Shading &shading,
+                  unsigned int number);
+    [[nodiscard]] unsigned int colourOf(int x, int row, const C4Vector &normal,
+                                        const Shading &shading) const;
+    [[nodiscard]] unsigned int *pixels(int row) const;
 
-    int xMin, yMin;        // lowest writable column and row
-    int xMax, yMax;        // highest writable column and row
-    C4Vector Licht;        // unit vector along the travel of the light
-    double Helligkeit;     // how bright dust and flat land are under this light
-    TextureImage *Ziel;    // target, borrowed
-    TextureImage *Textur;  // source of colour, borrowed; may be null
-    Transformation *Trafo; // camera, borrowed
-    int Qualitaet;         // 0 low, 1 high, 2 extra high
+    int xMax, yMax;    // last column and row of the target
+    C4Vector Licht;    // unit vector along the travel of the light
+    double Helligkeit; // how bright dust and flat land are under this light
+    const Transformation *Trafo;
+    std::optional<TextureSampler> m_texture; // source of colour; white without
+    int Qualitaet;                           // 0 low, 1 high, 2 extra high
+    RowShare m_share;
     unsigned char *m_rows; // of the target
     long long m_bytesPerLine;
 };

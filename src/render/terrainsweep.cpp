@@ -1,48 +1,27 @@
 #include "render/terrainsweep.h"
 
-#include "raster/elevationimage.h"
 #include "raster/textureimage.h"
-#include "render/screentrigon.h"
+#include "render/meshframe.h"
 #include "render/transformation.h"
 #include "render/truncate.h"
-#include "render/vectormath.h"
+#include "render/workerpool.h"
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 
 namespace {
 
 // Keeps the observer from falling on a mesh line.
 constexpr double ObserverOffset = 8e-05;
-// Beyond this many dust ranges a cell is not drawn at all.
-constexpr double FarthestRange = 7.0;
+// More threads than this find no work in a frame.
+constexpr int MostThreads = 64;
 
-// Mesh steps of the stencil's points from the lower left corner of the cell.
-constexpr std::array<std::array<int, 2>, 12> StencilSteps{{
-    {0, -1},
-    {1, -1}, // 0, 1
-    {-1, 0},
-    {0, 0},
-    {1, 0},
-    {2, 0}, // 2 to 5
-    {-1, 1},
-    {0, 1},
-    {1, 1},
-    {2, 1}, // 6 to 9
-    {0, 2},
-    {1, 2}, // 10, 11
-}};
-
-// The points at which the four normals stand, and their neighbours.
-struct NormalPoints {
-    int centre, south, east, north, west;
-};
-constexpr std::array<NormalPoints, 4> NormalStencil{{
-    {3, 0, 4, 7, 2},
-    {4, 1, 5, 8, 3},
-    {7, 3, 8, 10, 6},
-    {8, 4, 9, 11, 7},
-}};
+int threadsOrAll(int threads)
+{
+    const int cores = std::max(static_cast<int>(std::thread::hardware_concurrency()), 1);
+    return std::clamp(threads > 0 ? threads : cores, 1, MostThreads);
+}
 
 } // namespace
 
@@ -53,9 +32,6 @@ void TerrainSweep::Scan(TextureImage *texture, bool useBackground,
                         unsigned int background, int quality)
 {
     paintBackground(useBackground, background);
-    activeTrigon = std::make_unique<ScreenTrigon>(renderTarget, texture, 0, 0,
-                                                  renderWidth, renderHeight, Licht,
-                                                  activeTransformation, quality);
     sweepObserver = activeTransformation->Beobachter();
     sweepObserver.x += ObserverOffset;
     sweepObserver.y += ObserverOffset;
@@ -65,6 +41,7 @@ void TerrainSweep::Scan(TextureImage *texture, bool useBackground,
     if (meshIsWalkable()) {
         setLimits();
         RoundTheLimits();
+        beginFrame(texture, quality);
         ScanQuadrant0();
         ScanQuadrant1();
         ScanQuadrant2();
@@ -73,8 +50,35 @@ void TerrainSweep::Scan(TextureImage *texture, bool useBackground,
         ScanBoundary12();
         ScanBoundary23();
         ScanBoundary30();
+        m_frame->resolve();
+        m_frame.reset();
     }
-    activeTrigon.reset();
+}
+
+void TerrainSweep::beginFrame(const TextureImage *texture, int quality)
+{
+    const int wanted = threadsOrAll(threads);
+    if (!m_workers || m_workers->size() != wanted)
+        m_workers = std::make_unique<WorkerPool>(wanted);
+    FrameSetup setup;
+    setup.target = renderTarget;
+    setup.texture = texture;
+    setup.elevation = renderElevation;
+    setup.camera = activeTransformation;
+    setup.light = Licht;
+    setup.observer = sweepObserver;
+    setup.dustRange = dustRange;
+    setup.stepY = stepY;
+    setup.quality = quality;
+    const double most = terrainX / stepX + 2;
+    setup.mostCells = most < 65536.0 ? static_cast<int>(most) : 65536;
+    m_frame = std::make_unique<MeshFrame>(setup, *m_workers);
+}
+
+void TerrainSweep::showable()
+{
+    if (m_frame)
+        m_frame->resolve();
 }
 
 void TerrainSweep::paintBackground(bool useBackground, unsigned int background)
@@ -157,87 +161,4 @@ void TerrainSweep::Clip(C4Vector &point)
         footMinY = point.y;
     if (point.y > footMaxY)
         footMaxY = point.y;
-}
-
-void TerrainSweep::AllesBerechnen()
-{
-    for (int k = 0; k < 12; ++k)
-        place(k, StencilSteps[k][0], StencilSteps[k][1]);
-    for (int corner = 0; corner < 4; ++corner)
-        computeNormal(corner);
-    rowRestart = false;
-}
-
-void TerrainSweep::TeilPlusBerechnen()
-{
-    std::copy(stencil.begin() + 1, stencil.end(), stencil.begin());
-    for (const int k : {1, 5, 9, 11})
-        place(k, StencilSteps[k][0], StencilSteps[k][1]);
-    cornerNormal[0] = cornerNormal[1];
-    cornerNormal[2] = cornerNormal[3];
-    computeNormal(1);
-    computeNormal(3);
-}
-
-void TerrainSweep::TeilMinusBerechnen()
-{
-    std::copy_backward(stencil.begin(), stencil.end() - 1, stencil.end());
-    for (const int k : {0, 2, 6, 10})
-        place(k, StencilSteps[k][0], StencilSteps[k][1]);
-    cornerNormal[1] = cornerNormal[0];
-    cornerNormal[3] = cornerNormal[2];
-    computeNormal(0);
-    computeNormal(2);
-}
-
-void TerrainSweep::place(int point, int columns, int rows)
-{
-    C4Vector &p = stencil[point];
-    p = {meshX + columns * stepX, meshY + rows * stepY, 0.0, 1.0};
-    renderElevation->Z(p);
-}
-
-void TerrainSweep::computeNormal(int corner)
-{
-    const NormalPoints &points = NormalStencil[corner];
-    const C4Vector &centre = stencil[points.centre];
-    const C4Vector s = difference(stencil[points.south], centre);
-    const C4Vector e = difference(stencil[points.east], centre);
-    const C4Vector n = difference(stencil[points.north], centre);
-    const C4Vector w = difference(stencil[points.west], centre);
-    const C4Vector se = cross(s, e);
-    const C4Vector en = cross(e, n);
-    const C4Vector nw = cross(n, w);
-    const C4Vector ws = cross(w, s);
-    cornerNormal[corner] = normalized({0.25 * (se.x + en.x + nw.x + ws.x),
-                                       0.25 * (se.y + en.y + nw.y + ws.y),
-                                       0.25 * (se.z + en.z + nw.z + ws.z), 1.0});
-}
-
-void TerrainSweep::drawCell(First first)
-{
-    const double d = length(difference(sweepObserver, stencil[3])) / dustRange;
-    if (d >= FarthestRange)
-        return;
-    const double fog = 1 - std::exp(-d);
-    const auto drawNorthWest = [&] { drawTriangle({3, 7, 8}, {0, 2, 3}, fog); };
-    const auto drawSouthEast = [&] { drawTriangle({3, 8, 4}, {0, 3, 1}, fog); };
-    if (first == First::NorthWest) {
-        drawNorthWest();
-        drawSouthEast();
-    } else {
-        drawSouthEast();
-        drawNorthWest();
-    }
-}
-
-void TerrainSweep::drawTriangle(const std::array<int, 3> &points,
-                                const std::array<int, 3> &normals, double fog)
-{
-    for (int k = 0; k < 3; ++k) {
-        triangleVertices[k] = stencil[points[k]];
-        triangleNormals[k] = cornerNormal[normals[k]];
-    }
-    activeTransformation->ZeichneEinDreieck(
-        triangleVertices.data(), triangleNormals.data(), fog, activeTrigon.get());
 }

@@ -7,9 +7,11 @@
 #include <memory>
 
 class ElevationImage;
-class ScreenTrigon;
+class MeshFrame;
 class TextureImage;
 class Transformation;
+class WorkerPool;
+struct MeshColumns;
 
 /// Renders one frame of terrain.
 ///
@@ -17,18 +19,11 @@ class Transformation;
 /// mesh over it toward the observer, far cells first, so that near ones overwrite
 /// them: four quadrants that meet at the observer, then the four strips on the
 /// axes between them. Quadrants are numbered clockwise from the north-west.
-///
-/// A stencil of 12 mesh points slides along each row; cell corners are the points
-/// 3, 4, 8, 7, the others exist for the normals (north is up):
-///
-///         10  11
-///      6   7   8   9
-///      2   3   4   5
-///          0   1
 class TerrainSweep {
 public:
     /// Called before each row of the mesh; false stops the walk. A stopped walk
-    /// leaves a partial picture.
+    /// leaves a partial picture. The target is fit to be looked at only after
+    /// showable().
     using RowStarts = std::function<bool()>;
 
     TerrainSweep();
@@ -49,10 +44,15 @@ public:
     double terrainX = 0.0;  // extent in world units
     double terrainY = 0.0;
     RowStarts rowStarts;
+    int threads = 0; // that draw a frame; 0 stands for all cores
 
     /// Renders one frame. Camera, z scale and dust range are set beforehand.
     void Scan(TextureImage *texture, bool useBackground, unsigned int background,
               int quality);
+
+    /// Brings the target to what is drawn so far. To be called before it is looked at
+    /// while Scan() runs.
+    void showable();
 
     // Steps of Scan.
 
@@ -73,36 +73,27 @@ public:
     void ScanBoundary12();
     void ScanBoundary23();
     void ScanBoundary30();
-    /// Fills the stencil and the normals for the cell at meshX, meshY.
-    void AllesBerechnen();
-    /// Slides the stencil one step east or west, after meshX has moved.
-    void TeilPlusBerechnen();
-    void TeilMinusBerechnen();
 
     // State of a frame.
-    std::unique_ptr<ScreenTrigon> activeTrigon; // lives inside Scan
     C4Vector sweepObserver;
-    std::array<C4Vector, 12> stencil;
-    std::array<C4Vector, 4> cornerNormal; // at stencil points 3, 4, 7, 8
     double footMinX = 0.0, footMaxX = 0.0, footMinY = 0.0, footMaxY = 0.0;
     double stepX = 0.0, stepY = 0.0;
     std::array<double, 4> loX{}, hiX{}, loY{}, hiY{}; // of quadrants 0 to 3
-    double meshX = 0.0, meshY = 0.0; // lower left corner of the cell in hand
-    std::array<C4Vector, 3> triangleVertices, triangleNormals;
-    bool rowRestart = true; // until the row's first cell was computed in full
 
 private:
     enum class First { NorthWest, SouthEast }; // triangle of a cell
 
     void paintBackground(bool useBackground, unsigned int background);
     [[nodiscard]] bool meshIsWalkable() const;
+    void beginFrame(const TextureImage *texture, int quality);
     [[nodiscard]] bool quadrantRuns(int quadrant) const;
-    [[nodiscard]] bool startRow();
-    void walkEast(double from, double until, First first);
-    void walkWest(double from, double until, First first);
-    void drawCell(First first);
-    void drawTriangle(const std::array<int, 3> &points, const std::array<int, 3> &normals,
-                      double fog);
-    void place(int point, int columns, int rows);
-    void computeNormal(int corner);
+    [[nodiscard]] bool mayStartRow() const;
+    [[nodiscard]] MeshColumns eastward(double from, double until) const;
+    [[nodiscard]] MeshColumns westward(double from, double until) const;
+    void walkSouth(MeshColumns columns, First first, double from, double until);
+    void walkNorth(MeshColumns columns, First first, double from, double until);
+    void walkOneRow(MeshColumns columns, First first, double y);
+
+    std::unique_ptr<WorkerPool> m_workers;
+    std::unique_ptr<MeshFrame> m_frame; // lives inside Scan
 };

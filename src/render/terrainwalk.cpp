@@ -1,15 +1,18 @@
 // The walking limits of a frame and the walks over the mesh.
 
-#include "raster/vectors.h"
-#include "render/screentrigon.h"
+#include "render/meshframe.h"
 #include "render/terrainsweep.h"
+#include "render/workerpool.h"
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
 // Keeps the mesh limit tests off the cell edges.
 constexpr double MeshMargin = 1e-05;
+// Cells of a row, should a step of next to nothing make more than a mesh has.
+constexpr int MostCells = 1 << 20;
 
 // The mesh line that is `lines` beyond the last one before v, with a margin that is
 // below 0 for a lower limit.
@@ -79,121 +82,107 @@ bool TerrainSweep::quadrantRuns(int quadrant) const
     }
 }
 
-bool TerrainSweep::startRow()
+bool TerrainSweep::mayStartRow() const { return !rowStarts || rowStarts(); }
+
+MeshColumns TerrainSweep::eastward(double from, double until) const
 {
-    rowRestart = true;
-    return !rowStarts || rowStarts();
+    int cells = 0;
+    for (double x = from; x < until && cells < MostCells; x += stepX)
+        ++cells;
+    return MeshColumns::eastward(from, stepX, cells);
 }
 
-void TerrainSweep::walkEast(double from, double until, First first)
+MeshColumns TerrainSweep::westward(double from, double until) const
 {
-    for (meshX = from; meshX < until; meshX += stepX) {
-        if (rowRestart)
-            AllesBerechnen();
-        else
-            TeilPlusBerechnen();
-        drawCell(first);
+    int cells = 0;
+    for (double x = from; x >= until && cells < MostCells; x -= stepX)
+        ++cells;
+    return MeshColumns::westwardFrom(from, stepX, cells);
+}
+
+void TerrainSweep::walkSouth(MeshColumns columns, First first, double from, double until)
+{
+    columns.northWestFirst = first == First::NorthWest;
+    m_frame->beginWalk(std::move(columns));
+    for (double y = from; y >= until; y -= stepY) {
+        if (!mayStartRow())
+            return;
+        m_frame->addRow(y);
     }
 }
 
-void TerrainSweep::walkWest(double from, double until, First first)
+void TerrainSweep::walkNorth(MeshColumns columns, First first, double from, double until)
 {
-    for (meshX = from; meshX >= until; meshX -= stepX) {
-        if (rowRestart)
-            AllesBerechnen();
-        else
-            TeilMinusBerechnen();
-        drawCell(first);
+    columns.northWestFirst = first == First::NorthWest;
+    m_frame->beginWalk(std::move(columns));
+    for (double y = from; y < until; y += stepY) {
+        if (!mayStartRow())
+            return;
+        m_frame->addRow(y);
     }
+}
+
+void TerrainSweep::walkOneRow(MeshColumns columns, First first, double y)
+{
+    columns.northWestFirst = first == First::NorthWest;
+    m_frame->beginWalk(std::move(columns));
+    if (mayStartRow())
+        m_frame->addRow(y);
 }
 
 void TerrainSweep::ScanQuadrant0()
 {
-    if (!quadrantRuns(0))
-        return;
-    for (meshY = hiY[0]; meshY >= loY[0] - MeshMargin; meshY -= stepY) {
-        if (!startRow())
-            return;
-        walkEast(loX[0], hiX[0] + MeshMargin, First::NorthWest);
-    }
+    if (quadrantRuns(0))
+        walkSouth(eastward(loX[0], hiX[0] + MeshMargin), First::NorthWest, hiY[0],
+                  loY[0] - MeshMargin);
 }
 
 void TerrainSweep::ScanQuadrant1()
 {
-    if (!quadrantRuns(1))
-        return;
-    for (meshY = hiY[1]; meshY >= loY[1] - MeshMargin; meshY -= stepY) {
-        if (!startRow())
-            return;
-        walkWest(hiX[1], loX[1] - MeshMargin, First::SouthEast);
-    }
+    if (quadrantRuns(1))
+        walkSouth(westward(hiX[1], loX[1] - MeshMargin), First::SouthEast, hiY[1],
+                  loY[1] - MeshMargin);
 }
 
 void TerrainSweep::ScanQuadrant2()
 {
-    if (!quadrantRuns(2))
-        return;
-    for (meshY = loY[2]; meshY < hiY[2] + MeshMargin; meshY += stepY) {
-        if (!startRow())
-            return;
-        walkWest(hiX[2], loX[2] - MeshMargin, First::SouthEast);
-    }
+    if (quadrantRuns(2))
+        walkNorth(westward(hiX[2], loX[2] - MeshMargin), First::SouthEast, loY[2],
+                  hiY[2] + MeshMargin);
 }
 
 void TerrainSweep::ScanQuadrant3()
 {
-    if (!quadrantRuns(3))
-        return;
-    for (meshY = loY[3]; meshY < hiY[3] + MeshMargin; meshY += stepY) {
-        if (!startRow())
-            return;
-        walkEast(loX[3], hiX[3] + MeshMargin, First::NorthWest);
-    }
+    if (quadrantRuns(3))
+        walkNorth(eastward(loX[3], hiX[3] + MeshMargin), First::NorthWest, loY[3],
+                  hiY[3] + MeshMargin);
 }
 
 void TerrainSweep::ScanBoundary01()
 {
-    if (!quadrantRuns(0) || !quadrantRuns(1))
-        return;
-    meshX = hiX[0] + stepX;
-    for (meshY = hiY[0]; meshY >= loY[0] - MeshMargin; meshY -= stepY) {
-        if (!startRow())
-            return;
-        AllesBerechnen();
-        drawCell(First::NorthWest);
-    }
+    if (quadrantRuns(0) && quadrantRuns(1))
+        walkSouth(MeshColumns::eastward(hiX[0] + stepX, stepX, 1), First::NorthWest,
+                  hiY[0], loY[0] - MeshMargin);
 }
 
 void TerrainSweep::ScanBoundary12()
 {
-    if (!quadrantRuns(1) || !quadrantRuns(2))
-        return;
-    meshY = loY[1] - stepY;
-    if (!startRow())
-        return;
-    walkWest(hiX[1], loX[1] - MeshMargin, First::SouthEast);
+    if (quadrantRuns(1) && quadrantRuns(2))
+        walkOneRow(westward(hiX[1], loX[1] - MeshMargin), First::SouthEast,
+                   loY[1] - stepY);
 }
 
 void TerrainSweep::ScanBoundary23()
 {
-    if (!quadrantRuns(2) || !quadrantRuns(3))
-        return;
-    meshX = loX[2] - stepX;
-    for (meshY = loY[2]; meshY < hiY[2] + MeshMargin; meshY += stepY) {
-        if (!startRow())
-            return;
-        AllesBerechnen();
-        drawCell(First::SouthEast);
-    }
+    if (quadrantRuns(2) && quadrantRuns(3))
+        walkNorth(MeshColumns::eastward(loX[2] - stepX, stepX, 1), First::SouthEast,
+                  loY[2], hiY[2] + MeshMargin);
 }
 
 void TerrainSweep::ScanBoundary30()
 {
-    if (!quadrantRuns(3) || !quadrantRuns(0))
-        return;
-    meshY = hiY[3] + stepY;
-    if (!startRow())
-        return;
     // The last cell is the one under the observer.
-    walkEast(loX[3], hiX[3] + stepX + MeshMargin, First::NorthWest);
+    if (quadrantRuns(3) && quadrantRuns(0))
+        walkOneRow(eastward(loX[3], hiX[3] + stepX + MeshMargin), First::NorthWest,
+                   hiY[3] + stepY);
 }

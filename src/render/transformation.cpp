@@ -1,6 +1,5 @@
 #include "render/transformation.h"
 
-#include "render/screentrigon.h"
 #include "render/vectormath.h"
 
 #include <QSettings>
@@ -13,9 +12,6 @@ namespace {
 constexpr double AxisOffset = 1e-5;
 // Stands for a depth of 0, by which nothing can be divided.
 constexpr double SmallestDepth = 1e-18;
-
-// Colour of a terrain that was given no texture.
-constexpr unsigned int NoTexture = 0xFFFFFFFFu;
 
 int storedQuarter()
 {
@@ -110,14 +106,6 @@ void Transformation::BereiteT()
         m[3][k] = -(Position.x * m[0][k] + Position.y * m[1][k] + Position.z * m[2][k]);
 }
 
-void Transformation::SetzeTexturDatei(TextureImage *texture)
-{
-    Textur = texture;
-    m_sampler.reset();
-    if (texture)
-        m_sampler.emplace(*texture);
-}
-
 int Transformation::Bildschirmpunkt(const C4Vector *point, C4Vector *screen) const
 {
     *screen = *point * Projektion;
@@ -134,114 +122,26 @@ int Transformation::Bildschirmpunkt(const C4Vector *point, C4Vector *screen) con
     return 0;
 }
 
-void Transformation::ZeichneEinDreieck(C4Vector *vertices, C4Vector *normals, double fog,
-                                       ScreenTrigon *trigon)
+EbenenMatrix Transformation::SetzeDreiecksEckpunkte(const C4Vector &a, const C4Vector &b,
+                                                    const C4Vector &c) const
 {
-    const C4Vector &v0 = vertices[0];
-    const C4Vector &v1 = vertices[1];
-    const C4Vector &v2 = vertices[2];
-    m_centroid = {
-        (v0.x + v1.x + v2.x) / 3 - Position.x, (v0.y + v1.y + v2.y) / 3 - Position.y,
-        (v0.z + v1.z + v2.z) / 3 - Position.z, (v0.w + v1.w + v2.w) / 3 - Position.w};
-    // Points down out of the terrain, so only its upper side is drawn.
-    m_faceNormal = cross(difference(v1, v0), difference(v2, v0));
-    m_faceNormal.w = 1.0;
-    const double facing = m_centroid.x * m_faceNormal.x + m_centroid.y * m_faceNormal.y +
-                          m_centroid.z * m_faceNormal.z + m_centroid.w;
-    if (!(facing > 0.0))
-        return;
-
-    for (int k = 0; k < 3; ++k) {
-        C4Vector s = vertices[k] * Projektion;
-        if (!(s.w > 0.0))
-            return;
-        const double x = s.x / s.w;
-        const double row = -s.y / s.w;
-        if (!onScreen(x) || !onScreen(row))
-            return;
-        s.x = std::trunc(x);
-        s.y = std::trunc(row);
-        SchirmEcken[k] = s;
-    }
-    trigon->Rechnen(SchirmEcken.data(), vertices, normals, fog);
-}
-
-double Transformation::determinant(double px, double py, double pz, const Plane &plane)
-{
-    return plane.qx * plane.ry * pz + plane.rx * py * plane.qz +
-           px * plane.qy * plane.rz - plane.qy * plane.rx * pz -
-           px * plane.ry * plane.qz - py * plane.rz * plane.qx;
-}
-
-Transformation::Plane Transformation::planeOf(const C4Vector &a, const C4Vector &b,
-                                              const C4Vector &c) const
-{
-    Plane plane{
-        a.x - Position.x,
-        a.y - Position.y,
-        a.z - Position.z, // p
-        a.x - b.x,
-        a.y - b.y,
-        a.z - b.z, // q
-        a.x - c.x,
-        a.y - c.y,
-        a.z - c.z, // r
+    EbenenMatrix plane{
+        a.x - b.x, a.y - b.y, a.z - b.z, // q
+        a.x - c.x, a.y - c.y, a.z - c.z, // r
         0.0,
     };
-    plane.numerator = determinant(plane.px, plane.py, plane.pz, plane);
+    plane.numerator =
+        plane.determinant(a.x - Position.x, a.y - Position.y, a.z - Position.z);
     return plane;
-}
-
-void Transformation::SetzeDreiecksEckpunkte(C4Vector &a, C4Vector &b, C4Vector &c)
-{
-    EbenenMatrix = planeOf(a, b, c);
-}
-
-void Transformation::SetzeDreiecksEckpunkte(C4Vector *corners)
-{
-    SetzeDreiecksEckpunkte(corners[0], corners[1], corners[2]);
-}
-
-C4Vector Transformation::castRay(double px, double py) const
-{
-    const PixelRay d = ray(px, py);
-    const double t = EbenenMatrix.numerator / determinant(d.x, d.y, d.z, EbenenMatrix);
-    return {Position.x + t * d.x, Position.y + t * d.y, Position.z + t * d.z, 1.0};
-}
-
-void Transformation::FarbeImDreieck2(int x, int y, unsigned int *colour)
-{
-    *colour = m_sampler ? m_sampler->nearest(castRay(x, y)) : NoTexture;
-}
-
-void Transformation::FarbeImDreieck1(int x, int y, unsigned int *colour)
-{
-    if (!m_sampler) {
-        *colour = NoTexture;
-        return;
-    }
-    auto &p = m_samplePoints;
-    p[0] = castRay(x, y);
-    p[1] = castRay(x - 0.25, y - 0.25);
-    if (std::abs(p[0].x - p[1].x) < 1.0 && std::abs(p[0].y - p[1].y) < 1.0) {
-        *colour = m_sampler->smooth(p[0]); // the pixel covers less than a texel or so
-        return;
-    }
-    p[2] = castRay(x + 0.25, y - 0.25);
-    // The other two samples mirror those through the centre.
-    p[3].x = 2 * p[0].x - p[2].x;
-    p[3].y = 2 * p[0].y - p[2].y;
-    p[4].x = 2 * p[0].x - p[1].x;
-    p[4].y = 2 * p[0].y - p[1].y;
-    *colour = m_sampler->average(p.data());
 }
 
 double Transformation::PunktImDreieck(int x, int y, C4Vector *triangle,
                                       C4Vector *point) const
 {
-    const Plane plane = planeOf(triangle[0], triangle[1], triangle[2]);
+    const EbenenMatrix plane =
+        SetzeDreiecksEckpunkte(triangle[0], triangle[1], triangle[2]);
     const PixelRay d = ray(x, y);
-    const double t = plane.numerator / determinant(d.x, d.y, d.z, plane);
+    const double t = plane.numerator / plane.determinant(d.x, d.y, d.z);
     point->x = Position.x + t * d.x;
     point->y = Position.y + t * d.y;
     point->z = Position.z + t * d.z;

@@ -1,25 +1,34 @@
 #pragma once
 
-#include "raster/texturesampler.h"
 #include "render/c4matrix.h"
 
-#include <array>
-#include <optional>
-
 class QWidget;
-class ScreenTrigon;
+class TextureImage;
 
 /// Where a screen position looks: from the observer in a direction.
 struct PixelRay {
     double x, y, z;
 };
 
+/// What casts rays onto the plane of one triangle.
+struct EbenenMatrix {
+    double qx, qy, qz; // first corner minus second
+    double rx, ry, rz; // first corner minus third
+    double numerator;  // determinant with first corner minus observer
+
+    /// The determinant of (x, y, z) and the two differences, as columns. The order of
+    /// its terms is part of the results.
+    [[nodiscard]] double determinant(double x, double y, double z) const
+    {
+        return qx * ry * z + rx * y * qz + x * qy * rz - qy * rx * z - x * ry * qz -
+               y * rz * qx;
+    }
+};
+
 /// The camera of a render run.
 ///
 /// Maps world points to the screen by a matrix, and screen positions to world rays
-/// by an observer, a view vector and two unit axes. World x runs east, y north, z
-/// up. The second road colours pixels: a ray is cast onto the plane of the triangle
-/// in hand and the texture is read where it lands.
+/// by an observer, a view vector and two unit axes. World x runs east, y north, z up.
 class Transformation {
 public:
     /// Lowest and highest screen position that is drawn to.
@@ -44,8 +53,8 @@ public:
     [[nodiscard]] const C4Matrix &projection() const { return Projektion; }
     [[nodiscard]] int quarter() const { return Quarter; }
 
-    /// Sets the texture, which must outlive the camera and not change meanwhile.
-    void SetzeTexturDatei(TextureImage *texture);
+    /// The texture that pixels take their colour from. Borrowed.
+    void SetzeTexturDatei(TextureImage *texture) { Textur = texture; }
 
     /// World point to whole screen position; 0 on success, 1 if it has none.
     [[nodiscard]] int Bildschirmpunkt(const C4Vector *point, C4Vector *screen) const;
@@ -61,35 +70,14 @@ public:
                 Sicht.z + u * Rechts.z + v * Oben.z};
     }
 
-    /// Tests and projects a triangle and hands it to the filler. `fog` is the
-    /// weight of dust. Reorders both arrays.
-    void ZeichneEinDreieck(C4Vector *vertices, C4Vector *normals, double fog,
-                           ScreenTrigon *trigon);
-    /// Prepares the plane through three points for the colour of pixels.
-    void SetzeDreiecksEckpunkte(C4Vector &a, C4Vector &b, C4Vector &c);
-    void SetzeDreiecksEckpunkte(C4Vector *corners);
-    /// Antialiased colour of a pixel.
-    void FarbeImDreieck1(int x, int y, unsigned int *colour);
-    /// One-ray colour of a pixel.
-    void FarbeImDreieck2(int x, int y, unsigned int *colour);
+    /// The plane through three points, as the colour of pixels needs it.
+    [[nodiscard]] EbenenMatrix
+    SetzeDreiecksEckpunkte(const C4Vector &a, const C4Vector &b, const C4Vector &c) const;
     /// Where a pixel's ray meets the plane of three points: writes the point and
     /// returns the ray parameter. Does not ask whether it lies in the triangle.
     double PunktImDreieck(int x, int y, C4Vector *triangle, C4Vector *point) const;
 
 private:
-    // Differences and numerator that cast rays onto one plane.
-    struct Plane {
-        double px, py, pz; // first corner minus observer
-        double qx, qy, qz; // first corner minus second
-        double rx, ry, rz; // first corner minus third
-        double numerator;
-    };
-
-    [[nodiscard]] Plane planeOf(const C4Vector &a, const C4Vector &b,
-                                const C4Vector &c) const;
-    static double determinant(double px, double py, double pz, const Plane &plane);
-    C4Vector castRay(double px, double py) const;
-
     QWidget *m_parent;
     C4Vector Position;         // observer, a little beside the frame's position
     C4Vector Sicht;            // view vector, as long as the focal length
@@ -101,17 +89,11 @@ private:
     C4Vector Rechts;           // unit vector to the right, horizontal
     C4Vector Oben;             // unit vector upward in the picture plane
     double Verkanten = 0.0;    // roll
-    std::array<C4Vector, 5> m_samplePoints; // under the rays of one pixel
-    std::array<C4Vector, 3> SchirmEcken;    // screen corners of the triangle in hand
-    C4Vector m_centroid;                    // from the observer, of the triangle in hand
-    C4Vector m_faceNormal;
-    Plane EbenenMatrix{}; // plane terms of the triangle in hand
     double RollSin = 0.0;
     double RollCos = 1.0;
-    double MitteX = 0.0;                     // screen x of the optical centre
-    double MitteY = 0.0;                     // negated screen row of it
-    TextureImage *Textur = nullptr;          // borrowed
-    std::optional<TextureSampler> m_sampler; // reads it
-    C4Matrix Projektion;                     // world to homogeneous screen
-    int Quarter = 0; // which quarter of a double-sized view; 0 the whole
+    double MitteX = 0.0;            // screen x of the optical centre
+    double MitteY = 0.0;            // negated screen row of it
+    TextureImage *Textur = nullptr; // borrowed
+    C4Matrix Projektion;            // world to homogeneous screen
+    int Quarter = 0;                // which quarter of a double-sized view; 0 the whole
 };

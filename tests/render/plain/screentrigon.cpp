@@ -1,13 +1,15 @@
-#include "render/screentrigon.h"
+#include "render/plain/screentrigon.h"
 
 #include "raster/textureimage.h"
-#include "render/transformation.h"
+#include "render/plain/transformation.h"
 #include "render/truncate.h"
 #include "render/vectormath.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
+
+namespace plain {
 
 namespace {
 
@@ -189,3 +191,5 @@ unsigned int ScreenTrigon::shade(int x, int row, const C4Vector &n,
     };
     return 0xFF000000u | lit(16) | lit(8) | lit(0);
 }
+
+} // namespace plain

@@ -4,6 +4,9 @@
 
 class QImage;
 class TextureImage;
+
+namespace plain {
+
 class Transformation;
 
 /// Fills the triangles of one frame, scanline by scanline.
@@ -43,3 +46,5 @@ private:
     unsigned char *m_rows; // of the target
     long long m_bytesPerLine;
 };
+
+} // namespace plain

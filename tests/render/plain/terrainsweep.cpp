@@ -1,14 +1,16 @@
-#include "render/terrainsweep.h"
+#include "render/plain/terrainsweep.h"
 
 #include "raster/elevationimage.h"
 #include "raster/textureimage.h"
-#include "render/screentrigon.h"
-#include "render/transformation.h"
+#include "render/plain/screentrigon.h"
+#include "render/plain/transformation.h"
 #include "render/truncate.h"
 #include "render/vectormath.h"
 
 #include <algorithm>
 #include <cmath>
+
+namespace plain {
 
 namespace {
 
@@ -241,3 +243,5 @@ void TerrainSweep::drawTriangle(const std::array<int, 3> &points,
     activeTransformation->ZeichneEinDreieck(
         triangleVertices.data(), triangleNormals.data(), fog, activeTrigon.get());
 }
+
+} // namespace plain

@@ -7,8 +7,11 @@
 #include <memory>
 
 class ElevationImage;
-class ScreenTrigon;
 class TextureImage;
+
+namespace plain {
+
+class ScreenTrigon;
 class Transformation;
 
 /// Renders one frame of terrain.
@@ -106,3 +109,5 @@ private:
     void place(int point, int columns, int rows);
     void computeNormal(int corner);
 };
+
+} // namespace plain

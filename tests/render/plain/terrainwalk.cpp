@@ -1,10 +1,12 @@
 // The walking limits of a frame and the walks over the mesh.
 
 #include "raster/vectors.h"
-#include "render/screentrigon.h"
-#include "render/terrainsweep.h"
+#include "render/plain/screentrigon.h"
+#include "render/plain/terrainsweep.h"
 
 #include <cmath>
+
+namespace plain {
 
 namespace {
 
@@ -197,3 +199,5 @@ void TerrainSweep::ScanBoundary30()
     // The last cell is the one under the observer.
     walkEast(loX[3], hiX[3] + stepX + MeshMargin, First::NorthWest);
 }
+
+} // namespace plain

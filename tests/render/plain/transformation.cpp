@@ -1,11 +1,13 @@
-#include "render/transformation.h"
+#include "render/plain/transformation.h"
 
-#include "render/screentrigon.h"
+#include "render/plain/screentrigon.h"
 #include "render/vectormath.h"
 
 #include <QSettings>
 
 #include <cmath>
+
+namespace plain {
 
 namespace {
 
@@ -247,3 +249,5 @@ double Transformation::PunktImDreieck(int x, int y, C4Vector *triangle,
     point->z = Position.z + t * d.z;
     return t;
 }
+
+} // namespace plain

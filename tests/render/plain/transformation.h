@@ -7,6 +7,9 @@
 #include <optional>
 
 class QWidget;
+
+namespace plain {
+
 class ScreenTrigon;
 
 /// Where a screen position looks: from the observer in a direction.
@@ -115,3 +118,5 @@ private:
     C4Matrix Projektion;                     // world to homogeneous screen
     int Quarter = 0; // which quarter of a double-sized view; 0 the whole
 };
+
+} // namespace plain

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "raster/elevationcolumns.h"
+#include "raster/vectors.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <vector>
+
+class ElevationImage;
+class Transformation;
+
+/// Where the mesh points of a walk stand in x, from west to east.
+///
+/// Cell corners and their neighbours to the east and west stand at the inner
+/// positions, neighbours to the south and north at the outer ones. The two differ in
+/// their last bits where a walk adds up steps that are no binary fractions.
+struct MeshColumns {
+    int cells = 0;
+    bool westward = false;       // cells come from east to west
+    bool northWestFirst = false; // which triangle of a cell comes first
+    std::vector<double> inner;   // of the corners 0 to cells, one more on each side
+    std::vector<double> outer;   // the same; without the one more unless they agree
+    bool agree = false;          // inner and outer positions are the same to the bit
+
+    /// Positions of a walk with `cells` cells, the first of them at `from`.
+    static MeshColumns eastward(double from, double step, int cells);
+    static MeshColumns westwardFrom(double from, double step, int cells);
+};
+
+/// The mesh points at one y: corners of cells, with their normals and where they
+/// fall on the screen.
+struct PointRow {
+    /// Screen column of a point that cannot be drawn.
+    static constexpr std::int16_t OffScreen = std::numeric_limits<std::int16_t>::min();
+
+    explicit PointRow(int points);
+
+    double y = 0.0;
+    double ySouth = 0.0, yNorth = 0.0; // of the neighbours that made the normals
+    std::vector<double> z;
+    std::vector<double> nx, ny, nz;
+    std::vector<std::int16_t> column, row; // on the screen
+
+    [[nodiscard]] C4Vector normal(int k) const { return {nx[k], ny[k], nz[k], 1.0}; }
+    /// Bytes that a row of that many points takes.
+    static std::size_t bytes(int points)
+    {
+        return std::size_t(points) * (4 * sizeof(double) + 2 * sizeof(std::int16_t));
+    }
+};
+
+/// The cells of one row of the mesh, between two rows of points.
+struct MeshRow {
+    enum Triangle : std::uint8_t { NorthWest = 1, SouthEast = 2 };
+
+    std::shared_ptr<const MeshColumns> columns;
+    std::shared_ptr<const PointRow> south, north;
+    std::vector<std::uint8_t> drawable; // per cell, the triangles seen from above
+};
+
+/// Computes the mesh rows of a walk one after the other. What a row shares with the
+/// row before is taken over where it is the same to the bit.
+class MeshRowBuilder {
+public:
+    MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
+                   const ElevationImage &elevation, const Transformation &camera,
+                   double stepY);
+
+    [[nodiscard]] MeshRow build(double y);
+
+private:
+    // Elevations of all points at one y.
+    struct Heights {
+        double y = std::numeric_limits<double>::quiet_NaN();
+        bool outer = false;
+        std::vector<double> z;
+    };
+
+    void readHeights(double meshY);
+    [[nodiscard]] std::shared_ptr<const PointRow>
+    points(const Heights &south, const Heights &centre, const Heights &north);
+    void computeNormals(PointRow &row, const Heights &south, const Heights &centre,
+                        const Heights &north) const;
+    void project(PointRow &row) const;
+    void testTriangles(MeshRow &row) const;
+    [[nodiscard]] const double *xOf(const Heights &heights) const;
+
+    std::shared_ptr<const MeshColumns> m_columns;
+    const Transformation &m_camera;
+    double m_stepY;
+    ElevationColumns m_innerColumns, m_outerColumns;
+    std::array<Heights, 4> m_heights; // south of the row, its two rows, north of it
+    std::array<std::shared_ptr<const PointRow>, 2> m_points; // of the row before
+    std::vector<double> m_centroidX[2]; // of both triangles, from the observer
+};

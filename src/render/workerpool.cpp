@@ -1,0 +1,52 @@
+#include "render/workerpool.h"
+
+WorkerPool::WorkerPool(int threads)
+{
+    for (int worker = 1; worker < threads; ++worker)
+        m_threads.emplace_back([this, worker] { serve(worker); });
+}
+
+WorkerPool::~WorkerPool()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_quit = true;
+    }
+    m_begin.notify_all();
+    for (std::thread &thread : m_threads)
+        thread.join();
+}
+
+void WorkerPool::run(const std::function<void(int)> &work)
+{
+    if (m_threads.empty())
+        return work(0);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_work = &work;
+        m_running = size() - 1;
+        ++m_round;
+    }
+    m_begin.notify_all();
+    work(0);
+    std::unique_lock lock(m_mutex);
+    m_end.wait(lock, [this] { return m_running == 0; });
+}
+
+void WorkerPool::serve(int worker)
+{
+    int served = 0;
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_begin.wait(lock, [&] { return m_quit || m_round != served; });
+        if (m_quit)
+            return;
+        served = m_round;
+        const std::function<void(int)> &work = *m_work;
+        lock.unlock();
+        work(worker);
+        lock.lock();
+        if (--m_running == 0)
+            m_end.notify_one();
+    }
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+/// Threads that do one piece of work together; the caller is the first of them.
+class WorkerPool {
+public:
+    /// At least one thread.
+    explicit WorkerPool(int threads);
+    ~WorkerPool();
+    WorkerPool(const WorkerPool &) = delete;
+    WorkerPool &operator=(const WorkerPool &) = delete;
+
+    [[nodiscard]] int size() const { return static_cast<int>(m_threads.size()) + 1; }
+    /// Calls work(0) to work(size() - 1), each on a thread of its own, and returns when
+    /// all have ended.
+    void run(const std::function<void(int worker)> &work);
+
+private:
+    void serve(int worker);
+
+    std::mutex m_mutex;
+    std::condition_variable m_begin, m_end;
+    const std::function<void(int)> *m_work = nullptr;
+    int m_round = 0;   // counts the pieces of work
+    int m_running = 0; // threads still at this one
+    bool m_quit = false;
+    std::vector<std::thread> m_threads;
+};
