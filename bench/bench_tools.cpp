@@ -67,7 +67,7 @@ void elevationToColor(benchmark::State &state)
 {
     const QImage palette = noise(256, 1, QImage::Format_RGB32);
     inPlace(state, terrain(), [&palette](ElevationImage &image) {
-        const ElevationRange range = elevationRange(image, false);
+        const ElevationLimits range = elevationRange(image, false);
         if (!elevationToColor(image, palette, int(range.lowest), int(range.highest)))
             std::abort();
     });

@@ -75,7 +75,7 @@ void elevationToGray(ElevationImage &image, bool normalize, GrayConversion &conv
     cutToGrays(image, conversion);
 }
 
-ElevationRange grayToElevation(ElevationImage &image)
+ElevationLimits grayToElevation(ElevationImage &image)
 {
     makeEditable(image);
     const int width = image.width();
@@ -92,7 +92,7 @@ ElevationRange grayToElevation(ElevationImage &image)
     return {double(lowest), double(highest)};
 }
 
-ElevationRange elevationRange(const ElevationImage &image, bool ignoreZeros)
+ElevationLimits elevationRange(const ElevationImage &image, bool ignoreZeros)
 {
     // Beyond every stored integer, so that it tells an empty search.
     constexpr int None = ElevationImage::HighestStep + 1;
@@ -108,7 +108,7 @@ ElevationRange elevationRange(const ElevationImage &image, bool ignoreZeros)
             lowest = std::min(lowest, ignoreZeros && steps == 0 ? None : steps);
         }
     }
-    ElevationRange range;
+    ElevationLimits range;
     if (lowest != None)
         range.lowest = lowest;
     if (highest >= ElevationImage::LowestStep)

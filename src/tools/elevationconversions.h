@@ -27,19 +27,19 @@ struct GrayConversion {
 void elevationToGray(ElevationImage &image, bool normalize, GrayConversion &conversion);
 
 /// Smallest and largest value of an image.
-struct ElevationRange {
+struct ElevationLimits {
     double lowest = GrayConversion::Beyond;
     double highest = -GrayConversion::Beyond;
 };
 
 /// Turns colours into elevations, the sums of red, green and blue, in place.
 /// Gives the smallest and the largest sum.
-ElevationRange grayToElevation(ElevationImage &image);
+ElevationLimits grayToElevation(ElevationImage &image);
 
 /// The range of the elevations. `ignoreZeros` leaves zeros out of the lowest one
 /// alone: in a file of zeros that stays where the search started.
-[[nodiscard]] ElevationRange elevationRange(const ElevationImage &image,
-                                            bool ignoreZeros);
+[[nodiscard]] ElevationLimits elevationRange(const ElevationImage &image,
+                                             bool ignoreZeros);
 
 /// Cuts an elevation to an integer, held within those of an elevation file.
 [[nodiscard]] int elevationAsInteger(double elevation);

@@ -92,7 +92,7 @@ bool ElevationToColorDialog::showRangeOf(const QString &fileName)
 
 void ElevationToColorDialog::updateElevationRange(const ElevationImage &image)
 {
-    const ElevationRange range =
+    const ElevationLimits range =
         elevationRange(image, checkBoxIgnoreZeroValues->isChecked());
     const int lower = elevationAsInteger(range.lowest);
     const int upper = elevationAsInteger(range.highest);

@@ -17,5 +17,5 @@ private:
     void tellResult() override;
     void pushButtonBrowseFromFileClicked();
 
-    ElevationRange m_range; // of the last conversion
+    ElevationLimits m_range; // of the last conversion
 };
