@@ -101,6 +101,7 @@ void SetFlightPathDialog::makeImageWidget()
     scrollArea->setMouseTracking(true);
     scrollArea->viewport()->setMouseTracking(true);
     imageWidget->setMouseTracking(true);
+    imageWidget->installEventFilter(this);
 }
 
 void SetFlightPathDialog::connectSignals()

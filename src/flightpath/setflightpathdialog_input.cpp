@@ -63,6 +63,25 @@ void SetFlightPathDialog::forgetLostDrags()
         directionIndex = -1;
 }
 
+// Moves and releases over the picture. On their way up through the parents they would
+// be rounded to the next pixel, which half way over the last one lies outside.
+bool SetFlightPathDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isMove = event->type() == QEvent::MouseMove;
+    if (watched != imageWidget ||
+        (!isMove && event->type() != QEvent::MouseButtonRelease))
+        return QDialog::eventFilter(watched, event);
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    const QPointF at = imageWidget->mapTo(this, QPointF(pixelUnder(mouse)));
+    QMouseEvent here(mouse->type(), at, mouse->scenePosition(), mouse->globalPosition(),
+                     mouse->button(), mouse->buttons(), mouse->modifiers());
+    if (isMove)
+        mouseMoveEvent(&here);
+    else
+        mouseReleaseEvent(&here);
+    return here.isAccepted();
+}
+
 void SetFlightPathDialog::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint at = pixelUnder(event);

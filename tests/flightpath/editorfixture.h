@@ -1,0 +1,70 @@
+#pragma once
+
+#include "flightpath/controlpoint.h"
+#include "flightpath/setflightpathdialog.h"
+#include "flightpath/setflightpathprofiledialog.h"
+#include "flightpath/waypoint.h"
+
+#include <QLabel>
+#include <QList>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// Both editors over a texture of 200 by 150 pixels and a terrain that rises to the
+/// east, driven as a user does: by pointer, keys and menus.
+class EditorFixture {
+public:
+    EditorFixture();
+
+    /// Shows the editors of the lists as they stand.
+    void open(int width = 200, int height = 150);
+    /// The four points of one Bezier segment and their seven waypoints, shown.
+    void openSquare();
+
+    /// Pointer over the plan: x and y of the plan, y upward.
+    void movePlan(int x, int y);
+    void pressPlan(int x, int y, Qt::MouseButton button = Qt::LeftButton);
+    void releasePlan(int x, int y, Qt::MouseButton button = Qt::LeftButton);
+    void clickPlan(int x, int y, Qt::MouseButton button = Qt::LeftButton);
+    /// Presses, leads the pointer over the places and releases at the last.
+    void dragPlan(const QList<QPoint> &places);
+
+    /// The same over the profile: station and height.
+    void moveProfile(int station, int height);
+    void pressProfile(int station, int height);
+    void releaseProfile(int station, int height);
+    [[nodiscard]] QPoint profilePixel(int station, int height) const;
+
+    /// Opens the context menu at a place of the plan and chooses.
+    void choosePlan(int x, int y, const QString &action);
+    void chooseProfile(int station, int height, const QString &action);
+
+    [[nodiscard]] QString planText() const;
+    [[nodiscard]] QString profileText() const;
+    [[nodiscard]] QAction *action(const char *name) const;
+    void pressButton(const char *name);
+    /// Lets both windows paint.
+    void paint();
+    /// The picture of the plan, and its colour at a place.
+    [[nodiscard]] QImage planPicture() const;
+    [[nodiscard]] QColor planColour(int x, int y) const;
+    [[nodiscard]] QColor profileColour(int station, int height) const;
+
+    [[nodiscard]] QString texture(int width = 200, int height = 150);
+    [[nodiscard]] QString elevation(int width = 200, int height = 150);
+
+    QList<ControlPoint> points;
+    QList<Waypoint> ways;
+    int level = 0;
+    double zScale = 1.0;
+    std::unique_ptr<SetFlightPathDialog> plan;
+    SetFlightPathProfileDialog *profile = nullptr;
+
+private:
+    [[nodiscard]] QPoint planPixel(int x, int y) const;
+    QTemporaryDir m_folder;
+    QLabel *m_picture = nullptr;
+};
