@@ -204,6 +204,8 @@ bool SceneryDelegate::frameIsWanted(int frame) const
 
 void SceneryDelegate::refresh()
 {
-    if (activeView && sweep->renderTarget)
-        activeView->setPixmap(sweep->renderTarget, false);
+    if (!activeView || !sweep->renderTarget)
+        return;
+    sweep->showable();
+    activeView->setPixmap(sweep->renderTarget, false);
 }
