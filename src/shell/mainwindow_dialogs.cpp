@@ -2,6 +2,7 @@
 
 #include "importers/binconversiondialog.h"
 #include "importers/japanconversiondialog.h"
+#include "importers/sdtsconversiondialog.h"
 #include "importers/usgsdemconversiondialog.h"
 #include "shell/aboutzephrantdialog.h"
 #include "shell/settingsdialog.h"
@@ -41,7 +42,7 @@ constexpr DialogEntry Entries[] = {
     {&Ui_MainWindow::action_AsciiIrregularDialog, &MainWindow::asciiIrregularDialog,
      nullptr},
     {&Ui_MainWindow::action_SdtsConversionDialog, &MainWindow::sdtsConversionDialog,
-     nullptr},
+     runDialog<SdtsConversionDialog>},
     {&Ui_MainWindow::action_JapanConversionDialog, &MainWindow::japanConversionDialog,
      runDialog<JapanConversionDialog>},
     {&Ui_MainWindow::action_ElevationToColorDialog, &MainWindow::elevationToColorDialog,

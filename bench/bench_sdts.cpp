@@ -1,0 +1,50 @@
+#include "importers/sdtsconversion.h"
+#include "support/sdtstransfer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+// A hill in meters; the transfers of the common map sheets have this shape.
+int hill(int column, int row) { return (column * 7 + row * 13) % 3000; }
+
+// Both passes over a transfer on disk, its text written to a device that drops it.
+void importTransfer(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    const int columns = static_cast<int>(state.range(0));
+    const int rows = static_cast<int>(state.range(1));
+    for (const auto &[name, bytes] : sdts::transfer(columns, rows, hill)) {
+        QFile file(folder.filePath(QString::fromStdString(name)));
+        if (!file.open(QIODevice::WriteOnly))
+            return state.SkipWithError("cannot write");
+        file.write(bytes.data(), qint64(bytes.size()));
+    }
+    std::ofstream nowhere("/dev/null");
+    std::streambuf *const former = std::cout.rdbuf(nowhere.rdbuf());
+    for (auto _ : state) {
+        SdtsConversion conversion;
+        conversion.readCATDFile(folder.filePath("TR01CATD.DDF"));
+        if (!conversion.readCells())
+            state.SkipWithError("no image");
+        benchmark::DoNotOptimize(conversion.image.constBits());
+    }
+    std::cout.rdbuf(former);
+    state.SetItemsProcessed(state.iterations() * columns * rows);
+}
+
+} // namespace
+
+BENCHMARK(importTransfer)
+    ->Args({350, 460})
+    ->Args({1200, 1400})
+    ->Unit(benchmark::kMillisecond);
+
+BENCHMARK_MAIN();

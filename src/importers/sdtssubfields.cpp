@@ -1,0 +1,176 @@
+#include "importers/sdtssubfields.h"
+
+#include "importers/numbers.h"
+#include "importers/sdtsconversion.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+SdtsConversion *pSDTSImport = nullptr;
+
+namespace {
+
+std::string mnemonicOf(const sc_Subfield &subfield)
+{
+    std::string mnemonic = subfield.getMnemonic();
+    toLowerCaseSTD(mnemonic);
+    return mnemonic;
+}
+
+// 0 without a value, as for the types that hold no number.
+double doubleOf(const sc_Subfield &subfield)
+{
+    std::int32_t number = 0;
+    std::uint32_t positive = 0;
+    double real = 0.0;
+    float single = 0.0F;
+    std::string text;
+    switch (subfield.getSubfieldType()) {
+    case sc_Subfield::A:
+        subfield.getA(text);
+        return leadingNumber(QByteArrayView(text.data(), qsizetype(text.size())));
+    case sc_Subfield::C:
+        return 0.0;
+    case sc_Subfield::R:
+    case sc_Subfield::S:
+    case sc_Subfield::BFP64:
+        subfield.getValue().getDouble(real);
+        return real;
+    case sc_Subfield::BFP32:
+        subfield.getBFP32(single);
+        return single;
+    case sc_Subfield::BUI8:
+    case sc_Subfield::BUI16:
+    case sc_Subfield::BUI24:
+    case sc_Subfield::BUI32:
+        subfield.getValue().getUnsignedLong(positive);
+        return positive;
+    case sc_Subfield::I:
+    case sc_Subfield::BI8:
+    case sc_Subfield::BI16:
+    case sc_Subfield::BI24:
+    case sc_Subfield::BI32:
+        subfield.getValue().getLong(number);
+        return number;
+    }
+    return 0.0;
+}
+
+// Unsigned numbers beyond the signed ones wrap.
+std::int32_t longOf(const sc_Subfield &subfield)
+{
+    std::uint32_t whole = 0;
+    if (subfield.getSubfieldType() != sc_Subfield::BFP32 &&
+        subfield.getValue().getUnsignedLong(whole))
+        return static_cast<std::int32_t>(whole);
+    return truncatedToInt(doubleOf(subfield));
+}
+
+void nextColumn(int &column)
+{
+    if (column < std::numeric_limits<int>::max())
+        ++column;
+}
+
+} // namespace
+
+int UseSubfieldToDetermineFileNames(sc_Subfield subfield)
+{
+    std::string text;
+    if (!subfield.getA(text))
+        return 0;
+    SdtsConversion &import = *pSDTSImport;
+    const std::string mnemonic = mnemonicOf(subfield);
+    if (mnemonic == "name") {
+        toLowerCaseSTD(text);
+        const bool isWanted = text == "ddsh" || text == "ddom" || text == "cel0";
+        import.moduleName = isWanted ? QString::fromStdString(text) : QString();
+    } else if (mnemonic == "file") {
+        const QString file = QFile::decodeName(text.c_str());
+        if (import.moduleName == "ddsh")
+            import.ddshFile = file;
+        else if (import.moduleName == "ddom")
+            import.ddomFile = file;
+        else if (import.moduleName == "cel0")
+            import.cel0File = file;
+    }
+    return 0;
+}
+
+int UseSubfieldToDetermineUnits(sc_Subfield subfield)
+{
+    std::string text;
+    if (!subfield.getA(text))
+        return 0;
+    const std::string mnemonic = mnemonicOf(subfield);
+    if (mnemonic == "unit") {
+        toLowerCaseSTD(text);
+        pSDTSImport->inputUnit = QString::fromLocal8Bit(text.c_str());
+    } else if (mnemonic == "fmt") {
+        pSDTSImport->fmt = text;
+    } else if (mnemonic == "atlb") {
+        pSDTSImport->atlb = text;
+    }
+    return 0;
+}
+
+int UseSubfieldToDetermineVoidAndFill(sc_Subfield subfield)
+{
+    SdtsConversion &import = *pSDTSImport;
+    const std::string mnemonic = mnemonicOf(subfield);
+    if (mnemonic == "dval") {
+        import.moduleName = QString::number(doubleOf(subfield), 'f', 10);
+    } else if (mnemonic == "dvdf") {
+        std::string text;
+        subfield.getA(text);
+        toLowerCaseSTD(text);
+        const int value = truncatedToInt(std::round(import.moduleName.toDouble()));
+        if (text.find("void") != std::string::npos)
+            import.voidValue = value;
+        if (text.find("fill") != std::string::npos)
+            import.fillValue = value;
+    } else {
+        import.moduleName.clear();
+    }
+    return 0;
+}
+
+int UseSubfieldToDetermineFileSize(sc_Subfield subfield)
+{
+    SdtsConversion &import = *pSDTSImport;
+    const std::string mnemonic = mnemonicOf(subfield);
+    if (mnemonic == "elevation") {
+        nextColumn(import.col);
+        import.maxCol = std::max(import.maxCol, import.col);
+    } else if (mnemonic == "rowi") {
+        import.row = longOf(subfield);
+        import.maxRow = std::max(import.maxRow, import.row);
+    } else if (mnemonic == "coli") {
+        import.col = longOf(subfield);
+        import.maxCol = std::max(import.maxCol, import.col);
+    }
+    return 0;
+}
+
+int UseSubfieldToReadElevations(sc_Subfield subfield)
+{
+    SdtsConversion &import = *pSDTSImport;
+    const std::string mnemonic = mnemonicOf(subfield);
+    if (mnemonic == "elevation") {
+        double value = doubleOf(subfield);
+        if (std::trunc(value) == import.voidValue)
+            value = 0.0;
+        if (std::trunc(value) == import.fillValue)
+            value = 0.0;
+        import.setElevation(value);
+        nextColumn(import.col);
+    } else if (mnemonic == "rowi") {
+        import.row = truncatedToInt(doubleOf(subfield));
+    } else if (mnemonic == "coli") {
+        import.col = truncatedToInt(doubleOf(subfield));
+    }
+    return 0;
+}

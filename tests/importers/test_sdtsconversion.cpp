@@ -1,0 +1,547 @@
+#include "importers/sdtsconversion.h"
+#include "importers/sdtssubfields.h"
+#include "importers/sdtsunits.h"
+#include "support/sdtstransfer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <iostream>
+#include <sstream>
+
+namespace {
+
+int numbered(int column, int row) { return 100 * (row + 1) + column; }
+
+sc_Subfield textOf(const std::string &mnemonic, const std::string &text)
+{
+    sc_Subfield subfield;
+    subfield.setMnemonic(mnemonic);
+    subfield.setA(text);
+    return subfield;
+}
+
+sc_Subfield numberOf(const std::string &mnemonic, double number)
+{
+    sc_Subfield subfield;
+    subfield.setMnemonic(mnemonic);
+    subfield.setR(number);
+    return subfield;
+}
+
+// The stored integers, rows apart by " | ".
+QString pixelsOf(const ElevationImage &image)
+{
+    QStringList rows;
+    for (int y = 0; y < image.height(); ++y) {
+        QStringList row;
+        for (int x = 0; x < image.width(); ++x)
+            row.append(QString::number(ElevationImage::stepsOf(image.pixel(x, y))));
+        rows.append(row.join(' '));
+    }
+    return rows.join(" | ");
+}
+
+// Takes what a walk writes.
+class CapturedOutput {
+public:
+    CapturedOutput() : m_former(std::cout.rdbuf(m_text.rdbuf())) {}
+    ~CapturedOutput() { std::cout.rdbuf(m_former); }
+    CapturedOutput(const CapturedOutput &) = delete;
+    CapturedOutput &operator=(const CapturedOutput &) = delete;
+    [[nodiscard]] std::string text() const { return m_text.str(); }
+
+private:
+    std::ostringstream m_text;
+    std::streambuf *m_former;
+};
+
+} // namespace
+
+class TestSdtsConversion : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+    void aTransferIsReadFromItsCatalog();
+    void leadersMayBeReused();
+    void modulesLieBesideTheirCatalog();
+    void missingModulesLeaveWhatWasThere();
+    void namesOfModulesComeBeforeTheirFiles();
+    void theLastUnitOfTheSchemaHolds();
+    void textsWithoutValueAreNone();
+    void voidAndFillComeFromTheDomain_data();
+    void voidAndFillComeFromTheDomain();
+    void aDefinitionMustFollowItsValue();
+    void voidAndFillBecomeZero();
+    void everyNumericTypeIsAnElevation();
+    void theExtentEndsOneBeyondTheLastCell();
+    void countersDoNotOverflow();
+    void gapsStayAtZero();
+    void cellsOutsideAreDropped();
+    void elevationsAreCalibrated();
+    void anUnknownFormatGivesOnePixel();
+    void cellsThatCannotBeReadGiveNoImage_data();
+    void cellsThatCannotBeReadGiveNoImage();
+    void aSmallFileCannotClaimALargeImage();
+    void aCutFileKeepsItsWholeRows();
+    void everyCutAndChangedByteIsHarmless();
+    void aWalkWritesItsFields();
+    void aWalkLeavesTheOutputAsItWas();
+    void onlyKnownConvertersAreHints();
+    void unitsEndWithThatOfTheUser();
+
+private:
+    QString write(const QString &name, const std::string &bytes) const
+    {
+        QFile file(path(name));
+        if (file.open(QIODevice::WriteOnly))
+            file.write(bytes.data(), qint64(bytes.size()));
+        return path(name);
+    }
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+    void writeTransfer(int columns, int rows, const sdts::Elevation &elevation) const
+    {
+        for (const auto &[name, bytes] : sdts::transfer(columns, rows, elevation))
+            write(QString::fromStdString(name), bytes);
+    }
+    // Reads the transfer that lies in the folder.
+    bool convert(SdtsConversion &conversion) const
+    {
+        const CapturedOutput output;
+        conversion.readCATDFile(path("TR01CATD.DDF"));
+        return conversion.readCells();
+    }
+    // What a conversion of these cells alone stores.
+    QString pixelsOfCells(const std::string &cells) const
+    {
+        write("TR01CEL0.DDF", cells);
+        SdtsConversion conversion;
+        return convert(conversion) ? pixelsOf(conversion.image) : QString("none");
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void TestSdtsConversion::init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+void TestSdtsConversion::cleanup()
+{
+    QSettings("Kolvenar", "Zephrant").clear();
+    QVERIFY(UseSubfield == nullptr);
+}
+
+void TestSdtsConversion::aTransferIsReadFromItsCatalog()
+{
+    writeTransfer(3, 2, numbered);
+    SdtsConversion conversion;
+    QVERIFY(convert(conversion));
+    QCOMPARE(conversion.ddshFile, path("TR01DDSH.DDF"));
+    QCOMPARE(conversion.ddomFile, path("TR01DDOM.DDF"));
+    QCOMPARE(conversion.cel0File, path("TR01CEL0.DDF"));
+    QCOMPARE(conversion.inputUnit, QString("meters"));
+    QCOMPARE(conversion.fmt, std::string("BI16"));
+    QCOMPARE(conversion.atlb, std::string("ELEVATION"));
+    QCOMPARE(conversion.voidValue, -32767);
+    QCOMPARE(conversion.fillValue, -32766);
+    QCOMPARE(conversion.maxCol, 4);
+    QCOMPARE(conversion.maxRow, 2);
+    QCOMPARE(conversion.image.format(), QImage::Format_RGB888);
+    QCOMPARE(pixelsOf(conversion.image), QString("100 101 102 | 200 201 202"));
+}
+
+void TestSdtsConversion::leadersMayBeReused()
+{
+    writeTransfer(3, 2, numbered);
+    QCOMPARE(pixelsOfCells(sdts::cells(3, 4, numbered, 2, 'R')),
+             QString("100 101 102 | 200 201 202 | 300 301 302 | 400 401 402"));
+}
+
+void TestSdtsConversion::modulesLieBesideTheirCatalog()
+{
+    writeTransfer(3, 2, numbered);
+    write("TR01CATD.DDF",
+          sdts::catalog({{"ddsh", "sub/dir/X.DDF"}, {"Cel0", "/etc/Y.DDF"}}));
+    SdtsConversion conversion;
+    const QString here = QDir::currentPath();
+    QDir::setCurrent(m_folder->path());
+    const CapturedOutput output;
+    conversion.readCATDFile("TR01CATD.DDF");
+    QDir::setCurrent(here);
+    QCOMPARE(conversion.ddshFile, path("X.DDF"));
+    QCOMPARE(conversion.cel0File, path("Y.DDF"));
+    QCOMPARE(conversion.ddomFile, m_folder->path() + '/');
+}
+
+void TestSdtsConversion::missingModulesLeaveWhatWasThere()
+{
+    writeTransfer(3, 2, numbered);
+    SdtsConversion conversion;
+    QVERIFY(convert(conversion));
+    QFile::remove(path("TR01CATD.DDF"));
+    QFile::remove(path("TR01DDSH.DDF"));
+    QFile::remove(path("TR01DDOM.DDF"));
+    QVERIFY(convert(conversion));
+    QCOMPARE(conversion.inputUnit, QString("meters"));
+    QCOMPARE(conversion.voidValue, -32767);
+    QFile::remove(path("TR01CEL0.DDF"));
+    QVERIFY(!convert(conversion));
+    QVERIFY(conversion.image.isNull());
+}
+
+void TestSdtsConversion::namesOfModulesComeBeforeTheirFiles()
+{
+    SdtsConversion conversion;
+    pSDTSImport = &conversion;
+    UseSubfieldToDetermineFileNames(textOf("FILE", "early.ddf"));
+    UseSubfieldToDetermineFileNames(textOf("Name", "DdSh"));
+    UseSubfieldToDetermineFileNames(textOf("TYPE", "x"));
+    UseSubfieldToDetermineFileNames(numberOf("FILE", 7.0));
+    UseSubfieldToDetermineFileNames(textOf("FILE", "Schema.DDF"));
+    UseSubfieldToDetermineFileNames(textOf("NAME", "IREF"));
+    UseSubfieldToDetermineFileNames(textOf("FILE", "other.ddf"));
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.ddshFile, QString("Schema.DDF"));
+    QCOMPARE(conversion.ddomFile, QString());
+    QCOMPARE(conversion.cel0File, QString());
+    QCOMPARE(conversion.moduleName, QString());
+}
+
+void TestSdtsConversion::theLastUnitOfTheSchemaHolds()
+{
+    SdtsConversion conversion;
+    pSDTSImport = &conversion;
+    UseSubfieldToDetermineUnits(textOf("UNIT", "METERS"));
+    UseSubfieldToDetermineUnits(textOf("unit", "Feet"));
+    UseSubfieldToDetermineUnits(textOf("Fmt", "BI16"));
+    UseSubfieldToDetermineUnits(textOf("ATLB", "Elevation"));
+    UseSubfieldToDetermineUnits(numberOf("ATLB", 7.0));
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.inputUnit, QString("feet"));
+    QCOMPARE(conversion.fmt, std::string("BI16"));
+    QCOMPARE(conversion.atlb, std::string("Elevation"));
+}
+
+void TestSdtsConversion::textsWithoutValueAreNone()
+{
+    sc_Subfield empty = textOf("UNIT", "");
+    empty.setUnvalued();
+    SdtsConversion conversion;
+    pSDTSImport = &conversion;
+    UseSubfieldToDetermineUnits(textOf("UNIT", "METERS"));
+    UseSubfieldToDetermineUnits(empty);
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.inputUnit, QString("meters"));
+}
+
+void TestSdtsConversion::voidAndFillComeFromTheDomain_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("definition");
+    QTest::addColumn<int>("voidValue"); // 7 before
+    QTest::addColumn<int>("fillValue"); // 8 before
+    QTest::newRow("void") << "-32767"
+                          << "VOID" << -32767 << 8;
+    QTest::newRow("fill") << "-32766"
+                          << "fill value" << 7 << -32766;
+    QTest::newRow("both") << "12"
+                          << "Fill and Void" << 12 << 12;
+    QTest::newRow("neither") << "12"
+                             << "minimum" << 7 << 8;
+    QTest::newRow("half rounds up") << "2.5"
+                                    << "void" << 3 << 8;
+    QTest::newRow("half rounds down") << "-2.5"
+                                      << "void" << -3 << 8;
+    QTest::newRow("below the half") << "2.4999"
+                                    << "void" << 2 << 8;
+    QTest::newRow("beyond an int") << "1e20"
+                                   << "void" << 2147483647 << 8;
+    QTest::newRow("no number") << "none"
+                               << "void" << 0 << 8;
+}
+
+void TestSdtsConversion::voidAndFillComeFromTheDomain()
+{
+    QFETCH(QString, value);
+    QFETCH(QString, definition);
+    QFETCH(int, voidValue);
+    QFETCH(int, fillValue);
+    SdtsConversion conversion;
+    conversion.voidValue = 7;
+    conversion.fillValue = 8;
+    pSDTSImport = &conversion;
+    UseSubfieldToDetermineVoidAndFill(textOf("DVAL", value.toStdString()));
+    UseSubfieldToDetermineVoidAndFill(textOf("DVDF", definition.toStdString()));
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.voidValue, voidValue);
+    QCOMPARE(conversion.fillValue, fillValue);
+}
+
+void TestSdtsConversion::aDefinitionMustFollowItsValue()
+{
+    SdtsConversion conversion;
+    conversion.fillValue = 8;
+    pSDTSImport = &conversion;
+    UseSubfieldToDetermineVoidAndFill(numberOf("dval", -9999.0));
+    QCOMPARE(conversion.moduleName, QString("-9999.0000000000"));
+    UseSubfieldToDetermineVoidAndFill(textOf("dvdf", "void"));
+    UseSubfieldToDetermineVoidAndFill(textOf("MODN", "DDOM"));
+    UseSubfieldToDetermineVoidAndFill(textOf("dvdf", "fill"));
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.voidValue, -9999);
+    QCOMPARE(conversion.fillValue, 0);
+}
+
+void TestSdtsConversion::voidAndFillBecomeZero()
+{
+    const int elevations[] = {-32767, 5, -32766, 6};
+    writeTransfer(4, 1, [&](int column, int) { return elevations[column]; });
+    SdtsConversion conversion;
+    QVERIFY(convert(conversion));
+    QCOMPARE(pixelsOf(conversion.image), QString("0 5 0 6"));
+}
+
+void TestSdtsConversion::everyNumericTypeIsAnElevation()
+{
+    SdtsConversion conversion;
+    conversion.image = ElevationImage(16, 1, QImage::Format_RGB888);
+    conversion.image.clear(0xFF000009);
+    conversion.col = conversion.row = 1;
+    std::vector<sc_Subfield> subfields(15);
+    subfields[0].setI(-1);
+    subfields[1].setR(2.5);
+    subfields[2].setS(-3.5);
+    subfields[3].setBI8(-4);
+    subfields[4].setBI16(5);
+    subfields[5].setBI24(6);
+    subfields[6].setBI32(7);
+    subfields[7].setBUI8(4294967240u); // wraps to -56
+    subfields[8].setBUI16(65534);
+    subfields[9].setBUI24(10);
+    subfields[10].setBUI32(11);
+    subfields[11].setBFP32(-12.25F);
+    subfields[12].setBFP64(13.75);
+    subfields[13].setA("14.5 m");
+    subfields[14].setC("15");
+    pSDTSImport = &conversion;
+    for (sc_Subfield &subfield : subfields) {
+        subfield.setMnemonic("Elevation");
+        UseSubfieldToReadElevations(subfield);
+    }
+    pSDTSImport = nullptr;
+    QCOMPARE(pixelsOf(conversion.image),
+             QString("-1 3 -4 -4 5 6 7 -56 65534 10 11 -12 14 15 0 9"));
+    QCOMPARE(conversion.col, 16);
+}
+
+void TestSdtsConversion::theExtentEndsOneBeyondTheLastCell()
+{
+    SdtsConversion conversion;
+    pSDTSImport = &conversion;
+    for (const double row : {1.0, 2.9}) {
+        UseSubfieldToDetermineFileSize(numberOf("ROWI", row));
+        UseSubfieldToDetermineFileSize(numberOf("COLI", 1.0));
+        for (int i = 0; i < 3; ++i)
+            UseSubfieldToDetermineFileSize(numberOf("ELEVATION", 500.0));
+    }
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.maxCol, 4);
+    QCOMPARE(conversion.maxRow, 2);
+}
+
+void TestSdtsConversion::countersDoNotOverflow()
+{
+    SdtsConversion conversion;
+    pSDTSImport = &conversion;
+    for (const double number : {1e300, -1e300, 2147483647.0}) {
+        UseSubfieldToDetermineFileSize(numberOf("ROWI", number));
+        UseSubfieldToDetermineFileSize(numberOf("COLI", number));
+        UseSubfieldToDetermineFileSize(numberOf("ELEVATION", 1.0));
+        UseSubfieldToReadElevations(numberOf("ROWI", number));
+        UseSubfieldToReadElevations(numberOf("COLI", number));
+        UseSubfieldToReadElevations(numberOf("ELEVATION", 1.0));
+    }
+    pSDTSImport = nullptr;
+    QCOMPARE(conversion.maxCol, 2147483647);
+    QCOMPARE(conversion.maxRow, 2147483647);
+}
+
+void TestSdtsConversion::gapsStayAtZero()
+{
+    writeTransfer(1, 1, numbered);
+    // Rows 1 and 3 only, of different lengths.
+    std::string cells = isofile::ddr(
+        {{"CELL", "", "ROWI!COLI", "(2I)"}, {"CVLS", "", "*ELEVATION", "(B(16))", "26"}});
+    cells += isofile::record(
+        {{"CELL", isofile::units({"1", "1"})}, {"CVLS", isofile::bigEndian(7, 2)}});
+    cells +=
+        isofile::record({{"CELL", isofile::units({"3", "2"})},
+                         {"CVLS", isofile::bigEndian(8, 2) + isofile::bigEndian(9, 2)}});
+    QCOMPARE(pixelsOfCells(cells), QString("7 0 0 | 0 0 0 | 0 8 9"));
+}
+
+void TestSdtsConversion::cellsOutsideAreDropped()
+{
+    SdtsConversion conversion;
+    conversion.setElevation(5.0); // no image yet
+    conversion.image = ElevationImage(2, 1, QImage::Format_RGB888);
+    conversion.image.clear(0xFF000000);
+    for (const int position : {-2147483647 - 1, -1, 0, 3, 2147483647}) {
+        conversion.col = conversion.row = position;
+        conversion.setElevation(5.0);
+    }
+    QCOMPARE(pixelsOf(conversion.image), QString("0 0"));
+}
+
+void TestSdtsConversion::elevationsAreCalibrated()
+{
+    writeTransfer(3, 1, numbered);
+    SdtsConversion conversion;
+    conversion.calibrationFactor = 1000.0 / 304.8; // 328.08, 331.36, 334.65
+    QVERIFY(convert(conversion));
+    QCOMPARE(pixelsOf(conversion.image), QString("328 331 335"));
+}
+
+void TestSdtsConversion::anUnknownFormatGivesOnePixel()
+{
+    writeTransfer(3, 2, numbered);
+    write("TR01DDSH.DDF", sdts::schema("METERS", "BI12"));
+    SdtsConversion conversion;
+    QVERIFY(convert(conversion));
+    QCOMPARE(pixelsOf(conversion.image), QString("0"));
+}
+
+void TestSdtsConversion::cellsThatCannotBeReadGiveNoImage_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("junk") << QByteArray(5000, 'x');
+    QTest::newRow("description only")
+        << QByteArray::fromStdString(sdts::cells(3, 0, numbered));
+    QTest::newRow("rows without cells")
+        << QByteArray::fromStdString(sdts::cells(0, 1, numbered));
+}
+
+void TestSdtsConversion::cellsThatCannotBeReadGiveNoImage()
+{
+    QFETCH(QByteArray, bytes);
+    writeTransfer(3, 2, numbered);
+    const QString pixels = pixelsOfCells(bytes.toStdString());
+    // A row without cells still counts one, of no value.
+    QCOMPARE(pixels,
+             QTest::currentDataTag() == QString("rows without cells") ? "0" : "none");
+}
+
+void TestSdtsConversion::aSmallFileCannotClaimALargeImage()
+{
+    writeTransfer(1, 1, numbered);
+    const auto claim = [](const std::string &row, const std::string &column) {
+        return isofile::ddr({{"CELL", "", "ROWI!COLI", "(2I)"},
+                             {"CVLS", "", "*ELEVATION", "(B(16))", "26"}}) +
+               isofile::record({{"CELL", isofile::units({row, column})},
+                                {"CVLS", isofile::bigEndian(7, 2)}});
+    };
+    QCOMPARE(pixelsOfCells(claim("30000", "30000")), QString("none"));
+    QCOMPARE(pixelsOfCells(claim("2147483647", "2147483647")), QString("none"));
+    QCOMPARE(pixelsOfCells(claim("-5", "1")), QString("none"));
+    QVERIFY(pixelsOfCells(claim("1", "1000")).endsWith(" 7"));
+}
+
+void TestSdtsConversion::aCutFileKeepsItsWholeRows()
+{
+    writeTransfer(3, 3, numbered);
+    const std::string whole = sdts::cells(3, 3, numbered);
+    QCOMPARE(pixelsOfCells(whole.substr(0, whole.size() - 1)),
+             QString("100 101 102 | 200 201 202"));
+}
+
+void TestSdtsConversion::everyCutAndChangedByteIsHarmless()
+{
+    for (const auto &[name, bytes] : sdts::transfer(2, 2, numbered)) {
+        writeTransfer(2, 2, numbered);
+        const QString file = QString::fromStdString(name);
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            SdtsConversion conversion;
+            write(file, bytes.substr(0, i));
+            const bool hasImage = convert(conversion);
+            QCOMPARE(hasImage, !conversion.image.isNull());
+            std::string changed = bytes;
+            changed[i] = static_cast<char>(changed[i] ^ 0x15);
+            write(file, changed);
+            SdtsConversion second;
+            const bool hasSecond = convert(second);
+            QCOMPARE(hasSecond, !second.image.isNull());
+        }
+    }
+}
+
+void TestSdtsConversion::aWalkWritesItsFields()
+{
+    const QString file = write("TR01DDSH.DDF", sdts::schema());
+    const CapturedOutput output;
+    QCOMPARE(ReadSDTS(QFile::encodeName(file).constData(), nullptr), 0);
+    QCOMPARE(output.text(), std::string("DDSH : DATA DICTIONARY/SCHEMA\n\n\n\n\n\n\n\n"));
+    QCOMPARE(ReadSDTS(QFile::encodeName(path("none")).constData(), nullptr), -1);
+    QCOMPARE(ReadSDTS(QFile::encodeName(m_folder->path()).constData(), nullptr), 0);
+}
+
+void TestSdtsConversion::aWalkLeavesTheOutputAsItWas()
+{
+    const QString file = write("TR01CEL0.DDF", sdts::cells(40000, 2, numbered));
+    const CConverterType hints[] = {{"ELEVATION", "BI16"}, {}};
+    const CapturedOutput output;
+    std::streambuf *const buffer = std::cout.rdbuf();
+    std::cout << "before\n";
+    std::cout.setstate(std::ios::eofbit);
+    QCOMPARE(ReadSDTS(QFile::encodeName(file).constData(), hints), 0);
+    QVERIFY(std::cout.rdbuf() == buffer);
+    QCOMPARE(std::cout.rdstate(), std::ios::eofbit);
+    std::cout.clear();
+    std::cout << "after\n";
+    QVERIFY(output.text().starts_with("before\n"));
+    QVERIFY(output.text().ends_with("\nafter\n"));
+}
+
+void TestSdtsConversion::onlyKnownConvertersAreHints()
+{
+    const QString file = write("TR01CEL0.DDF", sdts::cells(3, 1, numbered));
+    static int count = 0;
+    UseSubfield = [](sc_Subfield subfield) {
+        count += subfield.getSubfieldType() == sc_Subfield::BI16 ? 1 : 0;
+        return 0;
+    };
+    const CapturedOutput output;
+    const auto countWith = [&](const std::vector<CConverterType> &hints) {
+        count = 0;
+        ReadSDTS(QFile::encodeName(file).constData(), hints.data());
+        return count;
+    };
+    QCOMPARE(countWith({{"ELEVATION", "BI16"}, {}}), 3);
+    QCOMPARE(countWith({{"ELEVATION", "bi16"}, {}}), 0);
+    QCOMPARE(countWith({{"Elevation", "BI16"}, {}}), 0);
+    QCOMPARE(countWith({{"ELEVATION", nullptr}, {"ELEVATION", "BI16"}, {}}), 3);
+    QCOMPARE(countWith({{"", "BI16"}, {"ELEVATION", "BI16"}, {}}), 0);
+    UseSubfield = nullptr;
+}
+
+void TestSdtsConversion::unitsEndWithThatOfTheUser()
+{
+    QCOMPARE(sdtsUnits().size(), 8);
+    QCOMPARE(sdtsUnits().constFirst().name, QString("millimeters"));
+    QCOMPARE(sdtsUnits().constLast().millimeters, 914.4);
+    QSettings settings("Kolvenar", "Zephrant");
+    settings.setValue("userDefinedUnitName", "Fathoms");
+    settings.sync();
+    QCOMPARE(sdtsUnits().size(), 9);
+    QCOMPARE(sdtsUnits().constLast().millimeters, 1.0);
+    settings.setValue("userDefinedUnitScale", 1828.8);
+    settings.sync();
+    QCOMPARE(sdtsUnits().constLast().name, QString("Fathoms"));
+    QCOMPARE(sdtsUnits().constLast().millimeters, 1828.8);
+}
+
+QTEST_GUILESS_MAIN(TestSdtsConversion)
+#include "test_sdtsconversion.moc"
