@@ -8,5 +8,7 @@ for svg; do
     name=${svg%.svg}
     mkdir -p "../$(dirname "$name")"
     rsvg-convert "$svg" -o "../$name.png"
+    # Cursors have no second resolution; circles are drawn large and scaled down.
+    case $name in *Cursor* | *Circle) continue ;; esac
     rsvg-convert --zoom 2 "$svg" -o "../$name@2x.png"
 done
