@@ -90,8 +90,6 @@ private:
     SceneryMdiChild *createSceneryView();
     /// Gives a view its window in the workspace.
     QMdiSubWindow *addToWorkspace(MdiChild *view);
-    /// Closes a view with its window; false if it refuses.
-    bool closeView(MdiChild *view);
     /// Asks about unsaved changes of a file that is open already, and loads it anew.
     void revert(QMdiSubWindow *window, const QString &path);
     void addToMRU(const QString &file);

@@ -51,17 +51,6 @@ QMdiSubWindow *MainWindow::addToWorkspace(MdiChild *view)
     return window;
 }
 
-bool MainWindow::closeView(MdiChild *view)
-{
-    auto *const window = qobject_cast<QMdiSubWindow *>(view->parentWidget());
-    if (!window)
-        return view->close();
-    if (!window->close())
-        return false;
-    mdiArea->removeSubWindow(window);
-    return true;
-}
-
 ImageMdiChild *MainWindow::createImageView()
 {
     auto *const view = new ImageMdiChild(this);
@@ -150,7 +139,7 @@ void MainWindow::open(const QString &path)
     else
         view = createImageView();
     if (!view->loadFile(path)) {
-        closeView(view);
+        view->parentWidget()->close(); // asks the view, and leaves no empty window
         return;
     }
     addToMRU(path);
