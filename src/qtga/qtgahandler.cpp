@@ -27,7 +27,7 @@ bool isUncompressedRgb(const Head &head) { return head[1] == 0 && head[2] == Tru
 
 Head headFor(const QImage &image)
 {
-    Head head {};
+    Head head{};
     head[2] = TrueColour;
     qToLittleEndian(static_cast<quint16>(image.width()), &head[12]);
     qToLittleEndian(static_cast<quint16>(image.height()), &head[14]);
@@ -99,7 +99,7 @@ bool QTgaHandler::read(QImage *image)
     }
     if (!canRead())
         return false;
-    Head head {};
+    Head head{};
     if (!readFully(*device(), head.data(), HeadSize)) {
         qWarning("QTgaHandler::read(): Cannot read TGAFILEHEADER");
         return false;
@@ -149,12 +149,17 @@ bool QTgaHandler::write(const QImage &image)
         length, "QTgaHandler::write(): Cannot allocate memory for a line of TGA data");
     if (!line)
         return false;
-    // ARGB32 holds what QImage::pixel gives for every format.
-    const bool direct = image.format() == QImage::Format_RGB32
-        || image.format() == QImage::Format_ARGB32;
-    const QImage source = direct ? image : image.convertToFormat(QImage::Format_ARGB32);
+    // ARGB32 holds what QImage::pixel gives for every format. Converted line by line,
+    // lest the whole picture be held twice.
+    const bool direct =
+        image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32;
     for (int y = 0; y < image.height(); ++y) {
-        const auto *pixels = reinterpret_cast<const QRgb *>(source.constScanLine(y));
+        QImage converted;
+        if (!direct)
+            converted =
+                image.copy(0, y, image.width(), 1).convertToFormat(QImage::Format_ARGB32);
+        const auto *pixels = reinterpret_cast<const QRgb *>(
+            direct ? image.constScanLine(y) : converted.constScanLine(0));
         for (int x = 0; x < image.width(); ++x) {
             uchar *const out = line.get() + qsizetype(x) * 3;
             out[0] = static_cast<uchar>(qBlue(pixels[x]));

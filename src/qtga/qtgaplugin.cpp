@@ -5,7 +5,7 @@
 #include <QIODevice>
 #include <QtPlugin>
 
-QStringList QTgaPlugin::keys() const { return { QStringLiteral("tga") }; }
+QStringList QTgaPlugin::keys() const { return {QStringLiteral("tga")}; }
 
 QImageIOPlugin::Capabilities QTgaPlugin::capabilities(QIODevice *device,
                                                       const QByteArray &format) const
