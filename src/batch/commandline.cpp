@@ -1,0 +1,159 @@
+#include "batch/commandline.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+namespace {
+
+// The ranges of the input form; a value beyond them would be cut silently.
+constexpr int MaxFrame = 32768;
+constexpr int MinSide = 8;
+constexpr int MaxSide = 32768;
+constexpr int MaxQuality = 2;
+
+struct Options {
+    QCommandLineOption preview{QStringLiteral("preview"),
+                               QStringLiteral("Render at half size on a quarter of the "
+                                              "mesh.")};
+    QCommandLineOption from{QStringLiteral("from"),
+                            QStringLiteral("First frame, counted from 0 (default: the "
+                                           "scenery's own)."),
+                            QStringLiteral("N")};
+    QCommandLineOption to{QStringLiteral("to"),
+                          QStringLiteral("Last frame (default: the scenery's own)."),
+                          QStringLiteral("N")};
+    QCommandLineOption output{QStringLiteral("output"),
+                              QStringLiteral("Name of the frame files without "
+                                             "extension, such as image%04d."),
+                              QStringLiteral("TEMPLATE")};
+    QCommandLineOption format{QStringLiteral("format"),
+                              QStringLiteral("Picture format: tga, png, jpg or ppm. May "
+                                             "be given several times."),
+                              QStringLiteral("FORMAT")};
+    QCommandLineOption quality{QStringLiteral("quality"),
+                               QStringLiteral("0 low, 1 high, 2 extra high."),
+                               QStringLiteral("N")};
+    QCommandLineOption size{QStringLiteral("size"),
+                            QStringLiteral("Size of the frames in pixels."),
+                            QStringLiteral("WxH")};
+    QCommandLineOption missing{QStringLiteral("missing"),
+                               QStringLiteral("Render only frames whose files are not "
+                                              "there yet.")};
+    QCommandLineOption quiet{QStringLiteral("quiet"),
+                             QStringLiteral("No line for each frame.")};
+};
+
+class Reader {
+public:
+    Reader(const QCommandLineParser &parser, BatchOptions &options, QString *error)
+        : m_parser(parser), m_options(options), m_error(error)
+    {
+    }
+
+    [[nodiscard]] bool number(const QCommandLineOption &option, int highest,
+                              std::optional<int> &value) const
+    {
+        if (!m_parser.isSet(option))
+            return true;
+        bool ok = false;
+        const int n = m_parser.value(option).toInt(&ok);
+        if (!ok || n < 0 || n > highest)
+            return wrong(QStringLiteral("--%1 takes a whole number from 0 to %2.")
+                             .arg(option.names().constFirst())
+                             .arg(highest));
+        value = n;
+        return true;
+    }
+
+    [[nodiscard]] bool formats(const QCommandLineOption &option) const
+    {
+        static const QStringList known{QStringLiteral("tga"), QStringLiteral("png"),
+                                       QStringLiteral("jpg"), QStringLiteral("ppm")};
+        for (const QString &format : m_parser.values(option)) {
+            if (!known.contains(format))
+                return wrong(QStringLiteral("There is no format \"%1\"; choose from %2.")
+                                 .arg(format, known.join(QStringLiteral(", "))));
+            m_options.formats << format;
+        }
+        return true;
+    }
+
+    [[nodiscard]] bool size(const QCommandLineOption &option) const
+    {
+        if (!m_parser.isSet(option))
+            return true;
+        static const QRegularExpression form(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
+        const auto match = form.match(m_parser.value(option));
+        const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+        const auto fits = [](int side) { return side >= MinSide && side <= MaxSide; };
+        if (!match.hasMatch() || !fits(size.width()) || !fits(size.height()))
+            return wrong(QStringLiteral("--size takes WxH with sides from %1 to %2.")
+                             .arg(MinSide)
+                             .arg(MaxSide));
+        m_options.size = size;
+        return true;
+    }
+
+    [[nodiscard]] bool scenery() const
+    {
+        const QStringList names = m_parser.positionalArguments();
+        if (names.size() != 1)
+            return wrong(names.isEmpty()
+                             ? QStringLiteral("No scenery file is named.")
+                             : QStringLiteral("Only one scenery file can be named."));
+        m_options.scenery = names.constFirst();
+        return true;
+    }
+
+private:
+    bool wrong(const QString &text) const
+    {
+        *m_error = text;
+        return false;
+    }
+
+    const QCommandLineParser &m_parser;
+    BatchOptions &m_options;
+    QString *m_error;
+};
+
+} // namespace
+
+CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &options,
+                                  QString *text)
+{
+    const Options known;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Renders the frames of a scenery without a window."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addOptions({known.preview, known.from, known.to, known.output, known.format,
+                       known.quality, known.size, known.missing, known.quiet});
+    parser.addPositionalArgument(QStringLiteral("SCENERY.zph"),
+                                 QStringLiteral("The scenery file."));
+    if (!parser.parse(arguments)) {
+        *text = parser.errorText();
+        return CommandLineResult::Wrong;
+    }
+    if (parser.isSet(help)) {
+        *text = parser.helpText();
+        return CommandLineResult::Help;
+    }
+    if (parser.isSet(version)) {
+        *text = QStringLiteral("zephrant-render " ZEPHRANT_VERSION "\n");
+        return CommandLineResult::Version;
+    }
+    options.preview = parser.isSet(known.preview);
+    options.missing = parser.isSet(known.missing);
+    options.quiet = parser.isSet(known.quiet);
+    if (parser.isSet(known.output))
+        options.output = parser.value(known.output);
+    const Reader read(parser, options, text);
+    const bool good = read.number(known.from, MaxFrame, options.from) &&
+                      read.number(known.to, MaxFrame, options.to) &&
+                      read.number(known.quality, MaxQuality, options.quality) &&
+                      read.formats(known.format) && read.size(known.size) &&
+                      read.scenery();
+    return good ? CommandLineResult::Run : CommandLineResult::Wrong;
+}

@@ -1,0 +1,52 @@
+// zephrant-render: renders the frames of a scenery without a window.
+
+#include "batch/batchrun.h"
+#include "batch/stopsignal.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+static void initResources() { Q_INIT_RESOURCE(Zephrant); }
+
+namespace {
+
+void writeLine(std::FILE *stream, const QString &line)
+{
+    std::fputs(qPrintable(line + QLatin1Char('\n')), stream);
+    std::fflush(stream); // a line is news, also through a pipe
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // The form that holds a scenery's values needs a window system, though no screen.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    initResources();
+    const QApplication application(argc, argv);
+
+    BatchOptions options;
+    QString text;
+    switch (readCommandLine(QApplication::arguments(), options, &text)) {
+    case CommandLineResult::Help:
+    case CommandLineResult::Version:
+        std::fputs(qPrintable(text), stdout);
+        return AllWritten;
+    case CommandLineResult::Wrong:
+        writeLine(stderr, text);
+        writeLine(stderr, QStringLiteral("zephrant-render --help tells the options."));
+        return WrongUsage;
+    case CommandLineResult::Run:
+        break;
+    }
+    StopSignal stop;
+    BatchRun run(
+        options, [](const QString &line) { writeLine(stdout, line); },
+        [](const QString &line) { writeLine(stderr, line); });
+    QObject::connect(&stop, &StopSignal::stopRequested, &run, &BatchRun::stop);
+    const int status = run.run();
+    if (status == Stopped)
+        writeLine(stderr, QStringLiteral("Stopped."));
+    return status;
+}
