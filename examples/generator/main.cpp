@@ -19,7 +19,7 @@ constexpr unsigned Seed = 4;
 // Stored steps between the lake and the highest summit.
 constexpr double Steps = 100000.0;
 // Height of the summits in pixels of the terrain, for the steepness of slopes.
-constexpr double Relief = 105.0;
+constexpr double Relief = 66.0;
 
 ElevationImage elevationOf(const HeightField &terrain)
 {

@@ -66,8 +66,8 @@ void runDrop(HeightField &field, double x, double y)
             return;
         const double newX = x + dirX / length;
         const double newY = y + dirY / length;
-        const double limit = field.side - 2;
-        if (!(newX >= 1 && newY >= 1 && newX < limit && newY < limit))
+        const double limit = field.side - 9;
+        if (!(newX >= 8 && newY >= 8 && newX < limit && newY < limit))
             return;
         const double fall = slopeAt(field, newX, newY).height - here.height;
         const double capacity = std::max(-fall, MinSlope) * speed * water * Capacity;
@@ -93,7 +93,7 @@ void rain(HeightField &field, int drops, unsigned seed)
     // The distributions of the standard library differ between its makers.
     std::mt19937 engine(seed);
     const auto position = [&] {
-        return 1 + (static_cast<double>(engine()) / 4294967296.0) * (field.side - 4);
+        return 8 + (static_cast<double>(engine()) / 4294967296.0) * (field.side - 18);
     };
     for (int i = 0; i < drops; ++i) {
         const double x = position();
@@ -111,6 +111,25 @@ void smooth(HeightField &field, double weight)
                                    old.at(x, y - 1) + old.at(x, y + 1)) *
                                   0.25;
             field.at(x, y) = old.at(x, y) * (1 - weight) + around * weight;
+        }
+}
+
+// Rain now and then piles up a needle; none may stand out from the ground four pixels
+// around it by more than a crag would.
+void cutNeedles(HeightField &field)
+{
+    constexpr int Reach = 4;
+    constexpr double Crag = 0.045;
+    const HeightField old = field;
+    const int last = field.side - 1;
+    for (int y = 0; y < field.side; ++y)
+        for (int x = 0; x < field.side; ++x) {
+            const int west = std::max(x - Reach, 0), east = std::min(x + Reach, last);
+            const int north = std::max(y - Reach, 0), south = std::min(y + Reach, last);
+            const double around = (old.at(west, y) + old.at(east, y) + old.at(x, north) +
+                                   old.at(x, south)) *
+                                  0.25;
+            field.at(x, y) = std::min(old.at(x, y), around + Crag);
         }
 }
 
@@ -160,9 +179,13 @@ HeightField makeMountains(int side, unsigned seed)
     normalize(field);
     // Low ground is pressed flat, summits stand out.
     for (double &h : field.heights)
-        h = std::pow(h, 1.35);
+        h = std::pow(h, 1.25);
     rain(field, side * side * 3 / 4, seed + 1);
-    smooth(field, 0.45);
+    // What the rain cut into spires falls.
+    for (int i = 0; i < 3; ++i)
+        cutNeedles(field);
+    for (int i = 0; i < 3; ++i)
+        smooth(field, 0.5);
     normalize(field);
     return field;
 }

@@ -73,7 +73,7 @@ Colour lowland(const Place &p)
     const double tree = fractalNoise(p.u * 14, p.v * 14, 5, 300) +
                         0.35 * gradientNoise(p.u * 260, p.v * 260, 310) +
                         (0.36 - p.height) * 0.5;
-    const double treeLine = step(0.50, 0.40, p.height + 0.05 * patch);
+    const double treeLine = step(0.36, 0.27, p.height + 0.05 * patch);
     const Colour wood =
         mix(Wood, DarkWood, step(-0.4, 0.5, gradientNoise(p.u * 330, p.v * 330, 320)));
     ground = mix(ground, wood, step(-0.02, 0.12, tree) * treeLine);
@@ -95,15 +95,15 @@ Colour ground(const Place &p)
         return water(p);
     const double wild = fractalNoise(p.u * 30, p.v * 30, 4, 500);
     Colour c = lowland(p);
-    c = mix(c, Heath, step(0.38, 0.52, p.height + 0.08 * wild));
-    const double bare = step(0.62, 0.95, p.steepness + 0.25 * wild) +
-                        step(0.50, 0.66, p.height + 0.06 * wild);
+    c = mix(c, Heath, step(0.28, 0.42, p.height + 0.08 * wild));
+    const double bare = step(0.75, 1.15, p.steepness + 0.25 * wild) +
+                        step(0.40, 0.56, p.height + 0.06 * wild);
     c = mix(c, rock(p), bare);
     // Snow lies above its line, lower in gullies, and slides off the cliffs.
     const double line = p.height + 0.07 * wild + std::clamp(p.hollow, -0.3, 0.5) * 0.10;
-    const double lies = step(1.55, 0.95, p.steepness + 0.2 * wild);
+    const double lies = step(1.75, 1.05, p.steepness + 0.2 * wild);
     const Colour snow = mix(Snow, OldSnow, step(-0.2, 0.5, p.hollow + 0.4 * wild));
-    return mix(c, snow, step(0.60, 0.68, line) * lies);
+    return mix(c, snow, step(0.47, 0.56, line) * lies);
 }
 
 int byteOf(double v) { return static_cast<int>(std::clamp(v, 0.0, 255.0)); }

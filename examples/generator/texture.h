@@ -5,7 +5,7 @@
 struct HeightField;
 
 /// Height below which the lake of a terrain stands.
-constexpr double LakeLevel = 0.085;
+constexpr double LakeLevel = 0.11;
 
 /// A picture of the ground for a terrain: water, meadows, woods, rock and snow by
 /// height, steepness and chance. Not lit: the renderer brings the light.
