@@ -4,7 +4,10 @@
 #include "raster/pixelreader.h"
 #include "raster/vectors.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace {
 
@@ -123,6 +126,34 @@ void ElevationImage::setElevation(int x, int y, double e)
         return;
     }
     setPixel(column, row, value);
+}
+
+std::pair<double, double> ElevationImage::elevationRange() const
+{
+    double lowest = std::numeric_limits<float>::max();
+    double highest = std::numeric_limits<float>::lowest();
+    const auto include = [&](double e) {
+        lowest = std::min(lowest, e);
+        highest = std::max(highest, e);
+    };
+    // A scale above 1 leads out of the image, where the elevation is 0; one below 1
+    // leads to some columns several times.
+    const auto indices = [](double scale, int count) {
+        std::vector<int> found;
+        for (int i = 0; i < count; ++i)
+            if (const int index = nearestIndex(i * scale, count);
+                found.empty() || found.back() != index)
+                found.push_back(index);
+        return found;
+    };
+    const std::vector<int> columns = indices(m_xScale, width());
+    const PixelReader read(*this);
+    for (const int fromBottom : indices(m_yScale, height()))
+        for (const int column : columns)
+            include(column < 0 || fromBottom < 0
+                        ? 0.0
+                        : stepsOf(read(column, height() - 1 - fromBottom)) * m_zScale);
+    return {lowest, highest};
 }
 
 void ElevationImage::Z(C4Vector &p) const { p.z = elevation(p.x, p.y); }

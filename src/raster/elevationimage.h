@@ -2,6 +2,8 @@
 
 #include <QImage>
 
+#include <utility>
+
 class C4Vector;
 
 /// A height field: each pixel holds a signed 24-bit integer, red the high byte;
@@ -42,6 +44,9 @@ public:
     /// halves away from zero and wraps modulo 2^24; writes outside are dropped.
     /// What is infinite or no number is stored as 0.
     void setElevation(int x, int y, double e);
+    /// Lowest and highest of all that elevation(int, int) gives for x below the width
+    /// and y below the height. A null image has its lowest above its highest.
+    [[nodiscard]] std::pair<double, double> elevationRange() const;
     /// Sets p.z to the elevation at p.x, p.y.
     void Z(C4Vector &p) const;
     /// Sets every pixel to the raw value, which is a pixel, not an elevation.

@@ -37,15 +37,9 @@ Image::Image(const uchar *data, int width, int height, qsizetype bytesPerLine,
 {
 }
 
-Image::Image(int width, int height, Format format)
-    : QImage(width, height, format)
-{
-}
+Image::Image(int width, int height, Format format) : QImage(width, height, format) {}
 
-Image::Image(const QSize &size, Format format)
-    : QImage(size, format)
-{
-}
+Image::Image(const QSize &size, Format format) : QImage(size, format) {}
 
 QRgb Image::pixel(double x, double y)
 {
@@ -71,8 +65,8 @@ QRgb Image::pixel(double x, double y)
     const QRgb p01 = read(ix, below);
     const QRgb p11 = read(right, below);
     const auto mix = [fx, fy](int c00, int c10, int c01, int c11) {
-        return static_cast<int>((c01 * (1 - fx) + c11 * fx) * fy
-                                + (c00 * (1 - fx) + c10 * fx) * (1 - fy));
+        return static_cast<int>((c01 * (1 - fx) + c11 * fx) * fy +
+                                (c00 * (1 - fx) + c10 * fx) * (1 - fy));
     };
     return qRgb(mix(qRed(p00), qRed(p10), qRed(p01), qRed(p11)),
                 mix(qGreen(p00), qGreen(p10), qGreen(p01), qGreen(p11)),

@@ -61,6 +61,6 @@ bool saveImageFile(const QImage &image, const QString &name)
     if (image.isNull())
         return false;
     QSaveFile file(name);
-    return file.open(QIODevice::WriteOnly) && writeTo(file, image, extensionOf(name))
-        && file.commit();
+    return file.open(QIODevice::WriteOnly) && writeTo(file, image, extensionOf(name)) &&
+           file.commit();
 }

@@ -1,9 +1,7 @@
 #include "raster/pixelreader.h"
 
 PixelReader::PixelReader(const QImage &image)
-    : m_image(&image)
-    , m_bits(image.constBits())
-    , m_bytesPerLine(image.bytesPerLine())
+    : m_image(&image), m_bits(image.constBits()), m_bytesPerLine(image.bytesPerLine())
 {
     switch (image.format()) {
     case QImage::Format_RGB32:

@@ -13,6 +13,8 @@
 #include <functional>
 #include <memory>
 
+enum class KeyMatch;
+
 class ElevationImage;
 class ImageMdiChild;
 class SceneryData;
@@ -109,6 +111,9 @@ signals:
     void frameSaved(int frame, const QStringList &failed);
 
 private:
+    /// Sets the error string for a broken line; the result of reading a key.
+    int concluded(KeyMatch match, const QString &error);
+    void reposition(bool lastFrame);
     bool run(ImageMdiChild *target);
     bool renderFlight();
     bool straightFlight(TextureImage *texture);

@@ -1,0 +1,234 @@
+#include "scenery/scenerydelegate.h"
+
+#include "flightpath/setflightpathdialog.h"
+#include "flightpath/waypointlevel.h"
+#include "render/terrainsweep.h"
+#include "scenery/inputfile.h"
+#include "scenery/keyvalue.h"
+#include "scenery/scenerydata.h"
+#include "scenery/scenerymdichild.h"
+#include "scenery/sceneryreader.h"
+#include "scenery/scenerywriter.h"
+#include "shell/usernotices.h"
+
+#include <QDebug>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTextStream>
+
+namespace {
+
+MessageBoxNotices messageBoxes;
+
+QString obsoleteFormatText(bool selected)
+{
+    return selected
+               ? SceneryDelegate::tr(
+                     "The YUV output image format selected in this input file is no "
+                     "longer accepted.\nThe PNG format is selected instead.\nIf you wish "
+                     "to select another format, please do so in the main dialog.")
+               : SceneryDelegate::tr(
+                     "The YUV output image format specified in this input file is no "
+                     "longer accepted.\nThe YUV format specifier will be omitted when "
+                     "this ZPH file is saved.");
+}
+
+} // namespace
+
+SceneryDelegate::SceneryDelegate(SceneryMdiChild *owner)
+    : sweep(std::make_unique<TerrainSweep>()), view(owner),
+      data(std::make_unique<SceneryData>()), notices(&messageBoxes)
+{
+    dataToView();
+}
+
+SceneryDelegate::~SceneryDelegate() = default;
+
+void SceneryDelegate::setNotices(UserNotices *other) { notices = other; }
+
+void SceneryDelegate::setModified(bool isModified)
+{
+    modified = isModified;
+    qDebug("setModified(%s)", isModified ? "true" : "false");
+}
+
+void SceneryDelegate::setModified()
+{
+    modified = true;
+    qDebug("setModified()");
+}
+
+QString SceneryDelegate::inputFile(const QString &name) const
+{
+    const QString folder =
+        fileName().isEmpty() ? QString() : QFileInfo(fileName()).absolutePath();
+    return findInputFile(name, folder);
+}
+
+// --- Loading -----------------------------------------------------------------------
+
+bool SceneryDelegate::open(const QString &fileName)
+{
+    setFileName(fileName);
+    if (!open(ReadOnly | Text))
+        return false;
+    waypoints.clear();
+    controlPoints.clear();
+    waypointLevel = 0;
+    data->AusgabePNG = false;
+
+    bool good = true;
+    QTextStream stream(this);
+    QString line;
+    // An empty line ends the reading, as the end of the file does.
+    while (stream.readLineInto(&line) && !line.isEmpty()) {
+        compactLine(line);
+        good &= processLineLoad(line);
+    }
+    waypointLevel = normalizeWaypoints(waypoints, static_cast<int>(controlPoints.size()));
+    dataToView();
+    setModified(false); // the form's change signals have just said otherwise
+    const QString complaint = errorString();
+    close();
+    if (!good)
+        setErrorString(complaint);
+    return good;
+}
+
+void SceneryDelegate::compactLine(QString &line) { compactKey(line); }
+
+bool SceneryDelegate::processLineLoad(const QString &line)
+{
+    using Result = SceneryReader::Result;
+    SceneryReader reader(*data, controlPoints, waypoints);
+    QString error;
+    const Result result = reader.readLine(line, &error);
+    headSeen |= reader.headSeen();
+    if (result == Result::Rejected)
+        setErrorString(error);
+    if (result == Result::ObsoleteFormatOff || result == Result::ObsoleteFormatOn)
+        notices->information(view, tr("Obsolete Output Image Format"),
+                             obsoleteFormatText(result == Result::ObsoleteFormatOn));
+    return result != Result::Rejected;
+}
+
+// --- Single keys -------------------------------------------------------------------
+
+int SceneryDelegate::concluded(KeyMatch match, const QString &error)
+{
+    if (match == KeyMatch::Broken)
+        setErrorString(error);
+    return static_cast<int>(match);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
+                                      QString &value)
+{
+    QStringView text;
+    QString error;
+    const KeyMatch match = matchKey(line, key, &text, &error);
+    if (match == KeyMatch::Read)
+        value = text.toString();
+    return concluded(match, error);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
+                                      unsigned int &colour)
+{
+    QStringView text;
+    QString error;
+    KeyMatch match = matchKey(line, key, &text, &error);
+    if (match == KeyMatch::Read && !readColour(text, &colour, &error))
+        match = KeyMatch::Broken;
+    return concluded(match, error);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
+                                      bool &value)
+{
+    QStringView text;
+    QString error;
+    const KeyMatch match = matchKey(line, key, &text, &error);
+    if (match == KeyMatch::Read)
+        value = flagOf(text);
+    return concluded(match, error);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key, int &value)
+{
+    QStringView text;
+    QString error;
+    const KeyMatch match = matchKey(line, key, &text, &error);
+    if (match == KeyMatch::Read)
+        value = wholeOf(text);
+    return concluded(match, error);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
+                                      int &value1, int &value2)
+{
+    QStringView text;
+    QString error;
+    KeyMatch match = matchKey(line, key, &text, &error);
+    std::array<qint32, 2> pair{value1, value2};
+    if (match == KeyMatch::Read && !readPair(line, text, &pair, &error))
+        match = KeyMatch::Broken;
+    value1 = pair[0];
+    value2 = pair[1];
+    return concluded(match, error);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
+                                      int &value1, int &value2, int &value3)
+{
+    QStringView text;
+    QString error;
+    KeyMatch match = matchKey(line, key, &text, &error);
+    std::array<qint32, 3> triple{value1, value2, value3};
+    if (match == KeyMatch::Read && !readTriple(line, text, &triple, &error))
+        match = KeyMatch::Broken;
+    value1 = triple[0];
+    value2 = triple[1];
+    value3 = triple[2];
+    return concluded(match, error);
+}
+
+int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
+                                      double &value)
+{
+    QStringView text;
+    QString error;
+    const KeyMatch match = matchKey(line, key, &text, &error);
+    if (match == KeyMatch::Read)
+        value = realOf(text);
+    return concluded(match, error);
+}
+
+// --- Saving ------------------------------------------------------------------------
+
+bool SceneryDelegate::save(const QString &fileName)
+{
+    setFileName(fileName);
+    return save();
+}
+
+bool SceneryDelegate::save()
+{
+    // An earlier file stays until the new one is whole.
+    QSaveFile file(fileName());
+    file.setDirectWriteFallback(true);
+    if (!file.open(WriteOnly | Text)) {
+        setErrorString(file.errorString());
+        return false;
+    }
+    viewToData();
+    QTextStream stream(&file);
+    writeScenery(stream, *data, waypoints, controlPoints);
+    stream.flush();
+    if (stream.status() != QTextStream::Ok || !file.commit()) {
+        setErrorString(file.errorString());
+        return false;
+    }
+    setModified(false);
+    return true;
+}

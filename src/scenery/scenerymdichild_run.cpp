@@ -1,0 +1,103 @@
+// The view around a render run: picture, refresh and messages.
+
+#include "scenery/scenerydelegate.h"
+#include "scenery/scenerymdichild.h"
+#include "shell/appsettings.h"
+#include "shell/imagemdichild.h"
+#include "ui_scenerymdichildform.h"
+
+#include <QAction>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int StandardCycle = 4000; // ms
+
+} // namespace
+
+SceneryMdiChild::~SceneryMdiChild()
+{
+    // While this is still a scenery view: going, the picture calls back.
+    delete findImage();
+}
+
+ImageMdiChild *SceneryMdiChild::findImage() const
+{
+    return findChild<ImageMdiChild *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+bool SceneryMdiChild::hasChildren() const { return findImage() != nullptr; }
+
+ImageMdiChild *SceneryMdiChild::imageOfRun()
+{
+    if (ImageMdiChild *const image = findImage())
+        return image;
+    auto *const image = new ImageMdiChild(this);
+    const auto zoom = [image](QAction *action, void (ImageMdiChild::*slot)()) {
+        if (action)
+            connect(action, &QAction::triggered, image, slot);
+    };
+    zoom(actionZoomIn, &ImageMdiChild::slotZoomIn);
+    zoom(actionZoomOut, &ImageMdiChild::slotZoomOut);
+    zoom(actionNormalSize, &ImageMdiChild::slotNormalSize);
+    zoom(actionFitToWindow, &ImageMdiChild::slotFitToWindow);
+    connect(image, &QObject::destroyed, this, &SceneryMdiChild::imageMdiChildClosed);
+    return image;
+}
+
+void SceneryMdiChild::imageMdiChildClosed()
+{
+    for (const QPointer<QAction> &action :
+         {actionZoomIn, actionZoomOut, actionNormalSize, actionFitToWindow})
+        if (action)
+            action->setEnabled(false);
+}
+
+void SceneryMdiChild::startRefreshTimer(int milliseconds)
+{
+    refreshTimer = new QTimer(this);
+    connect(refreshTimer, &QTimer::timeout, this, &SceneryMdiChild::refreshTimerTick);
+    refreshTimer->start(std::max(milliseconds, 0));
+}
+
+void SceneryMdiChild::refreshTimerTick() { sceneryDelegate->refresh(); }
+
+bool SceneryMdiChild::stopRendering()
+{
+    sceneryDelegate->stopRendering();
+    return true;
+}
+
+void SceneryMdiChild::renderFinal()
+{
+    const int stored = AppSettings().value(QStringLiteral("refreshCycle"), 0).toInt();
+    render(&SceneryDelegate::renderFinal, stored == 0 ? StandardCycle : stored);
+}
+
+void SceneryMdiChild::renderPreview()
+{
+    render(&SceneryDelegate::renderPreview,
+           AppSettings().value(QStringLiteral("refreshCycle"), StandardCycle).toInt());
+}
+
+void SceneryMdiChild::render(bool (SceneryDelegate::*run)(ImageMdiChild *),
+                             int refreshCycle)
+{
+    rendering = true;
+    if (AppSettings().value(QStringLiteral("periodicalRefresh"), false).toBool())
+        startRefreshTimer(refreshCycle);
+    const QPointer<ImageMdiChild> image = imageOfRun();
+    if (AppSettings().value(QStringLiteral("ImageMdiChild/Maximized"), false).toBool())
+        image->showMaximized();
+    if (!(sceneryDelegate.get()->*run)(image)) {
+        if (image)
+            image->hide();
+        QMessageBox::critical(this, tr("Error"), sceneryDelegate->errorString());
+    }
+    delete refreshTimer;
+    refreshTimer = nullptr;
+    rendering = false;
+}
