@@ -173,7 +173,7 @@ void TestElevationConversions::sumsOfColoursBecomeElevations()
 {
     ElevationImage image =
         asElevations(images::row({0xFFFFFFFF, gray(100), 0x00010203, gray(60)}));
-    const ElevationRange range = grayToElevation(image);
+    const ElevationLimits range = grayToElevation(image);
     QCOMPARE(image.elevation(0, 0), 765.0);
     QCOMPARE(image.elevation(1, 0), 300.0);
     QCOMPARE(image.pixel(2, 0), QRgb(0xFF000006)); // opaque
@@ -211,7 +211,7 @@ void TestElevationConversions::theRangeLeavesZerosOutOfTheLowestOnly()
 
 void TestElevationConversions::aFileOfZerosHasNoLowestValueWhenZerosAreIgnored()
 {
-    const ElevationRange range = elevationRange(elevations({0, 0}), true);
+    const ElevationLimits range = elevationRange(elevations({0, 0}), true);
     QCOMPARE(range.highest, 0.0);
     QCOMPARE(elevationAsInteger(range.lowest), 8388607);
 }
