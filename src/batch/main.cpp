@@ -17,12 +17,23 @@ void writeLine(std::FILE *stream, const QString &line)
     std::fflush(stream); // a line is news, also through a pipe
 }
 
+// Debug lines, and what the toolkit says of a session without a desktop, are no news
+// for a terminal.
+void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg ||
+        text.startsWith(QLatin1String("QStandardPaths:")))
+        return;
+    writeLine(stderr, text);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     // The form that holds a scenery's values needs a window system, though no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(logMessage);
     initResources();
     const QApplication application(argc, argv);
 
