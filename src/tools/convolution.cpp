@@ -16,7 +16,8 @@ constexpr int TapsAtOnce = 4;
 
 // Sums cannot overflow: 16384 * 255 * 128 is below 2^29.
 using Sum = qint32;
-using Sample = qint16;
+using Sample = uchar;
+using Weight = qint16;
 
 int channelOf(QRgb colour, int channel) { return (colour >> (16 - 8 * channel)) & 0xFF; }
 
@@ -31,13 +32,13 @@ public:
     {
         for (int y = 0; y < kernel.height(); ++y) {
             const QRgb *const pixels = rowOf(kernel, y);
-            Sample *const taps = m_taps.data() + size_t(y) * m_paddedWidth;
+            Weight *const taps = m_taps.data() + size_t(y) * m_paddedWidth;
             const Sum *const above = m_sums.data() + size_t(y) * m_sumsWidth;
             Sum *const sums = m_sums.data() + size_t(y + 1) * m_sumsWidth;
             Sum sum = 0;
             for (int x = 0; x < kernel.width(); ++x) {
                 const int weight = channelOf(pixels[x], channel) - WeightOfZero;
-                taps[x] = static_cast<Sample>(weight);
+                taps[x] = static_cast<Weight>(weight);
                 sum += weight;
                 sums[x + 1] = above[x + 1] + sum;
             }
@@ -45,7 +46,7 @@ public:
     }
 
     [[nodiscard]] int paddedWidth() const { return m_paddedWidth; }
-    [[nodiscard]] const Sample *row(int y) const
+    [[nodiscard]] const Weight *row(int y) const
     {
         return m_taps.data() + size_t(y) * m_paddedWidth;
     }
@@ -63,7 +64,7 @@ public:
 private:
     int m_paddedWidth;
     int m_sumsWidth;
-    std::vector<Sample> m_taps;
+    std::vector<Weight> m_taps;
     std::vector<Sum> m_sums;
 };
 
@@ -111,14 +112,14 @@ private:
 };
 
 // sums[x] += the kernel row laid on the samples from x on.
-void addKernelRow(const Sample *samples, const Sample *taps, int tapCount, Sum *sums,
+void addKernelRow(const Sample *samples, const Weight *taps, int tapCount, Sum *sums,
                   int width)
 {
     for (int t = 0; t < tapCount; t += TapsAtOnce) {
-        const Sample k0 = taps[t];
-        const Sample k1 = taps[t + 1];
-        const Sample k2 = taps[t + 2];
-        const Sample k3 = taps[t + 3];
+        const Weight k0 = taps[t];
+        const Weight k1 = taps[t + 1];
+        const Weight k2 = taps[t + 2];
+        const Weight k3 = taps[t + 3];
         if (k0 == 0 && k1 == 0 && k2 == 0 && k3 == 0)
             continue;
         const Sample *const s = samples + t;

@@ -98,9 +98,11 @@ ElevationLimits elevationRange(const ElevationImage &image, bool ignoreZeros)
     constexpr int None = ElevationImage::HighestStep + 1;
     int lowest = None;
     int highest = -None - 1;
-    const PixelReader reader(image);
-    std::vector<QRgb> row(static_cast<size_t>(image.width()));
-    for (int y = 0; y < image.height(); ++y) {
+    QImage pixels = image; // shares the buffer, unless rows cannot be read as they are
+    makeEditable(pixels);
+    const PixelReader reader(pixels);
+    std::vector<QRgb> row(static_cast<size_t>(pixels.width()));
+    for (int y = 0; y < pixels.height(); ++y) {
         reader.readRow(y, row.data());
         for (const QRgb pixel : row) {
             const int steps = ElevationImage::stepsOf(pixel);
