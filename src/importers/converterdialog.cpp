@@ -1,6 +1,7 @@
 #include "importers/converterdialog.h"
 
 #include "raster/imagefile.h"
+#include "shell/waitcursor.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -125,7 +126,11 @@ void ConverterDialog::showCouldNotSave(const QString &fileName)
 
 bool ConverterDialog::saveOutput(const QImage &image)
 {
-    const bool saved = saveImageFile(image, m_toFile->text());
+    bool saved = false;
+    {
+        const WaitCursor wait;
+        saved = saveImageFile(image, m_toFile->text());
+    }
     if (!saved)
         showCouldNotSave(m_toFile->text());
     return saved;

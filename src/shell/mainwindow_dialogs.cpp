@@ -1,5 +1,7 @@
 #include "shell/mainwindow.h"
 
+#include "importers/asciiirregulardialog.h"
+#include "importers/asciiregulardialog.h"
 #include "importers/binconversiondialog.h"
 #include "importers/japanconversiondialog.h"
 #include "importers/sdtsconversiondialog.h"
@@ -38,9 +40,10 @@ constexpr DialogEntry Entries[] = {
      runDialog<UsgsDemConversionDialog>},
     {&Ui_MainWindow::action_BinConversionDialog, &MainWindow::binConversionDialog,
      runDialog<BinConversionDialog>},
-    {&Ui_MainWindow::action_AsciiRegularDialog, &MainWindow::asciiRegularDialog, nullptr},
+    {&Ui_MainWindow::action_AsciiRegularDialog, &MainWindow::asciiRegularDialog,
+     runDialog<AsciiRegularDialog>},
     {&Ui_MainWindow::action_AsciiIrregularDialog, &MainWindow::asciiIrregularDialog,
-     nullptr},
+     runDialog<AsciiIrregularDialog>},
     {&Ui_MainWindow::action_SdtsConversionDialog, &MainWindow::sdtsConversionDialog,
      runDialog<SdtsConversionDialog>},
     {&Ui_MainWindow::action_JapanConversionDialog, &MainWindow::japanConversionDialog,
