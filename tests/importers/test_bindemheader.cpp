@@ -181,7 +181,7 @@ private slots:
     void junkIsRead()
     {
         QByteArray junk;
-        for (int i = 0; i < 300000; ++i)
+        for (unsigned i = 0; i < 300000; ++i)
             junk += char(i * i >> 3);
         QVERIFY(read(junk));
         QVERIFY(read(QByteArray(300000, 'x') + "\nrows 5\n"));
