@@ -72,6 +72,7 @@ public:
                       qint64 *positiveCount);
 
     [[nodiscard]] const UsgsDemMosaic &mosaic() const { return m_mosaic; }
+    void setMosaic(const UsgsDemMosaic &mosaic) { m_mosaic = mosaic; }
 
 private:
     void readProfile(UsgsDemReader &in, bool stored, ElevationImage *image,
