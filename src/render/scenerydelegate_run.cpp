@@ -1,9 +1,9 @@
 // Runs: a series of numbered picture files from the parameters of the document.
 
 #include "raster/elevationimage.h"
-#include "raster/imagefile.h"
 #include "raster/textureimage.h"
 #include "render/framememory.h"
+#include "render/framewriter.h"
 #include "render/straightcamera.h"
 #include "render/terrainsweep.h"
 #include "render/transformation.h"
@@ -26,12 +26,9 @@ int numberOf(int frame, int offset)
                             static_cast<unsigned int>(offset));
 }
 
-// Half the picture, for a run in double size.
-QImage halved(const QImage &image)
-{
-    return image.scaled(image.width() / 2, image.height() / 2, Qt::KeepAspectRatio,
-                        Qt::SmoothTransformation);
-}
+// Frames that are written while the next one is drawn. Encoding takes longer than
+// drawing, so that more than one keeps the cores busy.
+constexpr int FramesWrittenAtATime = 2;
 
 } // namespace
 
@@ -113,7 +110,15 @@ bool SceneryDelegate::renderFlight()
         return false;
     }
     sweep->renderTarget = &target;
-    return data->isStraight ? straightFlight(&texture) : curvedFlight(&texture);
+    frameWriter = std::make_unique<FrameWriter>(
+        FramesWrittenAtATime,
+        [this](int frame, const QStringList &failed) { emit frameSaved(frame, failed); },
+        [] { QCoreApplication::processEvents(); });
+    const bool done =
+        data->isStraight ? straightFlight(&texture) : curvedFlight(&texture);
+    frameWriter->finish(); // whole frames are kept, also of a run that was stopped
+    frameWriter.reset();
+    return done;
 }
 
 double SceneryDelegate::GetSmoothedValue(double t, double first, double last,
@@ -161,15 +166,9 @@ bool SceneryDelegate::renderFrame(TextureImage *texture, int frame, bool first)
 
 void SceneryDelegate::saveFrame(int number)
 {
-    const QStringList names = namesOf(number);
     const bool doubled = data->GenauRechnen == 2 && !isPreview;
-    const QImage picture = doubled && !names.isEmpty() ? halved(*sweep->renderTarget)
-                                                       : QImage(*sweep->renderTarget);
-    QStringList failed;
-    for (const QString &name : names)
-        if (!saveImageFile(picture, name))
-            failed.append(name);
-    emit frameSaved(numberOf(number, -data->Offset), failed);
+    frameWriter->write(numberOf(number, -data->Offset), *sweep->renderTarget, doubled,
+                       namesOf(number));
 }
 
 QStringList SceneryDelegate::namesOf(int number) const
@@ -196,6 +195,8 @@ void SceneryDelegate::setFrameFilter(std::function<bool(int frame)> wanted)
 {
     frameWanted = std::move(wanted);
 }
+
+void SceneryDelegate::setThreads(int count) { sweep->threads = count; }
 
 bool SceneryDelegate::frameIsWanted(int frame) const
 {

@@ -16,6 +16,7 @@
 enum class KeyMatch;
 
 class ElevationImage;
+class FrameWriter;
 class ImageMdiChild;
 class SceneryData;
 class SceneryMdiChild;
@@ -84,6 +85,8 @@ public:
     void refresh();
     /// Frames for which this is false are passed over; none are by default.
     void setFrameFilter(std::function<bool(int frame)> wanted);
+    /// Threads that draw a frame; 0, the default, stands for all cores.
+    void setThreads(int count);
     /// The names of a frame's files, in the order in which they are written.
     [[nodiscard]] QStringList frameFiles(int frame) const;
     static double GetSmoothedValue(double t, double first, double last, double inertia);
@@ -130,6 +133,7 @@ private:
 
     // A run. The sweep holds camera, elevation, target and dust range of the frame.
     std::unique_ptr<TerrainSweep> sweep;
+    std::unique_ptr<FrameWriter> frameWriter;
     QPointer<ImageMdiChild> activeView; // shows the run; null outside one
     double QualityFactor = 1.0;         // 0.5 preview, 2.0 extra high quality
     bool isPreview = false;
