@@ -2,6 +2,7 @@
 
 #include "flightpath/setflightpathdialog.h"
 #include "flightpath/waypointlevel.h"
+#include "render/framewriter.h"
 #include "render/terrainsweep.h"
 #include "scenery/inputfile.h"
 #include "scenery/keyvalue.h"
