@@ -79,6 +79,9 @@ ImageMdiChild::ImageMdiChild(QWidget *parent)
 
 ImageMdiChild::~ImageMdiChild() = default;
 
+// Without a layout the form would tell its workspace window no size at all.
+QSize ImageMdiChild::sizeHint() const { return { 600, 400 }; }
+
 // --- Zoom ------------------------------------------------------------------------
 
 bool ImageMdiChild::isMeant() const

@@ -38,6 +38,7 @@ public:
     /// Makes the window of a small picture fit it.
     void resizeWhereFeasible();
     void updateActions();
+    [[nodiscard]] QSize sizeHint() const override;
 
 public slots:
     void slotZoomIn();
