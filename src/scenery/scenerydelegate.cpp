@@ -79,17 +79,20 @@ bool SceneryDelegate::open(const QString &fileName)
     data->AusgabePNG = false;
 
     bool good = true;
+    QString complaint; // reading on resets the error string
     QTextStream stream(this);
     QString line;
     // An empty line ends the reading, as the end of the file does.
     while (stream.readLineInto(&line) && !line.isEmpty()) {
         compactLine(line);
-        good &= processLineLoad(line);
+        if (!processLineLoad(line)) {
+            good = false;
+            complaint = errorString();
+        }
     }
     waypointLevel = normalizeWaypoints(waypoints, static_cast<int>(controlPoints.size()));
     dataToView();
     setModified(false); // the form's change signals have just said otherwise
-    const QString complaint = errorString();
     close();
     if (!good)
         setErrorString(complaint);

@@ -80,7 +80,7 @@ ImageMdiChild::ImageMdiChild(QWidget *parent)
 ImageMdiChild::~ImageMdiChild() = default;
 
 // Without a layout the form would tell its workspace window no size at all.
-QSize ImageMdiChild::sizeHint() const { return { 600, 400 }; }
+QSize ImageMdiChild::sizeHint() const { return {600, 400}; }
 
 // --- Zoom ------------------------------------------------------------------------
 

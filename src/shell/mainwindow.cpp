@@ -1,10 +1,6 @@
 #include "shell/mainwindow.h"
 
-#if __has_include("scenery/scenerymdichild.h")
 #include "scenery/scenerymdichild.h"
-#else
-#include "shell/scenerystandin.h"
-#endif
 #include "shell/appsettings.h"
 #include "shell/imagemdichild.h"
 #include "shell/recentfiles.h"

@@ -292,7 +292,7 @@ private:
     }
     [[nodiscard]] QAction *action(const QString &name) const
     {
-        return m_window->findChild<QAction *>(name);
+        return m_window->findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
     }
     [[nodiscard]] QString message() const
     {

@@ -1,0 +1,291 @@
+#include "raster/imagefile.h"
+#include "shell/appsettings.h"
+#include "shell/imagemdichild.h"
+#include "shell/mainwindow.h"
+#include "support/modalanswer.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+/// Sceneries in the workspace, and runs that the main window starts and stops.
+class TestMainWindowRuns : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        AppSettings().clear();
+        m_window = std::make_unique<MainWindow>();
+        m_window->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+    void cleanup() { m_window.reset(); }
+
+    void newSceneryOpensInItsWindow()
+    {
+        ModalAnswers answers;
+        answers.withDialog([](QDialog *dialog) { dialog->accept(); });
+        action("action_New")->trigger();
+        QCOMPARE(answers.complaints().join("; "), QString());
+        QCOMPARE(windows().size(), 1);
+        MdiChild *const view = m_window->activeMdiChild();
+        QVERIFY(view);
+        QVERIFY(view->windowTitle().endsWith(".zph[*]"));
+        QVERIFY(!view->isModified());
+        expectEnabled({"action_Save", "action_Close", "action_Preview", "action_Final"});
+        expectDisabled({"action_Copy", "action_Paste", "action_ZoomIn", "action_ZoomOut",
+                        "action_NormalSize", "action_FitToWindow", "action_Stop"});
+    }
+
+    void brokenSceneryLeavesNoWindow()
+    {
+        const QString path = m_dir.filePath("broken.zph");
+        QFile file(path);
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write("[Param]\nBeobXA=5\nnonsense=1\n");
+        file.close();
+        ModalAnswers answers;
+        answers.pressButton(
+            "Error",
+            QString("Cannot open file \"%1\":\nNo such key: nonsense=1.").arg(path),
+            QMessageBox::Ok);
+        m_window->open(path);
+        QCOMPARE(answers.complaints().join("; "), QString());
+        QVERIFY(windows().isEmpty());
+    }
+
+    void firstAndLastFrameAreCopied()
+    {
+        QVERIFY(openScenery());
+        spin("doubleSpinBoxCameraFromX")->setValue(12.5);
+        action("action_CopyFirstLast")->trigger();
+        QCOMPARE(spin("doubleSpinBoxCameraToX")->value(), 12.5);
+        spin("doubleSpinBoxCameraToRoll")->setValue(-7);
+        action("action_CopyLastFirst")->trigger();
+        QCOMPARE(spin("doubleSpinBoxCameraFromRoll")->value(), -7.0);
+        QVERIFY(m_window->activeMdiChild()->isModified());
+        discardOnClose();
+    }
+
+    void cancelKeepsTheWindowOfAModifiedScenery()
+    {
+        QVERIFY(openScenery());
+        MdiChild *const view = m_window->activeMdiChild();
+        spin("doubleSpinBoxCameraFromX")->setValue(1);
+        {
+            ModalAnswers answers;
+            answers.pressButton("Close File", closeQuestion(view), QMessageBox::Cancel);
+            QTest::keyClick(m_window->windowHandle(), Qt::Key_W, Qt::ControlModifier);
+            QCOMPARE(answers.complaints().join("; "), QString());
+        }
+        QCOMPARE(windows().size(), 1);
+        QVERIFY(view->isVisible());
+        discardOnClose();
+    }
+
+    void runWritesFramesAndGivesTheEntriesBack()
+    {
+        QVERIFY(openScenery(3));
+        bool looked = false;
+        duringTheRun([&] {
+            looked = true;
+            expectDisabled({"action_Preview", "action_Final"});
+            expectEnabled({"action_Stop", "action_ZoomIn", "action_ZoomOut",
+                           "action_NormalSize", "action_FitToWindow"});
+        });
+        action("action_Final")->trigger();
+        QVERIFY(looked);
+        expectEnabled({"action_Preview", "action_Final", "action_ZoomIn"});
+        expectDisabled({"action_Stop"});
+        QCOMPARE(frames(), (QStringList{"f0.png", "f1.png", "f2.png"}));
+        QCOMPARE(loadImageFile(m_dir.filePath("f0.png")).size(), QSize(64, 48));
+    }
+
+    void previewHasHalfTheSize()
+    {
+        QVERIFY(openScenery(1));
+        action("action_Preview")->trigger();
+        QCOMPARE(loadImageFile(m_dir.filePath("f0.png")).size(), QSize(32, 24));
+    }
+
+    void stopAsksAndKeepsEarlierFrames_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("stops");
+        QTest::newRow("yes") << int(QMessageBox::Yes) << true;
+        QTest::newRow("no") << int(QMessageBox::No) << false;
+    }
+
+    void stopAsksAndKeepsEarlierFrames()
+    {
+        QFETCH(int, answer);
+        QFETCH(bool, stops);
+        QVERIFY(openScenery(4));
+        ModalAnswers answers;
+        answers.pressButton("Stop Rendering", "Do you really want to cancel rendering?",
+                            QMessageBox::StandardButton(answer));
+        duringTheRun([&] { action("action_Stop")->trigger(); });
+        action("action_Final")->trigger();
+        QCOMPARE(answers.complaints().join("; "), QString());
+        QCOMPARE(frames().size() < 4, stops);
+        expectEnabled({"action_Final"});
+        expectDisabled({"action_Stop"});
+    }
+
+    void programStaysOpenDuringARun()
+    {
+        QVERIFY(openScenery(2));
+        ModalAnswers answers; // none: no question is asked
+        bool closed = true;
+        bool viewClosed = true;
+        duringTheRun([&] {
+            closed = m_window->close();
+            viewClosed = windows()[0]->close();
+        });
+        action("action_Final")->trigger();
+        QCOMPARE(answers.complaints().join("; "), QString());
+        QVERIFY(!closed);
+        QVERIFY(!viewClosed);
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(windows().size(), 1);
+        QVERIFY(windows()[0]->isVisible());
+        QCOMPARE(frames().size(), 2);
+        QVERIFY(m_window->close());
+    }
+
+    void failedRunSaysWhyAndGivesTheEntriesBack()
+    {
+        QVERIFY(openScenery(1, "nowhere.png"));
+        ModalAnswers answers;
+        answers.pressButton("Error", "Could not open texture file \"nowhere.png\"",
+                            QMessageBox::Ok);
+        action("action_Final")->trigger();
+        QCOMPARE(answers.complaints().join("; "), QString());
+        expectEnabled({"action_Final", "action_Preview"});
+        expectDisabled({"action_Stop"});
+    }
+
+    void entriesFollowTheViewThatIsActiveDuringARun()
+    {
+        QVERIFY(openScenery(2));
+        const QString other = m_dir.filePath("other.png");
+        QVERIFY(QFile::copy(m_dir.filePath("texture.png"), other));
+        m_window->open(other);
+        action("action_Next")->trigger();
+        bool looked = false;
+        duringTheRun([&] {
+            looked = true;
+            action("action_Next")->trigger();
+            expectDisabled({"action_Stop", "action_Final"});
+            action("action_Next")->trigger();
+            expectEnabled({"action_Stop", "action_ZoomIn"});
+            expectDisabled({"action_Final"});
+        });
+        action("action_Final")->trigger();
+        QVERIFY(looked);
+        expectEnabled({"action_Final"});
+    }
+
+    void zoomReachesThePictureOfTheRun()
+    {
+        QVERIFY(openScenery(1));
+        action("action_Final")->trigger();
+        QCOMPARE(m_window->activeMdiChild()->findChildren<ImageMdiChild *>().size(), 1);
+        QApplication::setActiveWindow(m_window.get());
+        action("action_ZoomIn")->trigger();
+        QCOMPARE(m_window->statusBar()->currentMessage(), QString("125%"));
+    }
+
+private:
+    // Acts once, as soon as the run pumps events.
+    void duringTheRun(const std::function<void()> &act)
+    {
+        QTimer::singleShot(0, m_window.get(), act);
+    }
+    bool openScenery(int frameCount = 1,
+                     const QString &texture = QStringLiteral("texture.png"))
+    {
+        for (const QString &old : frames())
+            QFile::remove(m_dir.filePath(old));
+        QImage image(64, 64, QImage::Format_RGB32);
+        image.fill(qRgb(0, 0, 200));
+        if (!saveImageFile(image, m_dir.filePath("texture.png")) ||
+            !saveImageFile(image, m_dir.filePath("elevation.png")))
+            return false;
+        const QString path = m_dir.filePath("run.zph");
+        QFile file(path);
+        if (!file.open(QFile::WriteOnly))
+            return false;
+        QTextStream(&file)
+            << "[Param]\nBeobXA=32\nBeobYA=-60\nBeobZA=60\nRichtungA=0\nNeigungA=-40\n"
+               "BeobXE=32\nBeobYE=-50\nBeobZE=60\nRichtungE=0\nNeigungE=-40\n"
+               "BrennA=60\nBrennE=60\nAusBreite=64\nAusHoehe=48\nAusAuflX=16\n"
+               "AusAuflY=16\nAusgabePNG=1\nHDateiname=elevation.png\nTDateiname="
+            << texture << "\nTDateiVerwenden=1\nBildanzahl=" << frameCount
+            << "\nEndbildNr=" << frameCount - 1
+            << "\nAusDateiname=" << m_dir.filePath("f%d") << "\n";
+        file.close();
+        m_window->open(path);
+        return windows().size() == 1 && m_window->activeMdiChild();
+    }
+    void discardOnClose()
+    {
+        ModalAnswers answers;
+        answers.pressButton("Close File", closeQuestion(m_window->activeMdiChild()),
+                            QMessageBox::No);
+        action("action_Close")->trigger();
+        QCOMPARE(answers.complaints().join("; "), QString());
+        QVERIFY(windows().isEmpty());
+    }
+    static QString closeQuestion(const MdiChild *view)
+    {
+        return QString("The file has been modified:\n\"%1\"\nSave the changes?")
+            .arg(view->currentFile());
+    }
+    void expectEnabled(std::initializer_list<const char *> names) const
+    {
+        for (const char *name : names)
+            QVERIFY2(action(name)->isEnabled(), name);
+    }
+    void expectDisabled(std::initializer_list<const char *> names) const
+    {
+        for (const char *name : names)
+            QVERIFY2(!action(name)->isEnabled(), name);
+    }
+    [[nodiscard]] QStringList frames() const
+    {
+        return QDir(m_dir.path()).entryList({"f*.png"}, QDir::Files, QDir::Name);
+    }
+    [[nodiscard]] QDoubleSpinBox *spin(const QString &name) const
+    {
+        return m_window->activeMdiChild()->findChild<QDoubleSpinBox *>(name);
+    }
+    [[nodiscard]] QList<QMdiSubWindow *> windows() const
+    {
+        return m_window->findChild<QMdiArea *>()->subWindowList();
+    }
+    [[nodiscard]] QAction *action(const QString &name) const
+    {
+        // The picture of a run has actions of the same names.
+        return m_window->findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+    }
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+QTEST_MAIN(TestMainWindowRuns)
+#include "test_mainwindow_runs.moc"
