@@ -28,7 +28,7 @@ template <class Dialog> void runDialog(QWidget *parent) { Dialog(parent).exec();
 struct DialogEntry {
     QAction *Ui_MainWindow::*action;
     void (MainWindow::*slot)();
-    void (*run)(QWidget *parent); // null while there is no such dialog
+    void (*run)(QWidget *parent);
 };
 
 // Every entry that runs a dialog.
@@ -71,18 +71,15 @@ constexpr DialogEntry Entries[] = {
 
 void MainWindow::connectDialogActions()
 {
-    for (const DialogEntry &entry : Entries) {
-        QAction *const action = ui.get()->*entry.action;
-        connect(action, &QAction::triggered, this, entry.slot);
-        action->setEnabled(entry.run != nullptr);
-    }
+    for (const DialogEntry &entry : Entries)
+        connect(ui.get()->*entry.action, &QAction::triggered, this, entry.slot);
     connect(ui->action_AboutQtDialog, &QAction::triggered, qApp, &QApplication::aboutQt);
 }
 
 void MainWindow::runDialogOf(const QAction *entry)
 {
     for (const DialogEntry &candidate : Entries) {
-        if (ui.get()->*candidate.action == entry && candidate.run)
+        if (ui.get()->*candidate.action == entry)
             candidate.run(this);
     }
 }
