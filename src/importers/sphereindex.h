@@ -36,7 +36,7 @@ public:
     void remove(std::int32_t slot);
 
     /// Collects in ascending order the slots whose sphere holds the point.
-    void find(const double *point, std::vector<std::int32_t> &found) const;
+    void find(const double *point, std::vector<std::int32_t> &found);
 
     /// The one test: what is no number counts as inside, as does the rim.
     [[nodiscard]] static bool holds(const double *sphere, const double *point)
@@ -64,10 +64,7 @@ private:
     [[nodiscard]] int levelOf(const double *sphere) const;
     [[nodiscard]] std::int64_t cellOf(double v, int axis, double perCell) const;
     [[nodiscard]] std::uint32_t bucketOf(const std::int64_t *cell, int level) const;
-    void findInLevel(int level, const double *point,
-                     std::vector<std::int32_t> &found) const;
-    void walk(std::uint32_t bucket, const double *point,
-              std::vector<std::int32_t> &found) const;
+    void collectBuckets(int level, const double *point);
 
     const double *m_spheres = nullptr;
     std::array<double, D> m_minimum{};
@@ -82,6 +79,8 @@ private:
     CIntVector m_previous; // of a first in its chain: ~bucket; of a wide one: place
     std::vector<std::uint8_t> m_level;
     std::vector<Wide> m_wide;
+    std::vector<std::uint32_t> m_buckets; // scratch of a search
+    std::vector<std::int32_t> m_chains;
 };
 
 template <int D>
@@ -196,18 +195,8 @@ template <int D> void SphereIndex<D>::remove(std::int32_t slot)
     --m_count[level];
 }
 
-template <int D>
-void SphereIndex<D>::walk(std::uint32_t bucket, const double *point,
-                          std::vector<std::int32_t> &found) const
-{
-    for (std::int32_t slot = m_head.data[bucket]; slot != None; slot = m_next.data[slot])
-        if (holds(m_spheres + std::ptrdiff_t(slot) * (D + 1), point))
-            found.push_back(slot);
-}
-
-template <int D>
-void SphereIndex<D>::findInLevel(int level, const double *point,
-                                 std::vector<std::int32_t> &found) const
+// The chains of the cells within half a cell of the point.
+template <int D> void SphereIndex<D>::collectBuckets(int level, const double *point)
 {
     std::int64_t first[D], last[D], cell[D];
     for (int c = 0; c < D; ++c) {
@@ -216,7 +205,9 @@ void SphereIndex<D>::findInLevel(int level, const double *point,
         cell[c] = first[c];
     }
     for (;;) {
-        walk(bucketOf(cell, level), point, found);
+        const std::uint32_t bucket = bucketOf(cell, level);
+        __builtin_prefetch(m_head.data + bucket);
+        m_buckets.push_back(bucket);
         int c = 0;
         while (c < D && cell[c] == last[c]) {
             cell[c] = first[c];
@@ -229,15 +220,43 @@ void SphereIndex<D>::findInLevel(int level, const double *point,
 }
 
 template <int D>
-void SphereIndex<D>::find(const double *point, std::vector<std::int32_t> &found) const
+void SphereIndex<D>::find(const double *point, std::vector<std::int32_t> &found)
 {
+    // In large clouds each step waits for memory, so each is taken for all cells
+    // before the next.
+    m_buckets.clear();
+    for (int level = 0; level < Levels; ++level)
+        if (m_count[level] > 0)
+            collectBuckets(level, point);
+    m_chains.clear();
+    for (const std::uint32_t bucket : m_buckets) {
+        const std::int32_t slot = m_head.data[bucket];
+        if (slot == None)
+            continue;
+        __builtin_prefetch(m_spheres + std::ptrdiff_t(slot) * (D + 1));
+        __builtin_prefetch(m_next.data + slot);
+        m_chains.push_back(slot);
+    }
+
     found.clear();
     for (const Wide &wide : m_wide)
         if (holds(wide.sphere, point))
             found.push_back(wide.slot);
-    for (int level = 0; level < Levels; ++level)
-        if (m_count[level] > 0)
-            findInLevel(level, point, found);
+    // All chains go on by one slot in a round.
+    while (!m_chains.empty()) {
+        std::size_t left = 0;
+        for (const std::int32_t slot : m_chains) {
+            if (holds(m_spheres + std::ptrdiff_t(slot) * (D + 1), point))
+                found.push_back(slot);
+            const std::int32_t next = m_next.data[slot];
+            if (next == None)
+                continue;
+            __builtin_prefetch(m_spheres + std::ptrdiff_t(next) * (D + 1));
+            __builtin_prefetch(m_next.data + next);
+            m_chains[left++] = next;
+        }
+        m_chains.resize(left);
+    }
     // Two cells of a search may share a chain.
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());
