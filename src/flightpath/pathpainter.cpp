@@ -13,6 +13,10 @@ constexpr int NumberSide = 40;
 // Beyond this the rasterizer would lose its fractions.
 constexpr double FarOut = 1 << 20;
 
+constexpr double StripWidth = 128.0;
+// More than half the width of a line.
+constexpr double StripMargin = 4.0;
+
 QPen pathPen(Qt::GlobalColor colour, int width)
 {
     return QPen(QColor(colour), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
@@ -79,6 +83,45 @@ void PathPainter::strokeTwice(const QPainterPath &path, Qt::GlobalColor colour)
 {
     stroke(path, Qt::white, 3);
     stroke(path, colour, 1);
+}
+
+void PathPainter::strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour)
+{
+    if (line.isEmpty())
+        return;
+    for (double x = m_visible.left(); x < m_visible.right(); x += StripWidth)
+        strokeStrip(line, QRectF(x, m_visible.top(), StripWidth, m_visible.height()));
+    m_painter.setClipping(false);
+    QPainterPath path(line.first());
+    for (qsizetype i = 1; i < line.size(); ++i)
+        path.lineTo(line.at(i));
+    stroke(path, colour, 1);
+}
+
+// White, of the segments that reach into the strip. The line's ends that this makes lie
+// outside of it, so the picture is that of the whole line.
+void PathPainter::strokeStrip(const QList<QPointF> &line, const QRectF &strip)
+{
+    const double left = strip.left() - StripMargin;
+    const double right = strip.right() + StripMargin;
+    QPainterPath path;
+    bool inside = false;
+    for (qsizetype i = 1; i < line.size(); ++i) {
+        const QPointF &from = line.at(i - 1);
+        const QPointF &to = line.at(i);
+        if (std::max(from.x(), to.x()) < left || std::min(from.x(), to.x()) > right) {
+            inside = false;
+            continue;
+        }
+        if (!inside)
+            path.moveTo(from);
+        inside = true;
+        path.lineTo(to);
+    }
+    if (path.isEmpty())
+        return;
+    m_painter.setClipRect(strip);
+    stroke(path, Qt::white, 3);
 }
 
 void PathPainter::selectControlPointNumbers()

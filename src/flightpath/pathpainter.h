@@ -37,6 +37,9 @@ public:
     void drawWaypointIcon(qint64 left, qint64 top);
     /// White below, the colour on top.
     void strokeTwice(const QPainterPath &path, Qt::GlobalColor colour);
+    /// The same for one long line, whose white is stroked strip by strip: the
+    /// rasterizer takes as long for each edge as there are others in its row.
+    void strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour);
     void stroke(const QPainterPath &path, Qt::GlobalColor colour, int width);
 
     /// Pen and font for the numbers of control points.
@@ -48,6 +51,8 @@ public:
     [[nodiscard]] static QPointF onScreen(double x, double y);
 
 private:
+    void strokeStrip(const QList<QPointF> &line, const QRectF &strip);
+
     QPainter &m_painter;
     PathIcons &m_icons;
     QRectF m_visible;

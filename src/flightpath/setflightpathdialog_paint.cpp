@@ -55,16 +55,11 @@ void SetFlightPathDialog::paintControlPointNumbers(PathPainter &paint) const
 void SetFlightPathDialog::paintCurve(PathPainter &paint, const QList<QPoint> &curve) const
 {
     const double bottom = texturePixmap.height() - 1;
-    QPainterPath path;
-    for (qsizetype i = 0; i < curve.size(); ++i) {
-        const QPointF at =
-            PathPainter::onScreen(curve.at(i).x(), bottom - curve.at(i).y());
-        if (i == 0)
-            path.moveTo(at);
-        else
-            path.lineTo(at);
-    }
-    paint.strokeTwice(path, Qt::darkMagenta);
+    QList<QPointF> line;
+    line.reserve(curve.size());
+    for (const QPoint &p : curve)
+        line.append(PathPainter::onScreen(p.x(), bottom - p.y()));
+    paint.strokeTwice(line, Qt::darkMagenta);
 }
 
 void SetFlightPathDialog::paintWaypoints(PathPainter &paint) const

@@ -15,14 +15,6 @@ constexpr int HandleIconSide = 6;
 // Where the line of a pitch begins, from the middle of the waypoint.
 constexpr double HandleStart = 6.0;
 
-void addPoint(QPainterPath &path, const QPointF &at)
-{
-    if (path.elementCount() == 0)
-        path.moveTo(at);
-    else
-        path.lineTo(at);
-}
-
 } // namespace
 
 std::vector<TerrainPoint> SetFlightPathProfileDialog::terrain() const
@@ -65,8 +57,13 @@ void SetFlightPathProfileDialog::paintTerrain(PathPainter &paint,
     const double left = static_cast<double>(offsetX());
     const double base = static_cast<double>(baseline());
     QPainterPath path;
-    for (const TerrainPoint &p : line)
-        addPoint(path, PathPainter::onScreen(left + p.station, base - p.height));
+    for (const TerrainPoint &p : line) {
+        const QPointF at = PathPainter::onScreen(left + p.station, base - p.height);
+        if (path.elementCount() == 0)
+            path.moveTo(at);
+        else
+            path.lineTo(at);
+    }
     paint.stroke(path, Qt::black, 1);
 }
 
@@ -75,10 +72,11 @@ void SetFlightPathProfileDialog::paintCurve(PathPainter &paint,
 {
     const double left = static_cast<double>(offsetX());
     const double base = static_cast<double>(baseline());
-    QPainterPath path;
+    QList<QPointF> line;
+    line.reserve(curve.size());
     for (const QPoint &p : curve)
-        addPoint(path, PathPainter::onScreen(left + p.x(), base - p.y()));
-    paint.strokeTwice(path, Qt::darkMagenta);
+        line.append(PathPainter::onScreen(left + p.x(), base - p.y()));
+    paint.strokeTwice(line, Qt::darkMagenta);
 }
 
 void SetFlightPathProfileDialog::paintWaypoints(PathPainter &paint) const
