@@ -10,8 +10,8 @@ namespace {
 constexpr int ControlPointSide = 23;
 constexpr int WaypointSide = 13;
 constexpr int NumberSide = 40;
-// Beyond this the rasterizer would lose its fractions.
-constexpr double FarOut = 1 << 20;
+// Farther than any picture reaches. The rasterizer walks all rows that a line crosses.
+constexpr double FarOut = 1 << 16;
 
 constexpr double StripWidth = 128.0;
 // More than half the width of a line.
@@ -102,14 +102,17 @@ void PathPainter::strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour
 // outside of it, so the picture is that of the whole line.
 void PathPainter::strokeStrip(const QList<QPointF> &line, const QRectF &strip)
 {
-    const double left = strip.left() - StripMargin;
-    const double right = strip.right() + StripMargin;
+    const QRectF reach =
+        strip.adjusted(-StripMargin, -StripMargin, StripMargin, StripMargin);
     QPainterPath path;
     bool inside = false;
     for (qsizetype i = 1; i < line.size(); ++i) {
         const QPointF &from = line.at(i - 1);
         const QPointF &to = line.at(i);
-        if (std::max(from.x(), to.x()) < left || std::min(from.x(), to.x()) > right) {
+        const auto [left, right] = std::minmax({from.x(), to.x()});
+        const auto [top, bottom] = std::minmax({from.y(), to.y()});
+        if (right < reach.left() || left > reach.right() || bottom < reach.top() ||
+            top > reach.bottom()) {
             inside = false;
             continue;
         }
