@@ -141,6 +141,7 @@ int BatchRun::run()
     if (m_frames == 0 || m_stopped)
         return m_stopped ? Stopped : AllWritten;
 
+    delegate.setThreads(m_options.threads);
     delegate.setFrameFilter([&](int frame) { return isWanted(delegate, frame); });
     connect(&delegate, &SceneryDelegate::frameSaved, this,
             [&](int frame, const QStringList &failed) {

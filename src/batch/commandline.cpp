@@ -10,6 +10,7 @@ constexpr int MaxFrame = 32768;
 constexpr int MinSide = 8;
 constexpr int MaxSide = 32768;
 constexpr int MaxQuality = 2;
+constexpr int MaxThreads = 64;
 
 struct Options {
     QCommandLineOption preview{QStringLiteral("preview"),
@@ -36,6 +37,10 @@ struct Options {
     QCommandLineOption size{QStringLiteral("size"),
                             QStringLiteral("Size of the frames in pixels."),
                             QStringLiteral("WxH")};
+    QCommandLineOption threads{QStringLiteral("threads"),
+                               QStringLiteral("Threads that draw a frame (default: all "
+                                              "cores). The pictures are the same."),
+                               QStringLiteral("N")};
     QCommandLineOption missing{QStringLiteral("missing"),
                                QStringLiteral("Render only frames whose files are not "
                                               "there yet.")};
@@ -62,6 +67,20 @@ public:
                              .arg(option.names().constFirst())
                              .arg(highest));
         value = n;
+        return true;
+    }
+
+    [[nodiscard]] bool threads(const QCommandLineOption &option) const
+    {
+        if (!m_parser.isSet(option))
+            return true;
+        bool ok = false;
+        const int n = m_parser.value(option).toInt(&ok);
+        if (!ok || n < 1 || n > MaxThreads)
+            return wrong(QStringLiteral("--%1 takes a whole number from 1 to %2.")
+                             .arg(option.names().constFirst())
+                             .arg(MaxThreads));
+        m_options.threads = n;
         return true;
     }
 
@@ -129,7 +148,8 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOptions({known.preview, known.from, known.to, known.output, known.format,
-                       known.quality, known.size, known.missing, known.quiet});
+                       known.quality, known.size, known.threads, known.missing,
+                       known.quiet});
     parser.addPositionalArgument(QStringLiteral("SCENERY.zph"),
                                  QStringLiteral("The scenery file."));
     if (!parser.parse(arguments)) {
@@ -154,6 +174,7 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
                       read.number(known.to, MaxFrame, options.to) &&
                       read.number(known.quality, MaxQuality, options.quality) &&
                       read.formats(known.format) && read.size(known.size) &&
+                      read.threads(known.threads) &&
                       read.scenery();
     return good ? CommandLineResult::Run : CommandLineResult::Wrong;
 }

@@ -19,6 +19,7 @@ struct BatchOptions {
     QStringList formats;           // of tga, png, jpg, ppm; empty: the scenery's own
     std::optional<int> quality;
     std::optional<QSize> size;
+    int threads = 0; // that draw a frame; 0 stands for all cores
 };
 
 /// How reading the command line ended.

@@ -208,5 +208,7 @@ void SceneryDelegate::refresh()
     if (!activeView || !sweep->renderTarget)
         return;
     sweep->showable();
-    activeView->setPixmap(sweep->renderTarget, false);
+    // A copy: a pixmap may share the buffer of its image, which is still drawn into.
+    const QImage shown = sweep->renderTarget->copy();
+    activeView->setPixmap(&shown, false);
 }

@@ -36,6 +36,19 @@ private slots:
         QVERIFY(!options.output && options.formats.isEmpty());
     }
 
+    void threadsAreAllCoresUnlessToldOtherwise()
+    {
+        BatchOptions options;
+        QString text;
+        QCOMPARE(readCommandLine({"zephrant-render", "a.zph"}, options, &text),
+                 CommandLineResult::Run);
+        QCOMPARE(options.threads, 0);
+        QCOMPARE(readCommandLine({"zephrant-render", "--threads", "3", "a.zph"}, options,
+                                 &text),
+                 CommandLineResult::Run);
+        QCOMPARE(options.threads, 3);
+    }
+
     void wrongUsageIsRefusedWithAReason_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -50,6 +63,8 @@ private slots:
         QTest::newRow("negative frame") << QStringList{"--from=-1", "a.zph"};
         QTest::newRow("frame no number") << QStringList{"--to", "x", "a.zph"};
         QTest::newRow("frame too large") << QStringList{"--to", "99999999999", "a.zph"};
+        QTest::newRow("no threads") << QStringList{"--threads", "0", "a.zph"};
+        QTest::newRow("too many threads") << QStringList{"--threads", "65", "a.zph"};
         QTest::newRow("value missing") << QStringList{"a.zph", "--to"};
     }
     void wrongUsageIsRefusedWithAReason()
