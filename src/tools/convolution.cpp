@@ -12,7 +12,7 @@ constexpr int MostKernelPixels = 16384;
 constexpr int WeightOfZero = 128; // the byte that stands for a weight of 0
 constexpr int Channels = 3;       // red, green, blue
 // Taps that one pass over a row takes; kernel rows are filled up with zeros.
-constexpr int TapsAtOnce = 4;
+constexpr int TapsAtOnce = 2;
 
 // Sums cannot overflow: 16384 * 255 * 128 is below 2^29.
 using Sum = qint32;
@@ -118,13 +118,11 @@ void addKernelRow(const Sample *samples, const Weight *taps, int tapCount, Sum *
     for (int t = 0; t < tapCount; t += TapsAtOnce) {
         const Weight k0 = taps[t];
         const Weight k1 = taps[t + 1];
-        const Weight k2 = taps[t + 2];
-        const Weight k3 = taps[t + 3];
-        if (k0 == 0 && k1 == 0 && k2 == 0 && k3 == 0)
+        if (k0 == 0 && k1 == 0)
             continue;
         const Sample *const s = samples + t;
         for (int x = 0; x < width; ++x)
-            sums[x] += s[x] * k0 + s[x + 1] * k1 + s[x + 2] * k2 + s[x + 3] * k3;
+            sums[x] += s[x] * k0 + s[x + 1] * k1;
     }
 }
 
