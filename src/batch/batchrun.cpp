@@ -38,6 +38,7 @@ void LineNotices::information(QWidget *, const QString &title, const QString &te
 void LineNotices::critical(QWidget *, const QString &title, const QString &text)
 {
     m_sink(QStringLiteral("%1: %2").arg(title, text.trimmed()));
+    m_toldFailure = true;
 }
 
 BatchRun::BatchRun(const BatchOptions &options, Sink out, Sink err)
@@ -152,7 +153,7 @@ int BatchRun::run()
     const bool good = m_options.preview ? delegate.renderPreview(nullptr)
                                         : delegate.renderFinal(nullptr);
     m_running = nullptr;
-    if (!good && !delegate.errorString().isEmpty())
+    if (!good && !m_notices.toldFailure())
         m_err(delegate.errorString());
     if (!good || m_failed)
         return RunFailed;

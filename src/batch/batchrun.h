@@ -26,9 +26,12 @@ public:
     explicit LineNotices(Sink sink) : m_sink(std::move(sink)) {}
     void information(QWidget *parent, const QString &title, const QString &text) override;
     void critical(QWidget *parent, const QString &title, const QString &text) override;
+    /// Whether a failure has been told.
+    [[nodiscard]] bool toldFailure() const { return m_toldFailure; }
 
 private:
     Sink m_sink;
+    bool m_toldFailure = false;
 };
 
 /// Renders the frames of one scenery without a window, one line a frame.
