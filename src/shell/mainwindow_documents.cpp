@@ -14,6 +14,9 @@
 #include <QMenu>
 #include <QMessageBox>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 constexpr int MessageTime = 2000; // ms
@@ -32,6 +35,15 @@ void leaveShortcutsToMainMenu(const QMdiSubWindow *window)
         for (QAction *action : menu->actions())
             action->setShortcuts(QList<QKeySequence>());
     }
+}
+
+// A window larger than the workspace would be placed with its title and left part
+// out of sight.
+void showView(MdiChild *view)
+{
+    view->show();
+    QWidget *const window = view->parentWidget();
+    window->move(std::max(window->x(), 0), std::max(window->y(), 0));
 }
 
 } // namespace
@@ -92,12 +104,12 @@ void MainWindow::newFile()
     if (dialog.createImageFile()) {
         ImageMdiChild *const view = createImageView();
         view->newFile(dialog.imageFileSize());
-        view->show();
+        showView(view);
         return;
     }
     SceneryMdiChild *const view = createSceneryView();
     view->newFile();
-    view->show();
+    showView(view);
     QWidget *const window = view->parentWidget();
     window->resize(NewScenerySize + (window->size() - view->size()));
 }
@@ -142,7 +154,7 @@ void MainWindow::open(const QString &path)
     showMessage(tr("File loaded"), MessageTime);
     connect(view, &QObject::destroyed, this, &MainWindow::mdiChildDestroyed);
     ui->action_Copy->setEnabled(true);
-    view->show();
+    showView(view);
 }
 
 void MainWindow::revert(QMdiSubWindow *window, const QString &path)

@@ -45,6 +45,9 @@ private slots:
         QVERIFY(view);
         QVERIFY(view->windowTitle().endsWith(".zph[*]"));
         QVERIFY(!view->isModified());
+        // Also if the form is larger than the workspace.
+        QVERIFY(windows()[0]->x() >= 0);
+        QVERIFY(windows()[0]->y() >= 0);
         expectEnabled({"action_Save", "action_Close", "action_Preview", "action_Final"});
         expectDisabled({"action_Copy", "action_Paste", "action_ZoomIn", "action_ZoomOut",
                         "action_NormalSize", "action_FitToWindow", "action_Stop"});
