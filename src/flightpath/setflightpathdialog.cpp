@@ -95,6 +95,9 @@ void SetFlightPathDialog::makeImageWidget()
     // A frame would shift the picture against the positions of the pointer.
     scrollArea->setFrameShape(QFrame::NoFrame);
     scrollArea->setWidget(imageWidget);
+    // The area beside the picture is the dialog's own.
+    scrollArea->viewport()->setAutoFillBackground(false);
+    imageWidget->setAutoFillBackground(false);
 
     // A move goes up from the picture only through widgets that track the mouse.
     setMouseTracking(true);
