@@ -3,6 +3,7 @@
 
 #include "support/isofile.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -60,6 +61,95 @@ void writeIso8211Seeds()
                       "-1.25e3;\x80\xFF");
 }
 
+void writeTgaSeeds()
+{
+    const auto head = [](char kind, char depth, char descriptor) {
+        std::string bytes(18, '\0');
+        bytes[2] = kind;
+        bytes[12] = 3; // width
+        bytes[14] = 2; // height
+        bytes[16] = depth;
+        bytes[17] = descriptor;
+        return bytes;
+    };
+    const std::string pixels(3 * 2 * 4, 'p');
+    writeSeed("fuzz_tga", "top_left", head(2, 24, 0x20) + pixels);
+    writeSeed("fuzz_tga", "bottom_right", head(2, 32, 0x10) + pixels);
+    writeSeed("fuzz_tga", "one_byte", head(2, 8, 0) + pixels);
+    writeSeed("fuzz_tga", "packed", head(10, 24, 0) + pixels);
+}
+
+void writeMeshSeeds()
+{
+    std::string grid = "x y z\n";
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x)
+            grid += std::to_string(x) + ' ' + std::to_string(y) + "\t" +
+                    std::to_string(x * y) + ".5\n";
+    writeSeed("fuzz_ascii_mesh", "grid", grid);
+    writeSeed("fuzz_ascii_mesh", "odd",
+              "0 0 0\n\n 1 2\n1e3,2,3\n-1 -2 +3e-1 4\r\nnan inf 0");
+}
+
+std::string justified(const std::string &text, std::size_t width)
+{
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+void writeUsgsSeed()
+{
+    const auto real = [](const std::string &digits) { return justified(digits, 24); };
+    std::string header = std::string("TILE") + std::string(105, ' ') +
+                         "-1173015.2500  34 730.12341 SECORIG";
+    for (const char *const code : {"1", "0", "1", "11"})
+        header += justified(code, 6);
+    for (int i = 0; i < 15; ++i)
+        header += real("0.0");
+    header += justified("2", 6) + justified("2", 6) + justified("4", 6);
+    for (const char *const corner :
+         {"1000", "2000", "1000", "2060", "1060", "2060", "1060", "2000"})
+        header += real(corner);
+    header += real("0.1D+02") + real("0.9D+02") + real("0.0") + justified("0", 6) +
+              justified("30.0", 12) + justified("30.0", 12) + justified("1.0", 12) +
+              justified("0", 6) + justified("3", 6);
+    std::string file = header + std::string(1024 - header.size(), ' ');
+    for (int column = 0; column < 3; ++column) {
+        const std::string easting = std::to_string(1000 + 30 * column);
+        std::string profile = justified("1", 6) +
+                              justified(std::to_string(column + 1), 6) +
+                              justified("3", 6) + justified("1", 6) + real(easting) +
+                              real("2000") + real("0.0") + real("10") + real("90");
+        for (const char *const sample : {"10", "-9999", "90"})
+            profile += justified(sample, 6);
+        file += profile + std::string(1024 - profile.size(), ' ');
+    }
+    writeSeed("fuzz_usgsdem", "three_profiles", file);
+}
+
+void writeOtherSeeds()
+{
+    writeSeed("fuzz_bindem", "bil",
+              "BYTEORDER M\nLAYOUT BIL\nNROWS 2\nNCOLS 3\nNBANDS 1\nNBITS 16\n"
+              "NODATA -9999\nULXMAP 10.5\nULYMAP 20.5\nXDIM 1.0\nYDIM 1.0\n" +
+                  std::string(1, '\0') + isofile::bigEndian(0x0102030405, 5) + "1234567");
+    writeSeed("fuzz_bindem", "colons",
+              "number_of_rows: 4\nnumber_of_columns = 4\nbits_per_pixel 8\n");
+    writeSeed("fuzz_japandem", "three_columns",
+              "543800 anything at all  3  2 more\nprefix 01   12-0034-9999 rest\n"
+              "prefix 02  +5   ab     0\n");
+    writeSeed("fuzz_scenery", "straight",
+              "[Param]\nBeobXA=100.5\nBeobXE = -2e3\nBildanzahl=5\nAusgabePNG=1\n"
+              "AusDateiname=frame%03d\nHintergrund=255,128,0\nGenauRechnen=1\n");
+    std::string flight = "[Param]\nRundflug=1\nHoeheUeberBoden=50\n";
+    for (int i = 0; i < 5; ++i) {
+        const std::string key = "Punkt0" + std::to_string(i);
+        for (const char *const value : {"=10,20", "_z=30", "_i=0.5", "_a=1.5", "_p=-1"})
+            flight += key + value + '\n';
+        flight.append("c").append(key).append("=10,20,30\n");
+    }
+    writeSeed("fuzz_scenery", "curved", flight);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -68,5 +158,9 @@ int main(int argc, char **argv)
         return 2;
     corpus = argv[1];
     writeIso8211Seeds();
+    writeTgaSeeds();
+    writeMeshSeeds();
+    writeUsgsSeed();
+    writeOtherSeeds();
     return 0;
 }

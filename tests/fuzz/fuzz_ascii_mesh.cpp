@@ -1,0 +1,57 @@
+#include "importers/asciiirregular.h"
+#include "importers/asciiregular.h"
+#include "raster/elevationimage.h"
+
+#include <QBuffer>
+
+#include <cstdint>
+
+namespace {
+
+constexpr int Side = 32;
+// Triangulating more points than these takes the time from reading.
+constexpr int PointEstimate = 60;
+
+void readRegular(QIODevice &in, const MeshBoundaries &boundaries)
+{
+    AsciiRegularOptions options;
+    options.boundaries = boundaries;
+    options.width = options.height = Side;
+    options.zScale = 256.0;
+    ElevationImage image;
+    QStringList rows;
+    (void)convertAsciiRegular(in, options, image, &rows);
+}
+
+void readIrregular(QIODevice &in, const MeshBoundaries &boundaries)
+{
+    AsciiIrregularOptions options;
+    options.boundaries = boundaries;
+    options.width = options.height = Side;
+    options.nodalPointEstimate = PointEstimate;
+    ScatteredPoints scattered;
+    QStringList rows;
+    ElevationImage image;
+    if (scattered.allocate(PointEstimate) &&
+        readScatteredPoints(in, options, scattered, &rows))
+        (void)fillScatteredPoints(scattered, options, image, {});
+}
+
+} // namespace
+
+// The same text as a regular and as an irregular mesh.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
+    QBuffer in(&bytes);
+    if (!in.open(QIODevice::ReadOnly | QIODevice::Text))
+        return 0;
+    MeshBoundaries boundaries;
+    const MeshScan scan = scanTextMesh(in, 0, boundaries);
+    (void)zeroTripleWarnings(scan, 0);
+    in.seek(0);
+    readRegular(in, boundaries);
+    in.seek(0);
+    readIrregular(in, boundaries);
+    return 0;
+}

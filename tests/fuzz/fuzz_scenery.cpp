@@ -1,0 +1,64 @@
+#include "flightpath/waypointlevel.h"
+#include "scenery/keyvalue.h"
+#include "scenery/scenerydata.h"
+#include "scenery/sceneryreader.h"
+#include "scenery/scenerywriter.h"
+
+#include <QTextStream>
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+struct Scenery {
+    SceneryData parameters;
+    QList<ControlPoint> controlPoints;
+    QList<Waypoint> waypoints;
+
+    // True if every line was accepted.
+    bool read(QString text)
+    {
+        SceneryReader reader(parameters, controlPoints, waypoints);
+        QTextStream stream(&text);
+        QString line;
+        bool isGood = true;
+        while (stream.readLineInto(&line) && !line.isEmpty()) {
+            QString error;
+            compactKey(line);
+            if (reader.readLine(line, &error) != SceneryReader::Result::Rejected)
+                continue;
+            isGood = false;
+            if (error.isEmpty())
+                std::abort(); // a failure that the user is not told
+        }
+        const auto count = static_cast<int>(controlPoints.size());
+        (void)normalizeWaypoints(waypoints, count);
+        return isGood;
+    }
+
+    QString written() const
+    {
+        QString text;
+        QTextStream stream(&text);
+        writeScenery(stream, parameters, waypoints, controlPoints);
+        return text;
+    }
+};
+
+} // namespace
+
+// A scenery file; what was read of it is written and must be readable again.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    Scenery first;
+    (void)first.read(
+        QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size)));
+    // A list of many records makes a file that takes long to write.
+    if (first.waypoints.size() + first.controlPoints.size() > 1000)
+        return 0;
+    Scenery second;
+    if (!second.read(first.written()))
+        std::abort();
+    return 0;
+}
