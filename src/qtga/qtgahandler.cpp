@@ -55,6 +55,16 @@ std::unique_ptr<uchar[]> lineBuffer(qsizetype size, const char *complaint)
     return line;
 }
 
+// Whether a picture of this size can be in the file. A head may claim gigabytes that
+// neither the file nor the memory has; a depth below 8 even claims no bytes for them.
+bool holdsPicture(const QIODevice &device, qint64 lineLength, int width, int height)
+{
+    constexpr qint64 MostPixelsOfNothing = 1 << 24;
+    if (lineLength == 0)
+        return qint64(width) * height <= MostPixelsOfNothing;
+    return device.isSequential() || device.size() - device.pos() >= lineLength * height;
+}
+
 // One line of blue, green, red triples; `length` bytes may be fewer than three a
 // pixel, when the file claims a smaller depth: what is missing reads as black.
 void decodeLine(const uchar *line, qsizetype length, bool mirrored, QRgb *out, int width)
@@ -111,6 +121,10 @@ bool QTgaHandler::read(QImage *image)
     const int width = widthOf(head);
     const int height = heightOf(head);
     const qsizetype length = qsizetype(width) * (head[16] >> 3);
+    if (!holdsPicture(*device(), length, width, height)) {
+        std::fputs("QTgaHandler::read(): Cannot read from file\n", stderr);
+        return false;
+    }
     const auto line = lineBuffer(
         length, "QTgaHandler::read(): Cannot allocate memory for a line of TGA data");
     QImage result(width, height, QImage::Format_RGB32);

@@ -214,6 +214,18 @@ private slots:
         }
     }
 
+    void sizesThatTheFileCannotHoldTakeNoMemory()
+    {
+        for (const int depth : {0, 7, 8, 24, 32}) {
+            Head head;
+            head.width = head.height = 65535; // 17 GB as a picture
+            head.depth = quint8(depth);
+            QImage image = sample();
+            QVERIFY(!readBytes(head.bytes() + countingBytes(100), &image));
+            QCOMPARE(image, sample());
+        }
+    }
+
     void imageWithoutPixelsIsRefused()
     {
         Head head;
