@@ -1,8 +1,10 @@
 #include "importers/binconversiondialog.h"
 
 #include "raster/elevationimage.h"
+#include "shell/waitcursor.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QMessageBox>
 
 BinConversionDialog::BinConversionDialog(QWidget *parent)
@@ -94,8 +96,13 @@ void BinConversionDialog::accept()
         return showCouldNotOpen(file.fileName());
     ElevationImage image;
     StoredRange range;
-    if (!convertBinDem(file, m_headerFile.header(), optionsFromForm(), *this, &image,
-                       &range))
+    bool converted = false;
+    {
+        const WaitCursor wait;
+        converted = convertBinDem(file, m_headerFile.header(), optionsFromForm(), *this,
+                                  &image, &range);
+    }
+    if (!converted)
         return;
     (void)saveOutput(image); // a failure is shown, and the range as well
     file.close();
@@ -120,6 +127,9 @@ bool BinConversionDialog::proceedWithoutKeyword()
            "That keyword could not be located. An import can only be attempted\n"
            "beginning at the first byte, most probably leading to incorrect results.\n"
            "Proceed anyway?");
-    return QMessageBox::warning(this, tr("Warning"), text,
-                                QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // instead of the wait cursor
+    const auto answer = QMessageBox::warning(this, tr("Warning"), text,
+                                             QMessageBox::Yes | QMessageBox::No);
+    QGuiApplication::restoreOverrideCursor();
+    return answer == QMessageBox::Yes;
 }

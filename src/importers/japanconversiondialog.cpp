@@ -2,6 +2,7 @@
 
 #include "importers/japandem.h"
 #include "raster/elevationimage.h"
+#include "shell/waitcursor.h"
 
 #include <QFile>
 #include <QMessageBox>
@@ -28,8 +29,13 @@ void JapanConversionDialog::accept()
     ElevationImage image;
     int nonZeroCount = 0;
     QString error;
-    if (!convertJapanDem(file, spinBoxVoidValue->value(), file.fileName(), &image,
-                         &nonZeroCount, &error)) {
+    bool converted = false;
+    {
+        const WaitCursor wait;
+        converted = convertJapanDem(file, spinBoxVoidValue->value(), file.fileName(),
+                                    &image, &nonZeroCount, &error);
+    }
+    if (!converted) {
         QMessageBox::critical(this, tr("Error"), error);
         return;
     }

@@ -3,6 +3,7 @@
 #include "importers/demdatadialog.h"
 #include "importers/numbers.h"
 
+#include <QGuiApplication>
 #include <QMessageBox>
 
 UsgsDemConversionDialog::UsgsDemConversionDialog(QWidget *parent)
@@ -54,12 +55,19 @@ bool UsgsDemConversionDialog::continueChecking(const SuspiciousElevation &jump)
             .arg(wholeNumberText(jump.previous), wholeNumberText(jump.current))
             .arg(jump.column)
             .arg(jump.row);
-    return QMessageBox::warning(this, messageTitle(), text,
-                                QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // instead of the wait cursor
+    const auto answer = QMessageBox::warning(this, messageTitle(), text,
+                                             QMessageBox::Yes | QMessageBox::No);
+    QGuiApplication::restoreOverrideCursor();
+    return answer == QMessageBox::Yes;
 }
 
 void UsgsDemConversionDialog::readingFile(const QString &fileName)
 {
     lineEditCurrentInputFile->setText(fileName);
     lineEditCurrentInputFile->repaint();
+    if (fileName.isEmpty())
+        QGuiApplication::restoreOverrideCursor();
+    else
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
 }
