@@ -103,6 +103,8 @@ void SetFlightPathDialog::makeImageWidget()
     setMouseTracking(true);
     scrollArea->setMouseTracking(true);
     scrollArea->viewport()->setMouseTracking(true);
+    // Around a small texture the dialog itself shows.
+    scrollArea->viewport()->setAutoFillBackground(false);
     imageWidget->setMouseTracking(true);
     imageWidget->installEventFilter(this);
 }
