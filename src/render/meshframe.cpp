@@ -5,14 +5,19 @@
 #include "render/workerpool.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace {
 
 // Beyond this many dust ranges a cell is not drawn at all.
 constexpr double FarthestRange = 7.0;
-// Cells that are drawn at a time: enough to keep threads busy, few enough for a stop.
-constexpr int CellsAtATime = 32768;
+// Cells that are drawn at a time: enough to keep threads busy, few enough for a window
+// that stays alive meanwhile.
+constexpr std::size_t MostCellsAtATime = 32768;
+constexpr std::size_t FirstCellsAtATime = 8192;
+constexpr std::chrono::milliseconds ShortTime(5);
+constexpr std::chrono::milliseconds LongTime(15);
 constexpr std::size_t RowsAtATime = 512;
 // Bytes of mesh rows that are kept before their pixels get their colours.
 constexpr std::size_t MostKeptBytes = std::size_t(24) << 20;
@@ -44,10 +49,7 @@ void MeshFrame::addRow(double y)
         return;
     m_pending.push_back(y);
     const std::size_t cells = m_pending.size() * std::size_t(m_columns->cells);
-    const auto rows = static_cast<int>(m_pending.size());
-    const bool enough =
-        cells >= std::size_t(CellsAtATime) && rows >= 2 * m_workers.size();
-    if (enough || m_pending.size() >= RowsAtATime)
+    if (cells >= m_cellsAtATime || m_pending.size() >= RowsAtATime)
         drawPending();
 }
 
@@ -80,14 +82,25 @@ void MeshFrame::drawPending()
     }
     const std::size_t first = m_rows.size();
     m_rows.resize(first + m_pending.size());
-    m_builders.resize(m_workers.size());
-    m_workers.run([&](int worker) { computeRows(worker, first); });
-    m_workers.run([&](int worker) { paintRows(m_trigons[worker], first); });
+    drawRows(first);
     const std::size_t pointRows = m_columns->agree ? 1 : 2; // shared, or one each
     m_keptBytes += m_pending.size() * pointRows * PointRow::bytes(m_columns->cells + 1);
-    for (std::size_t r = first; r < m_rows.size(); ++r)
-        m_rows[r].drawable = {};
     m_pending.clear();
+}
+
+void MeshFrame::drawRows(std::size_t firstRow)
+{
+    const auto start = std::chrono::steady_clock::now();
+    m_builders.resize(m_workers.size());
+    m_workers.run([&](int worker) { computeRows(worker, firstRow); });
+    m_workers.run([&](int worker) { paintRows(m_trigons[worker], firstRow); });
+    for (std::size_t r = firstRow; r < m_rows.size(); ++r)
+        m_rows[r].drawable = {};
+    const auto taken = std::chrono::steady_clock::now() - start;
+    if (taken > LongTime)
+        m_cellsAtATime = std::max<std::size_t>(m_cellsAtATime / 2, 1);
+    else if (taken < ShortTime)
+        m_cellsAtATime = std::min(m_cellsAtATime * 2, MostCellsAtATime);
 }
 
 // Each thread computes some rows that follow each other, since they share points.

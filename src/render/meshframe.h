@@ -44,6 +44,7 @@ public:
 private:
     [[nodiscard]] Triangle triangle(unsigned int number) const override;
     void drawPending();
+    void drawRows(std::size_t firstRow);
     void computeRows(int worker, std::size_t firstRow);
     void paintRows(ScreenTrigon &trigon, std::size_t firstRow) const;
     void paintCell(ScreenTrigon &trigon, const MeshRow &row, int cell,
@@ -61,5 +62,6 @@ private:
     std::vector<MeshRow> m_rows;   // whose numbers may stand in the target
     unsigned int m_stride = 0;     // numbers a row
     std::size_t m_keptBytes = 0;
-    double m_surelyNear; // squared distance below which no cell is lost in dust
+    std::size_t m_cellsAtATime; // as many as take some milliseconds
+    double m_surelyNear;        // squared distance below which no cell is lost in dust
 };
