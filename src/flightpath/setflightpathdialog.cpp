@@ -35,6 +35,8 @@ SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
       waypoints(&ways), waypointLevel(&level)
 {
     ui->setupUi(this);
+    // The program ends with its main window, whose documents end their editors.
+    setAttribute(Qt::WA_QuitOnClose, false);
     const auto stored = settings();
     move(stored.value("SetFlightPathDialog/Position", QPoint(100, 100)).toPoint());
     resize(stored.value("SetFlightPathDialog/Size", QSize(600, 400)).toSize());

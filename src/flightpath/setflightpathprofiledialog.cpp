@@ -30,6 +30,8 @@ SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
       waypointLevel(&level), zScaleA(zA), zScaleE(zE), refreshTimer(new QTimer(this))
 {
     ui->setupUi(this);
+    // The program must not wait for a window that the user cannot close.
+    setAttribute(Qt::WA_QuitOnClose, false);
     verticalBarWidth = ui->verticalScrollBar->width();
     horizontalBarHeight = ui->horizontalScrollBar->height();
     loadCursor();
