@@ -25,7 +25,7 @@ constexpr std::size_t MostKeptBytes = std::size_t(24) << 20;
 } // namespace
 
 MeshFrame::MeshFrame(const FrameSetup &setup, WorkerPool &workers)
-    : m_setup(setup), m_workers(workers)
+    : m_setup(setup), m_workers(workers), m_cellsAtATime(FirstCellsAtATime)
 {
     for (int worker = 0; worker < workers.size(); ++worker)
         m_trigons.emplace_back(setup.target, setup.texture, setup.light, setup.camera,

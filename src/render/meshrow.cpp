@@ -241,8 +241,10 @@ void MeshRowBuilder::testTriangles(MeshRow &row) const
     constexpr auto Off = PointRow::OffScreen;
     for (int k = 0; k < cells; ++k) {
         const bool shared = (s[k] != Off) & (n[k + 1] != Off);
-        const int kept = (shared & (n[k] != Off) ? MeshRow::NorthWest : 0) |
-                         (shared & (s[k + 1] != Off) ? MeshRow::SouthEast : 0);
+        const bool northWest = shared & (n[k] != Off);
+        const bool southEast = shared & (s[k + 1] != Off);
+        const int kept =
+            (northWest ? MeshRow::NorthWest : 0) | (southEast ? MeshRow::SouthEast : 0);
         drawable[k] = static_cast<std::uint8_t>(drawable[k] & kept);
     }
 }

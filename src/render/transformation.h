@@ -43,6 +43,7 @@ public:
     /// Builds the matrix from the angles, the focal length and the position.
     void BereiteT();
 
+    [[nodiscard]] QWidget *parent() const { return m_parent; }
     /// The observer, the view vector and the direction of view.
     [[nodiscard]] C4Vector Beobachter() const { return Position; }
     [[nodiscard]] C4Vector Sichtvektor() const { return Sicht; }
@@ -55,6 +56,7 @@ public:
 
     /// The texture that pixels take their colour from. Borrowed.
     void SetzeTexturDatei(TextureImage *texture) { Textur = texture; }
+    [[nodiscard]] TextureImage *texture() const { return Textur; }
 
     /// World point to whole screen position; 0 on success, 1 if it has none.
     [[nodiscard]] int Bildschirmpunkt(const C4Vector *point, C4Vector *screen) const;

@@ -37,6 +37,7 @@ public:
     /// Builds the matrix from the angles, the focal length and the position.
     void BereiteT();
 
+    [[nodiscard]] QWidget *parent() const { return m_parent; }
     /// The observer, the view vector and the direction of view.
     [[nodiscard]] C4Vector Beobachter() const { return Position; }
     [[nodiscard]] C4Vector Sichtvektor() const { return Sicht; }
