@@ -53,10 +53,11 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
 
 MainWindow::~MainWindow()
 {
-    // Views that are left tell of their end and use the zoom actions until then.
+    // Views that are left use the zoom actions to their end, and area, windows and
+    // views tell of it; by then there is no workspace to ask for its active view.
     mdiArea->disconnect(this);
-    for (MdiChild *view : mdiArea->findChildren<MdiChild *>())
-        view->disconnect(this);
+    for (QObject *part : mdiArea->findChildren<QObject *>())
+        part->disconnect(this);
     delete mdiArea;
 }
 
