@@ -12,9 +12,6 @@
 
 namespace {
 
-// Rows that a part begins outside the picture are passed over, but the edges still
-// advance step by step: a product would round differently.
-
 template <typename Swap> void sortByRow(ScreenCorner (&screen)[3], const Swap &swapOthers)
 {
     for (const auto &[i, k] : {std::pair{0, 1}, {0, 2}, {1, 2}}) {
@@ -80,6 +77,8 @@ unsigned int *ScreenTrigon::pixels(int row) const
 }
 
 // The lower part in the picture: from the lowest corner up to the middle one's row.
+// Rows outside the picture are passed over, but the edges still advance step by step: a
+// product would round differently.
 template <typename FillRow>
 void ScreenTrigon::fillUpward(const ScreenCorner (&s)[3], const FillRow &fillRow) const
 {

@@ -28,7 +28,8 @@ public:
     [[nodiscard]] virtual Triangle triangle(unsigned int number) const = 0;
 };
 
-/// The rows of a picture that one of several threads fills: every so-manieth strip.
+/// The rows of a picture that one of several threads fills: strips of some rows, dealt
+/// out to the threads in turn.
 struct RowShare {
     int index = 0;
     int count = 1;
