@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -58,7 +59,11 @@ void FrameWriter::write(int frame, const QImage &picture, bool halve,
     job->picture = aside ? picture.copy() : picture;
     Job &started = *job;
     m_jobs.push_back(std::move(job));
-    started.thread = std::thread([&started] { started.run(); });
+    try {
+        started.thread = std::thread([&started] { started.run(); });
+    } catch (const std::system_error &) {
+        started.run(); // the system gives no thread
+    }
     if (!aside)
         finish();
 }

@@ -1,9 +1,15 @@
 #include "render/workerpool.h"
 
+#include <system_error>
+
 WorkerPool::WorkerPool(int threads)
 {
-    for (int worker = 1; worker < threads; ++worker)
-        m_threads.emplace_back([this, worker] { serve(worker); });
+    try {
+        for (int worker = 1; worker < threads; ++worker)
+            m_threads.emplace_back([this, worker] { serve(worker); });
+    } catch (const std::system_error &) {
+        // The system gives no more: those that are there do the work.
+    }
 }
 
 WorkerPool::~WorkerPool()
