@@ -174,7 +174,6 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
                       read.number(known.to, MaxFrame, options.to) &&
                       read.number(known.quality, MaxQuality, options.quality) &&
                       read.formats(known.format) && read.size(known.size) &&
-                      read.threads(known.threads) &&
-                      read.scenery();
+                      read.threads(known.threads) && read.scenery();
     return good ? CommandLineResult::Run : CommandLineResult::Wrong;
 }

@@ -9,10 +9,7 @@ class ControlPoint {
 public:
     ControlPoint() = default;
     ControlPoint(qint32 px, qint32 py, qint32 pz, double station)
-        : x(px)
-        , y(py)
-        , z(pz)
-        , i(station)
+        : x(px), y(py), z(pz), i(station)
     {
     }
 
@@ -21,8 +18,8 @@ public:
 
     bool operator==(const ControlPoint &) const = default;
 
-    qint32 x = 0; // texture pixels from the left
-    qint32 y = 0; // texture pixels from the bottom row, upward
-    qint32 z = 0; // camera height
+    qint32 x = 0;   // texture pixels from the left
+    qint32 y = 0;   // texture pixels from the bottom row, upward
+    qint32 z = 0;   // camera height
     double i = 0.0; // station: length of the control polygon up to here, in the plan
 };

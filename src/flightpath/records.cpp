@@ -17,8 +17,7 @@ void ControlPoint::write(QTextStream &stream, int index) const
 
 void Waypoint::write(QTextStream &stream, int index) const
 {
-    const QString key
-        = QStringLiteral("Punkt%1").arg(index, 2, 10, QLatin1Char('0'));
+    const QString key = QStringLiteral("Punkt%1").arg(index, 2, 10, QLatin1Char('0'));
     stream << QStringLiteral("%1=%2,%3").arg(key).arg(x).arg(y) << Qt::endl
            << QStringLiteral("%1_z=%2").arg(key).arg(z) << Qt::endl
            << QStringLiteral("%1_i=%2").arg(key).arg(i, 0, 'g') << Qt::endl

@@ -47,10 +47,10 @@ private:
     qsizetype m_searched = 0;  // no line feed before this
     qsizetype m_lineEnd = -1;  // of the line found, if not negative
     bool m_terminated = false; // by a line feed
-    bool m_started = false; // the device gave something
-    bool m_anyLine = false; // was read
-    bool m_exhausted = false; // the device gives nothing more
-    QStringDecoder m_decoder; // in use if the text is not UTF-8
+    bool m_started = false;    // the device gave something
+    bool m_anyLine = false;    // was read
+    bool m_exhausted = false;  // the device gives nothing more
+    QStringDecoder m_decoder;  // in use if the text is not UTF-8
     std::vector<char> m_chunk;
 };
 

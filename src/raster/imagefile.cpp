@@ -1,12 +1,13 @@
 #include "raster/imagefile.h"
 
+#include "raster/wholefile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QImageIOPlugin>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPluginLoader>
-#include <QSaveFile>
 
 #include <memory>
 
@@ -60,7 +61,7 @@ bool saveImageFile(const QImage &image, const QString &name)
 {
     if (image.isNull())
         return false;
-    QSaveFile file(name);
-    return file.open(QIODevice::WriteOnly) && writeTo(file, image, extensionOf(name)) &&
-           file.commit();
+    return writeWholeFile(name, [&](QIODevice &device) {
+        return writeTo(device, image, extensionOf(name));
+    });
 }

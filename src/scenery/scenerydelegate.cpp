@@ -2,6 +2,7 @@
 
 #include "flightpath/setflightpathdialog.h"
 #include "flightpath/waypointlevel.h"
+#include "raster/wholefile.h"
 #include "render/framewriter.h"
 #include "render/terrainsweep.h"
 #include "scenery/inputfile.h"
@@ -14,12 +15,17 @@
 
 #include <QDebug>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTextStream>
 
 namespace {
 
 MessageBoxNotices messageBoxes;
+
+// Inputs are looked for beside the scenery also after the current folder has changed.
+QString absolutePath(const QString &name)
+{
+    return name.isEmpty() ? name : QFileInfo(name).absoluteFilePath();
+}
 
 QString obsoleteFormatText(bool selected)
 {
@@ -70,7 +76,7 @@ QString SceneryDelegate::inputFile(const QString &name) const
 
 bool SceneryDelegate::open(const QString &fileName)
 {
-    setFileName(fileName);
+    setFileName(absolutePath(fileName));
     if (!open(ReadOnly | Text))
         return false;
     waypoints.clear();
@@ -212,27 +218,26 @@ int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
 
 bool SceneryDelegate::save(const QString &fileName)
 {
-    setFileName(fileName);
+    setFileName(absolutePath(fileName));
     return save();
 }
 
 bool SceneryDelegate::save()
 {
-    // An earlier file stays until the new one is whole.
-    QSaveFile file(fileName());
-    file.setDirectWriteFallback(true);
-    if (!file.open(WriteOnly | Text)) {
-        setErrorString(file.errorString());
-        return false;
-    }
-    viewToData();
-    QTextStream stream(&file);
-    writeScenery(stream, *data, waypoints, controlPoints);
-    stream.flush();
-    if (stream.status() != QTextStream::Ok || !file.commit()) {
-        setErrorString(file.errorString());
-        return false;
-    }
-    setModified(false);
-    return true;
+    QString error;
+    const bool saved = writeWholeFile(
+        fileName(),
+        [this](QIODevice &device) {
+            viewToData();
+            QTextStream stream(&device);
+            writeScenery(stream, *data, waypoints, controlPoints);
+            stream.flush();
+            return stream.status() == QTextStream::Ok;
+        },
+        &error);
+    if (saved)
+        setModified(false);
+    else
+        setErrorString(error);
+    return saved;
 }

@@ -86,6 +86,8 @@ void SceneryMdiChild::renderPreview()
 void SceneryMdiChild::render(bool (SceneryDelegate::*run)(ImageMdiChild *),
                              int refreshCycle)
 {
+    if (rendering)
+        return; // a run pumps events, so a command may come in the midst of it
     rendering = true;
     if (AppSettings().value(QStringLiteral("periodicalRefresh"), false).toBool())
         startRefreshTimer(refreshCycle);

@@ -27,8 +27,9 @@ void closeDialog(QWidget *modal)
 
 QString describe(QWidget *modal)
 {
-    QString text = QStringLiteral("%1 \"%2\"").arg(
-        QString::fromLatin1(modal->metaObject()->className()), modal->windowTitle());
+    QString text = QStringLiteral("%1 \"%2\"")
+                       .arg(QString::fromLatin1(modal->metaObject()->className()),
+                            modal->windowTitle());
     if (const auto *box = qobject_cast<QMessageBox *>(modal))
         text += QStringLiteral(" saying \"%1\"").arg(box->text());
     return text;
@@ -63,13 +64,13 @@ QString answerFile(QWidget *modal, const QString &caption, const QStringList &pa
                    const QString &nameFilter)
 {
     auto *dialog = qobject_cast<QFileDialog *>(modal);
-    auto *edit = dialog
-        ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))
-        : nullptr;
+    auto *edit =
+        dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
     if (!edit || dialog->windowTitle() != caption) {
         const QString found = describe(modal);
         closeDialog(modal);
-        return QStringLiteral("expected file dialog \"%1\", found %2").arg(caption, found);
+        return QStringLiteral("expected file dialog \"%1\", found %2")
+            .arg(caption, found);
     }
     if (!nameFilter.isEmpty())
         dialog->selectNameFilter(nameFilter);
@@ -103,7 +104,7 @@ public:
 
     void expect(const QString &what, Act act)
     {
-        m_expected.push_back({ what, std::move(act) });
+        m_expected.push_back({what, std::move(act)});
     }
 
     [[nodiscard]] QStringList complaints() const
@@ -148,8 +149,7 @@ private:
     QStringList m_complaints;
 };
 
-ModalAnswers::ModalAnswers()
-    : m_watcher(std::make_unique<Watcher>())
+ModalAnswers::ModalAnswers() : m_watcher(std::make_unique<Watcher>())
 {
     // The toolkit's own dialogs have widgets that a test can reach.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
@@ -160,8 +160,9 @@ ModalAnswers::~ModalAnswers() = default;
 void ModalAnswers::pressButton(const QString &title, const QString &text,
                                QMessageBox::StandardButton button)
 {
-    m_watcher->expect(QStringLiteral("box \"%1\" saying \"%2\"").arg(title, text),
-                      [=](QWidget *modal) { return answerBox(modal, title, text, button); });
+    m_watcher->expect(
+        QStringLiteral("box \"%1\" saying \"%2\"").arg(title, text),
+        [=](QWidget *modal) { return answerBox(modal, title, text, button); });
 }
 
 void ModalAnswers::chooseFile(const QString &caption, const QString &path,
@@ -169,7 +170,7 @@ void ModalAnswers::chooseFile(const QString &caption, const QString &path,
 {
     m_watcher->expect(
         QStringLiteral("file dialog \"%1\"").arg(caption),
-        [=](QWidget *modal) { return answerFile(modal, caption, { path }, nameFilter); });
+        [=](QWidget *modal) { return answerFile(modal, caption, {path}, nameFilter); });
 }
 
 void ModalAnswers::chooseFiles(const QString &caption, const QStringList &paths)
