@@ -96,6 +96,10 @@ bool SceneryDelegate::open(const QString &fileName)
             complaint = errorString();
         }
     }
+    if (error() != NoError) { // the file may fail in its middle
+        good = false;
+        complaint = errorString();
+    }
     waypointLevel = normalizeWaypoints(waypoints, static_cast<int>(controlPoints.size()));
     dataToView();
     setModified(false); // the form's change signals have just said otherwise
