@@ -43,6 +43,7 @@ private slots:
     void signalStopsAndLeavesNoPartOfAFile();
     void localeDoesNotChangeTheFrames();
     void quietPrintsNothing();
+    void examplesRender();
 
 private:
     void writeScenery(const QString &more) const;
@@ -240,6 +241,24 @@ void TestZephrantRender::quietPrintsNothing()
     const Outcome outcome = render({"--quiet", m_dir->filePath("s.zph")});
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.out + outcome.err, QString());
+}
+
+void TestZephrantRender::examplesRender()
+{
+    const QDir examples(qEnvironmentVariable("ZEPHRANT_SOURCE") + "/examples");
+    const QStringList names = examples.entryList({"*.zph"});
+    QVERIFY(names.size() >= 2);
+    for (const QString &name : names) {
+        const Outcome outcome =
+            render({"--preview", "--to", "0", "--output", m_dir->filePath("f" + name),
+                    examples.filePath(name)});
+        QVERIFY2(outcome.status == 0, qPrintable(name + ": " + outcome.err));
+        const QImage frame = loadImageFile(m_dir->filePath("f" + name + ".png"));
+        // There is ground in the lower half, sky above.
+        QVERIFY(!frame.isNull());
+        QVERIFY(frame.pixel(frame.width() / 2, frame.height() - 10) !=
+                frame.pixel(frame.width() / 2, 2));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestZephrantRender)
