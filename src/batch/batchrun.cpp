@@ -157,5 +157,6 @@ int BatchRun::run()
         m_err(delegate.errorString());
     if (!good || m_failed)
         return RunFailed;
-    return m_stopped ? Stopped : AllWritten;
+    // A signal that comes with the last frame stops nothing.
+    return m_stopped && m_done < m_frames ? Stopped : AllWritten;
 }
