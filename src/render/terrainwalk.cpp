@@ -104,6 +104,7 @@ void TerrainSweep::walkSouth(MeshColumns columns, First first, double from, doub
 {
     columns.northWestFirst = first == First::NorthWest;
     m_frame->beginWalk(std::move(columns));
+    // NOLINTNEXTLINE(*FloatLoopCounter): rows advance by repeated addition
     for (double y = from; y >= until; y -= stepY) {
         if (!mayStartRow())
             return;
@@ -115,6 +116,7 @@ void TerrainSweep::walkNorth(MeshColumns columns, First first, double from, doub
 {
     columns.northWestFirst = first == First::NorthWest;
     m_frame->beginWalk(std::move(columns));
+    // NOLINTNEXTLINE(*FloatLoopCounter): rows advance by repeated addition
     for (double y = from; y < until; y += stepY) {
         if (!mayStartRow())
             return;

@@ -266,7 +266,7 @@ void MainWindow::updateWindowMenu()
         QAction *const entry =
             menu->addAction(text.arg(number).arg(view->userFriendlyCurrentFile()));
         entry->setCheckable(true);
-        entry->setChecked(view == activeMdiChild());
+        entry->setChecked(view == MainWindow::activeMdiChild());
         connect(
             entry, &QAction::triggered, this,
             [this, target = QPointer<QWidget>(window)] { setActiveSubWindow(target); });

@@ -19,7 +19,10 @@ using Sum = qint32;
 using Sample = uchar;
 using Weight = qint16;
 
-int channelOf(QRgb colour, int channel) { return (colour >> (16 - 8 * channel)) & 0xFF; }
+int channelOf(QRgb colour, int channel)
+{
+    return static_cast<int>((colour >> (16 - 8 * channel)) & 0xFF);
+}
 
 // The weights of one channel, and the sums over all rectangles at its corner.
 class Weights {

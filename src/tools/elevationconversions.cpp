@@ -26,6 +26,7 @@ QRgb grayOf(double g, GrayConversion &conversion)
         ++conversion.aboveCount;
         return opaqueGray(255);
     }
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves go away from zero
     return opaqueGray(g == g ? static_cast<int>(g + 0.5) : 0);
 }
 

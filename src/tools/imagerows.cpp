@@ -32,7 +32,7 @@ QImage as32Bit(QImage image)
 
 void storeRgb888(const QRgb *colours, int width, uchar *row)
 {
-    for (int x = 0; x < width; ++x) {
+    for (qsizetype x = 0; x < width; ++x) {
         row[x * 3] = static_cast<uchar>(qRed(colours[x]));
         row[x * 3 + 1] = static_cast<uchar>(qGreen(colours[x]));
         row[x * 3 + 2] = static_cast<uchar>(qBlue(colours[x]));

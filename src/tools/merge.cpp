@@ -22,7 +22,7 @@ uchar lowByte(double v)
 MergeTable tableOf(const MergeOptions &options)
 {
     MergeTable table;
-    table.reserve(256 * 256);
+    table.reserve(65536); // 256 by 256 bytes
     for (int a = 0; a < 256; ++a) {
         for (int b = 0; b < 256; ++b) {
             const double merged = options.mode == MergeOptions::Mode::Add

@@ -58,6 +58,7 @@ QRgb stepsToStore(double e)
     if (!(std::abs(e) < FitsInteger))
         return ElevationImage::pixelOf(e, 1.0);
     const qint64 n =
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves go away from zero
         e < 0.0 ? -static_cast<qint64>(-e + 0.5) : static_cast<qint64>(e + 0.5);
     return static_cast<QRgb>(n & 0x00FFFFFF);
 }
@@ -73,6 +74,7 @@ void store(QRgb steps, uchar *pixel)
 
 int pixelsOfPercent(int source, double percent)
 {
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves go away from zero
     return static_cast<int>(source * percent / 100.0 + 0.5);
 }
 
