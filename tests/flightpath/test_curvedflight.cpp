@@ -1,4 +1,5 @@
 #include "flightpath/curvedflight.h"
+#include "flightpath/figures.h"
 
 #include <QTest>
 
@@ -7,19 +8,10 @@
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
-
-QList<ControlPoint> square()
-{
-    return {{0, 0, 100, 0.0}, {0, 80, 120, 0.0}, {80, 80, 140, 0.0}, {80, 0, 180, 0.0}};
-}
-
 QList<Waypoint> waypointsLooking(double heading, double pitch, int count = 7)
 {
     return QList<Waypoint>(count, Waypoint(1, 2, 3, heading, pitch));
 }
-
-bool near(double a, double b) { return std::abs(a - b) < 1e-12; }
 
 } // namespace
 
@@ -88,8 +80,8 @@ void TestCurvedFlight::positionRunsFromFirstToLastPoint()
     QCOMPARE(flight.camera(2).z, 132.5);
     QCOMPARE(flight.camera(4).x, 80.0);
     QCOMPARE(flight.camera(4).y, 0.0);
-    QVERIFY(near(flight.camera(1).heading, 0.5));
-    QVERIFY(near(flight.camera(3).pitch, -0.25));
+    QVERIFY(near(flight.camera(1).heading, 0.5, 1e-12));
+    QVERIFY(near(flight.camera(3).pitch, -0.25, 1e-12));
 }
 
 void TestCurvedFlight::fractionReachesOneAtTheLastFrame()
@@ -127,8 +119,8 @@ void TestCurvedFlight::headingIsSmoothedNotInterpolated()
     waypoints[3].a = 6.0;
     const CurvedFlight flight(square(), waypoints, 4);
     // Parameter 2 of 0 to 4: the middle point weighs 4/6.
-    QVERIFY(near(flight.camera(2).heading, 4.0));
-    QVERIFY(near(flight.camera(0).heading, 0.0));
+    QVERIFY(near(flight.camera(2).heading, 4.0, 1e-12));
+    QVERIFY(near(flight.camera(0).heading, 0.0, 1e-12));
 }
 
 void TestCurvedFlight::pitchPastTheVerticalIsFolded_data()
@@ -147,13 +139,12 @@ void TestCurvedFlight::pitchPastTheVerticalIsFolded()
     QFETCH(double, curve);
     QFETCH(double, camera);
     const CurvedFlight flight(square(), waypointsLooking(0, curve), 10);
-    QVERIFY(near(flight.camera(0).pitch, camera));
-    QVERIFY(near(flight.camera(10).pitch, camera));
+    QVERIFY(near(flight.camera(0).pitch, camera, 1e-12));
+    QVERIFY(near(flight.camera(10).pitch, camera, 1e-12));
 }
 
 void TestCurvedFlight::extremeCoordinatesStayFinite()
 {
-    constexpr qint32 Most = std::numeric_limits<qint32>::max();
     const QList<ControlPoint> points{{Most, -Most - 1, Most, 0.0},
                                      {-Most - 1, Most, -Most - 1, 0.0},
                                      {Most, Most, Most, 0.0},

@@ -1,3 +1,4 @@
+#include "flightpath/figures.h"
 #include "flightpath/flightplan.h"
 #include "flightpath/pathcurve.h"
 #include "flightpath/saturate.h"
@@ -5,21 +6,8 @@
 #include <QTest>
 
 #include <cmath>
-#include <limits>
 
 namespace {
-
-constexpr double Pi = 3.141592653589793;
-constexpr qint32 Most = std::numeric_limits<qint32>::max();
-constexpr qint32 Least = std::numeric_limits<qint32>::min();
-
-// One Bezier segment: x = 80 (3t^2 - 2t^3), y = 240 t (1 - t).
-QList<ControlPoint> square()
-{
-    return {{0, 0, 100, 0.0}, {0, 80, 120, 0.0}, {80, 80, 140, 0.0}, {80, 0, 180, 0.0}};
-}
-
-bool near(double a, double b) { return std::abs(a - b) < 1e-9; }
 
 QList<Waypoint> numbered(int count)
 {

@@ -1,18 +1,12 @@
+#include "flightpath/figures.h"
 #include "flightpath/flightplan.h"
 #include "flightpath/flightprofile.h"
 
 #include <QTest>
 
 #include <cmath>
-#include <limits>
 
 namespace {
-
-constexpr double Pi = 3.141592653589793;
-constexpr qint32 Most = std::numeric_limits<qint32>::max();
-constexpr qint32 Least = std::numeric_limits<qint32>::min();
-
-bool near(double a, double b) { return std::abs(a - b) < 1e-9; }
 
 // Four points on one line, 60 apart, which makes the station 180 t.
 QList<ControlPoint> climb()

@@ -1,4 +1,5 @@
 #include "flightpath/editorfixture.h"
+#include "flightpath/figures.h"
 
 #include <QAction>
 #include <QApplication>
@@ -6,13 +7,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include <cmath>
-
 namespace {
-
-constexpr double Pi = 3.141592653589793;
-
-bool near(double a, double b) { return std::abs(a - b) < 1e-9; }
 
 // Level, 180 long, over terrain that rises from 0 to 90.
 void openLevel(EditorFixture &f)
