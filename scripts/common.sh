@@ -2,7 +2,7 @@
 
 # What a fresh Debian 12 lacks; a new dependency is added here first.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools
-                qt6-image-formats-plugins libgl-dev libbenchmark-dev)
+                qt6-image-formats-plugins libgl-dev libdeflate-dev libbenchmark-dev)
 
 install_missing() {
     local missing=() package

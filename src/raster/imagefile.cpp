@@ -1,5 +1,6 @@
 #include "raster/imagefile.h"
 
+#include "raster/pngwriter.h"
 #include "raster/wholefile.h"
 
 #include <QFile>
@@ -37,6 +38,8 @@ bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format)
 {
     if (const auto handler = ownHandler(&device, format, QImageIOPlugin::CanWrite))
         return handler->write(image);
+    if (format == "png" && isPlainPicture(image))
+        return writePng(device, image);
     return QImageWriter(&device, format).write(image);
 }
 
