@@ -1,6 +1,7 @@
 #include "render/meshrow.h"
 
 #include "raster/elevationimage.h"
+#include "render/meshloops.h"
 #include "render/transformation.h"
 
 #include <algorithm>
@@ -137,104 +138,37 @@ MeshRowBuilder::points(const Heights &south, const Heights &centre, const Height
     return row;
 }
 
-// The mean of the four cross products of neighbouring arms, at unit length.
 void MeshRowBuilder::computeNormals(PointRow &row, const Heights &south,
                                     const Heights &centre, const Heights &north) const
 {
-    const double *const xs = xOf(south) + 1;
-    const double *const xn = xOf(north) + 1;
-    const double *const x = m_columns->inner.data() + 1;
-    const double *const zs = south.z.data() + 1;
-    const double *const zn = north.z.data() + 1;
-    const double *const z = centre.z.data() + 1;
-    const double sy = south.y - centre.y;
-    const double ny = north.y - centre.y;
-    const double level = centre.y - centre.y; // arms to the east and west
-    const int count = m_columns->cells + 1;
-    double *const outX = row.nx.data();
-    double *const outY = row.ny.data();
-    double *const outZ = row.nz.data();
-    for (int k = 0; k < count; ++k) {
-        const double sx = xs[k] - x[k], sz = zs[k] - z[k];
-        const double ex = x[k + 1] - x[k], ez = z[k + 1] - z[k];
-        const double nx = xn[k] - x[k], nz = zn[k] - z[k];
-        const double wx = x[k - 1] - x[k], wz = z[k - 1] - z[k];
-        const double vx = 0.25 * ((sy * ez - sz * level) + (level * nz - ez * ny) +
-                                  (ny * wz - nz * level) + (level * sz - wz * sy));
-        const double vy = 0.25 * ((sz * ex - sx * ez) + (ez * nx - ex * nz) +
-                                  (nz * wx - nx * wz) + (wz * sx - wx * sz));
-        const double vz = 0.25 * ((sx * level - sy * ex) + (ex * ny - level * nx) +
-                                  (nx * level - ny * wx) + (wx * sy - level * sx));
-        const double l = std::sqrt(vx * vx + vy * vy + vz * vz);
-        const double by = l != 0.0 ? l : 1.0;
-        outX[k] = vx / by;
-        outY[k] = vy / by;
-        outZ[k] = vz / by;
-    }
+    const RowArms arms = {m_columns->inner.data() + 1,
+                          xOf(south) + 1,
+                          xOf(north) + 1,
+                          centre.z.data() + 1,
+                          south.z.data() + 1,
+                          north.z.data() + 1,
+                          centre.y,
+                          south.y,
+                          north.y};
+    rowNormals(arms, m_columns->cells + 1, row.nx.data(), row.ny.data(), row.nz.data());
 }
 
 void MeshRowBuilder::project(PointRow &row) const
 {
-    const auto &m = m_camera.projection().m;
-    const double *const x = m_columns->inner.data() + 1;
-    const double *const z = row.z.data();
-    const double y = row.y;
-    const int count = m_columns->cells + 1;
-    const double limit = Transformation::ScreenLimit;
-    std::int16_t *const columns = row.column.data();
-    std::int16_t *const rows = row.row.data();
-    for (int k = 0; k < count; ++k) {
-        const double w = x[k] * m[0][3] + y * m[1][3] + z[k] * m[2][3] + m[3][3];
-        const double sx = (x[k] * m[0][0] + y * m[1][0] + z[k] * m[2][0] + m[3][0]) / w;
-        const double sy = -(x[k] * m[0][1] + y * m[1][1] + z[k] * m[2][1] + m[3][1]) / w;
-        const bool on =
-            (w > 0.0) & (sx >= -limit) & (sx <= limit) & (sy >= -limit) & (sy <= limit);
-        columns[k] = static_cast<std::int16_t>(
-            static_cast<int>(on ? sx : double(PointRow::OffScreen)));
-        rows[k] = static_cast<std::int16_t>(static_cast<int>(on ? sy : 0.0));
-    }
+    rowOnScreen(m_columns->inner.data() + 1, row.y, row.z.data(), m_columns->cells + 1,
+                m_camera.projection(), PointRow::OffScreen, row.column.data(),
+                row.row.data());
 }
 
-// Which triangles are seen from above: their normal, which points down out of the
-// terrain, and the way from the observer to their middle go the same way.
 void MeshRowBuilder::testTriangles(MeshRow &row) const
 {
     const int cells = m_columns->cells;
     row.drawable.resize(cells);
-    const C4Vector observer = m_camera.Beobachter();
-    const double *const x = m_columns->inner.data() + 1;
-    const double *const zs = row.south->z.data();
-    const double *const zn = row.north->z.data();
-    const double *const cx0 = m_centroidX[0].data();
-    const double *const cx1 = m_centroidX[1].data();
-    const double ys = row.south->y, yn = row.north->y;
-    const double cy0 = (ys + yn + yn) / 3 - observer.y;
-    const double cy1 = (ys + yn + ys) / 3 - observer.y;
-    const double cw = (1.0 + 1.0 + 1.0) / 3 - observer.w;
-    const double rise = yn - ys;
-    const double level = ys - ys;
     std::uint8_t *const drawable = row.drawable.data();
-    for (int k = 0; k < cells; ++k) {
-        const double width = x[k + 1] - x[k];
-        const double none = x[k] - x[k];
-        const double za = zn[k] - zs[k];
-        const double zb = zn[k + 1] - zs[k];
-        const double zc = zs[k + 1] - zs[k];
-        // North-west: corners 3, 7, 8.
-        const double cz0 = (zs[k] + zn[k] + zn[k + 1]) / 3 - observer.z;
-        const double n0x = rise * zb - za * rise;
-        const double n0y = za * width - none * zb;
-        const double n0z = none * rise - rise * width;
-        const double facing0 = cx0[k] * n0x + cy0 * n0y + cz0 * n0z + cw;
-        // South-east: corners 3, 8, 4.
-        const double cz1 = (zs[k] + zn[k + 1] + zs[k + 1]) / 3 - observer.z;
-        const double n1x = rise * zc - zb * level;
-        const double n1y = zb * width - width * zc;
-        const double n1z = width * level - rise * width;
-        const double facing1 = cx1[k] * n1x + cy1 * n1y + cz1 * n1z + cw;
-        drawable[k] = static_cast<std::uint8_t>((facing0 > 0.0 ? MeshRow::NorthWest : 0) |
-                                                (facing1 > 0.0 ? MeshRow::SouthEast : 0));
-    }
+    rowFacing({m_columns->inner.data() + 1, row.south->z.data(), row.north->z.data(),
+               row.south->y, row.north->y, m_centroidX[0].data(), m_centroidX[1].data(),
+               m_camera.Beobachter()},
+              cells, drawable);
     // A corner behind the observer or too far aside drops the triangle.
     const std::int16_t *const s = row.south->column.data();
     const std::int16_t *const n = row.north->column.data();
