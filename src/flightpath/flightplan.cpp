@@ -113,7 +113,7 @@ QList<QPoint> updatePlan(const QList<ControlPoint> &controlPoints,
 {
     if (controlPoints.size() < CurveMinimum)
         return {};
-    const QList<QPoint> curve = roundedCurve(sampleCurve(planNet(controlPoints), level));
+    QList<QPoint> curve = roundedCurve(sampleCurve(planNet(controlPoints), level));
     for (qsizetype k = 0; k * SamplesPerWaypoint < curve.size(); ++k) {
         const QPoint at = curve.at(k * SamplesPerWaypoint);
         if (k < waypoints.size()) {

@@ -58,8 +58,7 @@ QList<QPoint> updateProfile(const QList<ControlPoint> &controlPoints,
 {
     if (controlPoints.size() < CurveMinimum)
         return {};
-    const QList<QPoint> curve =
-        roundedCurve(sampleCurve(profileNet(controlPoints), level));
+    QList<QPoint> curve = roundedCurve(sampleCurve(profileNet(controlPoints), level));
     for (qsizetype k = 0; k * SamplesPerWaypoint < curve.size(); ++k) {
         const QPoint at = curve.at(k * SamplesPerWaypoint);
         if (k >= waypoints.size())

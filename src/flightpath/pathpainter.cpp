@@ -4,6 +4,7 @@
 #include <QPen>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -89,8 +90,10 @@ void PathPainter::strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour
 {
     if (line.isEmpty())
         return;
-    for (double x = m_visible.left(); x < m_visible.right(); x += StripWidth)
-        strokeStrip(line, QRectF(x, m_visible.top(), StripWidth, m_visible.height()));
+    const int strips = static_cast<int>(std::ceil(m_visible.width() / StripWidth));
+    for (int i = 0; i < strips; ++i)
+        strokeStrip(line, QRectF(m_visible.left() + i * StripWidth, m_visible.top(),
+                                 StripWidth, m_visible.height()));
     m_painter.setClipping(false);
     QPainterPath path(line.first());
     for (qsizetype i = 1; i < line.size(); ++i)

@@ -33,7 +33,7 @@ bool SceneryDelegate::curvedFlight(TextureImage *texture)
         // The roll goes in as it is: on a curved flight it is not turned from degrees
         // into radians.
         sweep->activeTransformation->SetView(
-            C4Vector(camera.x, camera.y, camera.z, 1.0), camera.heading, camera.pitch,
+            C4Vector{camera.x, camera.y, camera.z, 1.0}, camera.heading, camera.pitch,
             smoothed(data->BrennA, data->BrennE) * QualityFactor,
             smoothed(data->VerkantenA, data->VerkantenE));
         sweep->renderElevation->setZScale(

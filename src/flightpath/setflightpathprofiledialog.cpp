@@ -73,7 +73,7 @@ void SetFlightPathProfileDialog::setScrollRanges()
 {
     const qint64 mostX = qint64(profileWidth) + profileLeft - 1 + verticalBarWidth +
                          marginX - (width() - 1);
-    const qint64 mostY = qint64(zMax) + 3 * marginY - 1 - zMin - (height() - 1);
+    const qint64 mostY = qint64(zMax) + 3 * qint64(marginY) - 1 - zMin - (height() - 1);
     ui->horizontalScrollBar->setRange(-marginX, saturated(mostX));
     ui->verticalScrollBar->setRange(marginY, saturated(mostY));
 }

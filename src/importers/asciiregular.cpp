@@ -46,8 +46,10 @@ bool convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options,
         const double v = ((line.y - b.minY) * height) / ((b.maxY - b.minY) + 1);
         if (!(0 <= v && v <= height))
             continue;
-        image.setElevation(static_cast<int>(u + 0.5),
-                           static_cast<int>(((height - v) - 1) + 0.5),
+        // Truncated toward zero, which keeps the half row above the image in row 0.
+        const double column = u + 0.5;
+        const double row = ((height - v) - 1) + 0.5;
+        image.setElevation(static_cast<int>(column), static_cast<int>(row),
                            line.z * options.zScale);
         stored = true; // also where u = width put it beside the image
     }

@@ -63,7 +63,7 @@ bool ConverterDialog::allFilesNamed() const
 QString ConverterDialog::browseToOpen(QLineEdit *field, const QString &filter,
                                       const QString &caption)
 {
-    const QString name = askToOpen(filter, caption);
+    QString name = askToOpen(filter, caption);
     if (!name.isEmpty()) {
         takeFile(field, name);
         validateOKButton();
@@ -74,7 +74,7 @@ QString ConverterDialog::browseToOpen(QLineEdit *field, const QString &filter,
 QString ConverterDialog::browseToSave(QLineEdit *field, const QString &filter,
                                       const QString &caption)
 {
-    const QString name = askToSave(filter, caption);
+    QString name = askToSave(filter, caption);
     if (!name.isEmpty()) {
         takeFile(field, name);
         validateOKButton();

@@ -77,6 +77,9 @@ void nextColumn(int &column)
 
 } // namespace
 
+// By value, as UseSubfield hands its copy over.
+// NOLINTBEGIN(performance-unnecessary-value-param): the type of the hook
+
 int UseSubfieldToDetermineFileNames(sc_Subfield subfield)
 {
     std::string text;
@@ -174,3 +177,5 @@ int UseSubfieldToReadElevations(sc_Subfield subfield)
     }
     return 0;
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
