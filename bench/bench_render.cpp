@@ -237,7 +237,7 @@ void fillTriangle(benchmark::State &state)
         const auto &s = source.shape.screen;
         trigon.Rechnen(s[0], s[1], s[2], 1);
         if (state.range(1) != 0)
-            trigon.resolve(source);
+            trigon.resolve(source, {0, target.height() - 1});
     }
 }
 BENCHMARK(fillTriangle)

@@ -73,6 +73,12 @@ void FrameWriter::finish()
     waitUntil([this] { return m_jobs.empty(); });
 }
 
+int FrameWriter::busy() const
+{
+    return static_cast<int>(std::count_if(m_jobs.begin(), m_jobs.end(),
+                                          [](const auto &job) { return !job->done; }));
+}
+
 bool FrameWriter::sharesAName(const QStringList &names) const
 {
     return std::any_of(m_jobs.begin(), m_jobs.end(), [&names](const auto &job) {

@@ -34,6 +34,8 @@ public:
     void write(int frame, const QImage &picture, bool halve, const QStringList &names);
     /// Waits until all frames are written.
     void finish();
+    /// Frames that are being written now.
+    [[nodiscard]] int busy() const;
 
 private:
     struct Job {

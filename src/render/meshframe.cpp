@@ -5,6 +5,7 @@
 #include "render/workerpool.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cmath>
 
@@ -21,15 +22,34 @@ constexpr std::chrono::milliseconds LongTime(15);
 constexpr std::size_t RowsAtATime = 512;
 // Bytes of mesh rows that are kept before their pixels get their colours.
 constexpr std::size_t MostKeptBytes = std::size_t(24) << 20;
+// Seconds of colouring after which it is not put off any longer.
+constexpr double LongColouring = 0.025;
+// What the colour of a pixel takes on one thread, before it was measured.
+constexpr double FirstSecondsAPixel = 1e-7;
+constexpr int ColourPiecesAThread = 8;
+constexpr int LeastRowsAPiece = 16;
 
 } // namespace
 
-MeshFrame::MeshFrame(const FrameSetup &setup, WorkerPool &workers)
-    : m_setup(setup), m_workers(workers), m_cellsAtATime(FirstCellsAtATime)
+MeshFrame::MeshFrame(WorkerPool &workers)
+    : m_pool(workers), m_workers(workers.size()), m_lists(workers.size()),
+      m_cellsAtATime(FirstCellsAtATime),
+      m_secondsAPixel(FirstSecondsAPixel / workers.size())
 {
-    for (int worker = 0; worker < workers.size(); ++worker)
-        m_trigons.emplace_back(setup.target, setup.texture, setup.light, setup.camera,
-                               setup.quality, RowShare{worker, workers.size()});
+}
+
+void MeshFrame::begin(const FrameSetup &setup)
+{
+    m_setup = setup;
+    for (Worker &worker : m_workers) {
+        worker.trigon.emplace(setup.target, setup.texture, setup.light, setup.camera,
+                              setup.quality);
+        worker.builder.reset();
+    }
+    m_pending.clear();
+    m_rows.clear();
+    m_keptBytes = 0;
+    m_mostNumbers = 0;
     m_stride = 2 * static_cast<unsigned int>(std::max(setup.mostCells, 1));
     // A little less than the limit, for the rounding of the exact test.
     const double farthest = FarthestRange * setup.dustRange * (1 - 1e-9);
@@ -39,7 +59,8 @@ MeshFrame::MeshFrame(const FrameSetup &setup, WorkerPool &workers)
 void MeshFrame::beginWalk(MeshColumns columns)
 {
     drawPending();
-    m_builders.clear();
+    for (Worker &worker : m_workers)
+        worker.builder.reset();
     m_columns = std::make_shared<const MeshColumns>(std::move(columns));
 }
 
@@ -59,20 +80,23 @@ void MeshFrame::resolve()
     colourNumbers();
 }
 
-void MeshFrame::colourNumbers()
-{
-    if (m_rows.empty())
-        return;
-    m_workers.run([this](int worker) { m_trigons[worker].resolve(*this); });
-    m_rows.clear();
-    m_keptBytes = 0;
-}
-
 void MeshFrame::drawPending()
 {
     if (m_pending.empty())
         return;
-    // One stride for all rows whose numbers are in the target.
+    makeRoomForNumbers();
+    const std::size_t first = m_rows.size();
+    m_rows.resize(first + m_pending.size());
+    drawRows(first);
+    const std::size_t pointRows = m_columns->agree ? 1 : 2; // shared, or one each
+    m_keptBytes += m_pending.size() * pointRows * PointRow::bytes(m_columns->cells + 1);
+    m_pending.clear();
+    colourWhatTakesLong();
+}
+
+// One stride for all rows whose numbers are in the target.
+void MeshFrame::makeRoomForNumbers()
+{
     const unsigned int wanted = 2 * static_cast<unsigned int>(m_columns->cells);
     const std::size_t rows = m_rows.size() + m_pending.size();
     if (wanted > m_stride || m_keptBytes > MostKeptBytes ||
@@ -80,22 +104,18 @@ void MeshFrame::drawPending()
         colourNumbers();
         m_stride = std::max(m_stride, wanted);
     }
-    const std::size_t first = m_rows.size();
-    m_rows.resize(first + m_pending.size());
-    drawRows(first);
-    const std::size_t pointRows = m_columns->agree ? 1 : 2; // shared, or one each
-    m_keptBytes += m_pending.size() * pointRows * PointRow::bytes(m_columns->cells + 1);
-    m_pending.clear();
 }
 
 void MeshFrame::drawRows(std::size_t firstRow)
 {
     const auto start = std::chrono::steady_clock::now();
-    m_builders.resize(m_workers.size());
-    m_workers.run([&](int worker) { computeRows(worker, firstRow); });
-    m_workers.run([&](int worker) { paintRows(m_trigons[worker], firstRow); });
-    for (std::size_t r = firstRow; r < m_rows.size(); ++r)
-        m_rows[r].drawable = {};
+    const int pieces = freeThreads();
+    m_pool.runPieces(pieces, [&](int worker, int piece) {
+        computeRows(m_workers[worker], piece, pieces, firstRow);
+    });
+    m_pool.runPieces(pieces, [&](int worker, int piece) {
+        paintShare(*m_workers[worker].trigon, {piece, pieces});
+    });
     const auto taken = std::chrono::steady_clock::now() - start;
     if (taken > LongTime)
         m_cellsAtATime = std::max<std::size_t>(m_cellsAtATime / 2, 1);
@@ -103,59 +123,122 @@ void MeshFrame::drawRows(std::size_t firstRow)
         m_cellsAtATime = std::min(m_cellsAtATime * 2, MostCellsAtATime);
 }
 
-// Each thread computes some rows that follow each other, since they share points.
-void MeshFrame::computeRows(int worker, std::size_t firstRow)
+// Rows that follow each other share points, so a piece is made of those.
+void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t firstRow)
 {
-    const std::size_t count = m_pending.size();
-    const auto threads = static_cast<std::size_t>(m_workers.size());
-    const auto from = count * static_cast<std::size_t>(worker) / threads;
-    const auto to = count * (static_cast<std::size_t>(worker) + 1) / threads;
+    PaintLists &lists = m_lists[piece];
+    lists.begin(m_setup.target->width(), m_setup.target->height(), pieces);
+    const auto rowsBefore = [&](int k) {
+        return m_pending.size() * std::size_t(k) / std::size_t(pieces);
+    };
+    const std::size_t from = rowsBefore(piece);
+    const std::size_t to = rowsBefore(piece + 1);
     if (from == to)
         return;
-    auto &builder = m_builders[worker];
-    if (!builder)
-        builder = std::make_unique<MeshRowBuilder>(m_columns, *m_setup.elevation,
-                                                   *m_setup.camera, m_setup.stepY);
-    for (std::size_t k = from; k < to; ++k)
-        m_rows[firstRow + k] = builder->build(m_pending[k]);
-}
-
-void MeshFrame::paintRows(ScreenTrigon &trigon, std::size_t firstRow) const
-{
-    for (std::size_t r = firstRow; r < m_rows.size(); ++r) {
-        const MeshRow &row = m_rows[r];
-        const auto number = static_cast<unsigned int>(r) * m_stride;
-        const int cells = row.columns->cells;
-        for (int k = 0; k < cells; ++k) {
-            const int cell = row.columns->westward ? cells - 1 - k : k;
-            if (row.drawable[cell])
-                paintCell(trigon, row, cell,
-                          number + 2 * static_cast<unsigned int>(cell));
-        }
+    if (!worker.builder)
+        worker.builder.emplace(m_columns, *m_setup.elevation, *m_setup.camera,
+                               m_setup.stepY, worker.store);
+    for (std::size_t k = from; k < to; ++k) {
+        const std::size_t r = firstRow + k;
+        m_rows[r] = worker.builder->build(m_pending[k]);
+        listRow(m_rows[r], worker.builder->drawable(),
+                static_cast<unsigned int>(r) * m_stride, lists);
     }
 }
 
-void MeshFrame::paintCell(ScreenTrigon &trigon, const MeshRow &row, int cell,
-                          unsigned int number) const
+// Lists the triangles of a row, which has the numbers that begin with this one.
+void MeshFrame::listRow(const MeshRow &row, const std::vector<std::uint8_t> &drawable,
+                        unsigned int number, PaintLists &lists) const
 {
     const PointRow &south = *row.south;
     const PointRow &north = *row.north;
-    if (isLostInDust(row.columns->inner[cell + 1], south.y, south.z[cell]))
-        return;
     const auto corner = [](const PointRow &points, int k) {
         return ScreenCorner{points.column[k], points.row[k]};
     };
-    const ScreenCorner southWest = corner(south, cell);
-    const ScreenCorner northEast = corner(north, cell + 1);
-    const int first = row.columns->northWestFirst ? 0 : 1;
-    for (int k = 0; k < 2; ++k) {
-        if (k != first) {
-            if (row.drawable[cell] & MeshRow::SouthEast)
-                trigon.Rechnen(southWest, northEast, corner(south, cell + 1), number + 1);
-        } else if (row.drawable[cell] & MeshRow::NorthWest) {
-            trigon.Rechnen(southWest, corner(north, cell), northEast, number);
-        }
+    const auto list = [&](int cell, CellTriangle triangle) {
+        const unsigned int first = number + 2 * static_cast<unsigned int>(cell);
+        if (!(drawable[cell] & triangle))
+            return;
+        if (triangle == NorthWest)
+            lists.add(corner(south, cell), corner(north, cell), corner(north, cell + 1),
+                      first);
+        else
+            lists.add(corner(south, cell), corner(north, cell + 1),
+                      corner(south, cell + 1), first + 1);
+    };
+    const bool northWestFirst = row.columns->northWestFirst;
+    const int cells = row.columns->cells;
+    for (int k = 0; k < cells; ++k) {
+        const int cell = row.columns->westward ? cells - 1 - k : k;
+        if (!drawable[cell] ||
+            isLostInDust(row.columns->inner[cell + 1], south.y, south.z[cell]))
+            continue;
+        list(cell, northWestFirst ? NorthWest : SouthEast);
+        list(cell, northWestFirst ? SouthEast : NorthWest);
     }
+}
+
+void MeshFrame::paintShare(ScreenTrigon &trigon, RowShare share) const
+{
+    trigon.setShare(share);
+    for (int piece = 0; piece < share.count; ++piece)
+        for (const auto &[x, row, number] : m_lists[piece].of(share.index))
+            trigon.Rechnen({x[0], row[0]}, {x[1], row[1]}, {x[2], row[2]}, number);
+}
+
+// Two threads on one core would hold up all others at the end of each piece of work.
+int MeshFrame::freeThreads() const
+{
+    const int taken = m_setup.coresTaken ? m_setup.coresTaken() : 0;
+    return std::max(m_pool.size() - taken, 1);
+}
+
+void MeshFrame::overThePicture(const std::function<void(ScreenTrigon &, RowRange)> &work)
+{
+    const int height = m_setup.target->height();
+    const int pieces = m_pool.size() == 1 ? 1 : ColourPiecesAThread * m_pool.size();
+    const int rows = std::max(height / pieces + 1, LeastRowsAPiece);
+    m_pool.runPieces(height / rows + 1, [&](int worker, int piece) {
+        const int first = piece * rows;
+        work(*m_workers[worker].trigon, {first, std::min(first + rows, height) - 1});
+    });
+}
+
+void MeshFrame::colourNumbers()
+{
+    if (m_rows.empty())
+        return;
+    overThePicture(
+        [this](ScreenTrigon &trigon, RowRange rows) { trigon.resolve(*this, rows); });
+    m_rows.clear();
+    m_keptBytes = 0;
+    m_mostNumbers = 0;
+}
+
+// Colours the picture if that has come to take long: somebody who stops the frame waits
+// for it. What is painted over later was then coloured for nothing, so the pixels are
+// counted before it is believed that they are many.
+void MeshFrame::colourWhatTakesLong()
+{
+    for (Worker &worker : m_workers)
+        m_mostNumbers += worker.trigon->takePainted();
+    const auto takesLong = [this] {
+        return static_cast<double>(m_mostNumbers) * m_secondsAPixel > LongColouring;
+    };
+    if (!takesLong())
+        return;
+    std::atomic<qint64> numbers = 0;
+    overThePicture([&numbers](const ScreenTrigon &trigon, RowRange rows) {
+        numbers += trigon.countNumbers(rows);
+    });
+    m_mostNumbers = numbers;
+    if (!takesLong())
+        return;
+    const auto start = std::chrono::steady_clock::now();
+    const auto coloured = static_cast<double>(m_mostNumbers);
+    colourNumbers();
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    m_secondsAPixel = std::clamp(taken.count() / coloured, 1e-9, 1e-6);
 }
 
 double MeshFrame::distance(double x, double y, double z) const

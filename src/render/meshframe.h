@@ -1,8 +1,15 @@
 #pragma once
 
 #include "render/meshrow.h"
+#include "render/paintlists.h"
+#include "render/pointrowstore.h"
 #include "render/screentrigon.h"
 
+#include <QtGlobal>
+
+#include <deque>
+#include <functional>
+#include <optional>
 #include <vector>
 
 class ElevationImage;
@@ -22,18 +29,23 @@ struct FrameSetup {
     double stepY = 1.0;
     int mostCells = 1; // of a row; more are allowed but cost
     int quality = 0;
+    std::function<int()> coresTaken; // by other work of this program; may be empty
 };
 
 /// Draws the rows of the mesh of one frame, on all threads of a pool.
 ///
-/// Rows are collected and drawn some at a time: first their points and normals are
-/// computed, each thread some of the rows; then they are painted, each thread in its
-/// own strips of the picture and all of them in the order of the rows. A pixel has its
-/// colour only after resolve().
+/// Rows are collected and drawn some at a time, in pieces that the threads take as they
+/// become free: first pieces of the rows, whose points, normals and triangles are
+/// computed; then shares of the picture, in which the numbers of the triangles are
+/// painted, in each of them in the order of the rows. Pixels get their colours when
+/// resolve() asks for it, and now and then before, so that resolve() never has much to
+/// do.
 class MeshFrame : private TriangleSource {
 public:
-    MeshFrame(const FrameSetup &setup, WorkerPool &workers);
+    explicit MeshFrame(WorkerPool &workers);
 
+    /// Begins a frame. Its memory stays for the next one.
+    void begin(const FrameSetup &setup);
     /// Begins a walk; the rows that follow have these columns.
     void beginWalk(MeshColumns columns);
     /// Adds the cells whose lower left corners are at y.
@@ -42,26 +54,39 @@ public:
     void resolve();
 
 private:
+    // What one thread works with.
+    struct Worker {
+        std::optional<ScreenTrigon> trigon;
+        PointRowStore store;
+        std::optional<MeshRowBuilder> builder; // of the walk in hand
+    };
+
     [[nodiscard]] Triangle triangle(unsigned int number) const override;
     void drawPending();
+    void makeRoomForNumbers();
     void drawRows(std::size_t firstRow);
-    void computeRows(int worker, std::size_t firstRow);
-    void paintRows(ScreenTrigon &trigon, std::size_t firstRow) const;
-    void paintCell(ScreenTrigon &trigon, const MeshRow &row, int cell,
-                   unsigned int number) const;
+    void computeRows(Worker &worker, int piece, int pieces, std::size_t firstRow);
+    void listRow(const MeshRow &row, const std::vector<std::uint8_t> &drawable,
+                 unsigned int number, PaintLists &lists) const;
+    void paintShare(ScreenTrigon &trigon, RowShare share) const;
+    [[nodiscard]] int freeThreads() const;
     void colourNumbers();
+    void colourWhatTakesLong();
+    void overThePicture(const std::function<void(ScreenTrigon &, RowRange)> &work);
     [[nodiscard]] bool isLostInDust(double x, double y, double z) const;
     [[nodiscard]] double distance(double x, double y, double z) const;
 
     FrameSetup m_setup;
-    WorkerPool &m_workers;
-    std::vector<ScreenTrigon> m_trigons;                     // one a thread
-    std::vector<std::unique_ptr<MeshRowBuilder>> m_builders; // one a thread
-    std::shared_ptr<const MeshColumns> m_columns;            // of the walk in hand
-    std::vector<double> m_pending; // y of rows that were not drawn yet
-    std::vector<MeshRow> m_rows;   // whose numbers may stand in the target
-    unsigned int m_stride = 0;     // numbers a row
+    WorkerPool &m_pool;
+    std::deque<Worker> m_workers;
+    std::vector<PaintLists> m_lists; // of each piece of the rows that are drawn
+    std::shared_ptr<const MeshColumns> m_columns; // of the walk in hand
+    std::vector<double> m_pending;                // y of rows that were not drawn yet
+    std::vector<MeshRow> m_rows;                  // whose numbers may be in the target
+    unsigned int m_stride = 0;                    // numbers a row
     std::size_t m_keptBytes = 0;
-    std::size_t m_cellsAtATime; // as many as take some milliseconds
-    double m_surelyNear;        // squared distance below which no cell is lost in dust
+    std::size_t m_cellsAtATime = 0; // as many as take some milliseconds
+    qint64 m_mostNumbers = 0;       // pixels of the target hold no more than these
+    double m_secondsAPixel = 0.0;   // that colours take, about
+    double m_surelyNear = 0.0; // squared distance below which no cell is lost in dust
 };

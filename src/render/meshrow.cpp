@@ -2,6 +2,7 @@
 
 #include "raster/elevationimage.h"
 #include "render/meshloops.h"
+#include "render/pointrowstore.h"
 #include "render/transformation.h"
 
 #include <algorithm>
@@ -42,15 +43,19 @@ MeshColumns MeshColumns::westwardFrom(double from, double step, int cells)
     return c;
 }
 
-PointRow::PointRow(int points)
-    : z(points), nx(points), ny(points), nz(points), column(points), row(points)
+void PointRow::resize(int points)
 {
+    for (std::vector<double> *values : {&z, &nx, &ny, &nz})
+        values->resize(points);
+    column.resize(points);
+    row.resize(points);
 }
 
 MeshRowBuilder::MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
                                const ElevationImage &elevation,
-                               const Transformation &camera, double stepY)
-    : m_columns(std::move(columns)), m_camera(camera), m_stepY(stepY),
+                               const Transformation &camera, double stepY,
+                               PointRowStore &store)
+    : m_columns(std::move(columns)), m_camera(camera), m_stepY(stepY), m_store(store),
       m_innerColumns(elevation, m_columns->inner),
       m_outerColumns(elevation, m_columns->outer)
 {
@@ -64,6 +69,7 @@ MeshRowBuilder::MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
     }
     for (Heights &heights : m_heights)
         heights.z.resize(m_columns->inner.size());
+    m_drawable.resize(m_columns->cells);
 }
 
 const double *MeshRowBuilder::xOf(const Heights &heights) const
@@ -128,7 +134,7 @@ MeshRowBuilder::points(const Heights &south, const Heights &centre, const Height
                 return had;
     }
     const int count = m_columns->cells + 1;
-    auto row = std::make_shared<PointRow>(count);
+    auto row = m_store.take(count);
     row->y = centre.y;
     row->ySouth = south.y;
     row->yNorth = north.y;
@@ -160,11 +166,10 @@ void MeshRowBuilder::project(PointRow &row) const
                 row.row.data());
 }
 
-void MeshRowBuilder::testTriangles(MeshRow &row) const
+void MeshRowBuilder::testTriangles(const MeshRow &row)
 {
     const int cells = m_columns->cells;
-    row.drawable.resize(cells);
-    std::uint8_t *const drawable = row.drawable.data();
+    std::uint8_t *const drawable = m_drawable.data();
     rowFacing({m_columns->inner.data() + 1, row.south->z.data(), row.north->z.data(),
                row.south->y, row.north->y, m_centroidX[0].data(), m_centroidX[1].data(),
                m_camera.Beobachter()},
@@ -177,8 +182,7 @@ void MeshRowBuilder::testTriangles(MeshRow &row) const
         const bool shared = (s[k] != Off) & (n[k + 1] != Off);
         const bool northWest = shared & (n[k] != Off);
         const bool southEast = shared & (s[k + 1] != Off);
-        const int kept =
-            (northWest ? MeshRow::NorthWest : 0) | (southEast ? MeshRow::SouthEast : 0);
+        const int kept = (northWest ? NorthWest : 0) | (southEast ? SouthEast : 0);
         drawable[k] = static_cast<std::uint8_t>(drawable[k] & kept);
     }
 }

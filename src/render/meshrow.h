@@ -10,6 +10,7 @@
 #include <vector>
 
 class ElevationImage;
+class PointRowStore;
 class Transformation;
 
 /// Where the mesh points of a walk stand in x, from west to east.
@@ -36,7 +37,8 @@ struct PointRow {
     /// Screen column of a point that cannot be drawn.
     static constexpr std::int16_t OffScreen = std::numeric_limits<std::int16_t>::min();
 
-    explicit PointRow(int points);
+    explicit PointRow(int points) { resize(points); }
+    void resize(int points);
 
     double y = 0.0;
     double ySouth = 0.0, yNorth = 0.0; // of the neighbours that made the normals
@@ -54,22 +56,26 @@ struct PointRow {
 
 /// The cells of one row of the mesh, between two rows of points.
 struct MeshRow {
-    enum Triangle : std::uint8_t { NorthWest = 1, SouthEast = 2 };
-
     std::shared_ptr<const MeshColumns> columns;
     std::shared_ptr<const PointRow> south, north;
-    std::vector<std::uint8_t> drawable; // per cell, the triangles seen from above
 };
+
+/// The triangles of a cell.
+enum CellTriangle : std::uint8_t { NorthWest = 1, SouthEast = 2 };
 
 /// Computes the mesh rows of a walk one after the other. What a row shares with the
 /// row before is taken over where it is the same to the bit.
 class MeshRowBuilder {
 public:
+    /// Takes its rows of points from the store, which it borrows.
     MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
                    const ElevationImage &elevation, const Transformation &camera,
-                   double stepY);
+                   double stepY, PointRowStore &store);
 
     [[nodiscard]] MeshRow build(double y);
+    /// Of the row built last: for each cell the triangles that are seen from above and
+    /// have all corners on the screen, as bits of CellTriangle.
+    [[nodiscard]] const std::vector<std::uint8_t> &drawable() const { return m_drawable; }
 
 private:
     // Elevations of all points at one y.
@@ -85,14 +91,16 @@ private:
     void computeNormals(PointRow &row, const Heights &south, const Heights &centre,
                         const Heights &north) const;
     void project(PointRow &row) const;
-    void testTriangles(MeshRow &row) const;
+    void testTriangles(const MeshRow &row);
     [[nodiscard]] const double *xOf(const Heights &heights) const;
 
     std::shared_ptr<const MeshColumns> m_columns;
     const Transformation &m_camera;
     double m_stepY;
+    PointRowStore &m_store;
     ElevationColumns m_innerColumns, m_outerColumns;
     std::array<Heights, 4> m_heights; // south of the row, its two rows, north of it
     std::array<std::shared_ptr<const PointRow>, 2> m_points; // of the row before
     std::vector<double> m_centroidX[2]; // of both triangles, from the observer
+    std::vector<std::uint8_t> m_drawable;
 };

@@ -67,6 +67,7 @@ bool SceneryDelegate::run(ImageMdiChild *target)
     sweep->renderTarget = nullptr;
     sweep->renderElevation = nullptr;
     sweep->activeTransformation = nullptr;
+    sweep->endOfRun();
     if (activeView)
         activeView->setMayBeClosed(true);
     activeView = nullptr;
@@ -114,9 +115,11 @@ bool SceneryDelegate::renderFlight()
         FramesWrittenAtATime,
         [this](int frame, const QStringList &failed) { emit frameSaved(frame, failed); },
         [] { QCoreApplication::processEvents(); });
+    sweep->coresTaken = [this] { return frameWriter->busy(); };
     const bool done =
         data->isStraight ? straightFlight(&texture) : curvedFlight(&texture);
     frameWriter->finish(); // whole frames are kept, also of a run that was stopped
+    sweep->coresTaken = nullptr;
     frameWriter.reset();
     return done;
 }

@@ -60,11 +60,10 @@ struct ScreenTrigon::Shading {
 };
 
 ScreenTrigon::ScreenTrigon(TextureImage *target, const TextureImage *texture,
-                           C4Vector light, const Transformation *camera, int quality,
-                           RowShare share)
+                           C4Vector light, const Transformation *camera, int quality)
     : xMax(target->width() - 1), yMax(target->height() - 1), Licht(normalized(light)),
       Helligkeit(std::abs(Licht.x * 0 + Licht.y * 0 + Licht.z + 0 * Licht.w)),
-      Trafo(camera), Qualitaet(quality), m_share(share), m_rows(target->bits()),
+      Trafo(camera), Qualitaet(quality), m_rows(target->bits()),
       m_bytesPerLine(target->bytesPerLine())
 {
     if (texture)
@@ -79,8 +78,9 @@ unsigned int *ScreenTrigon::pixels(int row) const
 // The lower part in the picture: from the lowest corner up to the middle one's row.
 // Rows outside the picture are passed over, but the edges still advance step by step: a
 // product would round differently.
-template <typename FillRow>
-void ScreenTrigon::fillUpward(const ScreenCorner (&s)[3], const FillRow &fillRow) const
+template <typename Rows, typename FillRow>
+void ScreenTrigon::fillUpward(const ScreenCorner (&s)[3], Rows rows,
+                              const FillRow &fillRow) const
 {
     const int first = std::max(s[1].row, 0);
     const bool oneRow = s[2].row == s[1].row;
@@ -88,14 +88,15 @@ void ScreenTrigon::fillUpward(const ScreenCorner (&s)[3], const FillRow &fillRow
                          : Edges(s[2].x, double(s[1].x - s[2].x) / (s[2].row - s[1].row),
                                  double(s[0].x - s[2].x) / (s[2].row - s[0].row));
     for (int row = s[2].row; row >= first; --row, edges.step())
-        if (row <= yMax && m_share.owns(row))
+        if (row <= yMax && rows.owns(row))
             fillRow(row, edges);
 }
 
 // The upper part: from the highest corner down to the same row, which is thus filled
 // twice.
-template <typename FillRow>
-void ScreenTrigon::fillDownward(const ScreenCorner (&s)[3], const FillRow &fillRow) const
+template <typename Rows, typename FillRow>
+void ScreenTrigon::fillDownward(const ScreenCorner (&s)[3], Rows rows,
+                                const FillRow &fillRow) const
 {
     const int last = std::min(s[1].row, yMax);
     const bool oneRow = s[0].row == s[1].row;
@@ -103,7 +104,7 @@ void ScreenTrigon::fillDownward(const ScreenCorner (&s)[3], const FillRow &fillR
                          : Edges(s[0].x, double(s[0].x - s[1].x) / (s[0].row - s[1].row),
                                  double(s[0].x - s[2].x) / (s[0].row - s[2].row));
     for (int row = s[0].row; row <= last; ++row, edges.step())
-        if (row >= 0 && m_share.owns(row))
+        if (row >= 0 && rows.owns(row))
             fillRow(row, edges);
 }
 
@@ -112,38 +113,45 @@ void ScreenTrigon::Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c,
 {
     ScreenCorner s[3] = {a, b, c};
     sortByRow(s, [](int, int) {});
-    // The ends of a row can lie a rounding beyond the corners, never a column.
-    if (s[0].row > yMax || s[2].row < 0 || std::min({a.x, b.x, c.x}) > xMax + 1 ||
-        std::max({a.x, b.x, c.x}) < -1)
-        return;
-    if (!m_share.touches(std::max(s[0].row, 0), std::min(s[2].row, yMax)))
-        return;
     const auto paintRow = [this, number](int row, const Edges &edges) {
         unsigned int *const p = pixels(row);
+        const int first = edges.first();
         const int last = edges.last(xMax);
-        for (int x = edges.first(); x <= last; ++x)
+        for (int x = first; x <= last; ++x)
             p[x] = number;
+        m_painted += std::max(last - first + 1, 0);
     };
-    fillUpward(s, paintRow);
-    fillDownward(s, paintRow);
+    fillUpward(s, m_share, paintRow);
+    fillDownward(s, m_share, paintRow);
 }
 
-void ScreenTrigon::resolve(const TriangleSource &source)
+void ScreenTrigon::resolve(const TriangleSource &source, RowRange rows)
 {
-    for (int row = 0; row <= yMax; ++row) {
-        if (!m_share.owns(row))
-            continue;
+    for (int row = rows.first; row <= rows.last; ++row) {
         const unsigned int *const p = pixels(row);
         for (int x = 0; x <= xMax; ++x) {
             if (p[x] >= NumberLimit)
                 continue;
             Triangle triangle = source.triangle(p[x]);
-            shade(triangle, p[x]);
+            shade(triangle, p[x], rows);
         }
     }
 }
 
-void ScreenTrigon::shade(Triangle &t, unsigned int number)
+std::int64_t ScreenTrigon::countNumbers(RowRange rows) const
+{
+    std::int64_t count = 0;
+    for (int row = rows.first; row <= rows.last; ++row) {
+        const unsigned int *const p = pixels(row);
+        int inRow = 0;
+        for (int x = 0; x <= xMax; ++x)
+            inRow += p[x] < NumberLimit ? 1 : 0;
+        count += inRow;
+    }
+    return count;
+}
+
+void ScreenTrigon::shade(Triangle &t, unsigned int number, RowRange rows)
 {
     sortByRow(t.screen, [&t](int i, int k) {
         std::swap(t.vertices[i], t.vertices[k]);
@@ -185,8 +193,8 @@ void ScreenTrigon::shade(Triangle &t, unsigned int number)
     const auto shadeOne = [&](int row, const Edges &edges) {
         shadeRow(row, edges, shading, number);
     };
-    fillDownward(t.screen, shadeOne);
-    fillUpward(t.screen, shadeOne);
+    fillDownward(t.screen, rows, shadeOne);
+    fillUpward(t.screen, rows, shadeOne);
 }
 
 void ScreenTrigon::shadeRow(int row, const Edges &edges, const Shading &shading,

@@ -2,8 +2,11 @@
 
 #include "raster/texturesampler.h"
 #include "raster/vectors.h"
+#include "render/rowshare.h"
 
+#include <cstdint>
 #include <optional>
+#include <utility>
 
 class TextureImage;
 class Transformation;
@@ -28,26 +31,6 @@ public:
     [[nodiscard]] virtual Triangle triangle(unsigned int number) const = 0;
 };
 
-/// The rows of a picture that one of several threads fills: strips of some rows, dealt
-/// out to the threads in turn.
-struct RowShare {
-    int index = 0;
-    int count = 1;
-
-    [[nodiscard]] bool owns(int row) const
-    {
-        return count == 1 || (row >> StripBits) % count == index;
-    }
-    /// False if none of the rows from first to last, both 0 or more, is owned.
-    [[nodiscard]] bool touches(int first, int last) const
-    {
-        const int strip = first >> StripBits;
-        return strip != last >> StripBits || count == 1 || strip % count == index;
-    }
-
-    static constexpr int StripBits = 4;
-};
-
 /// Fills the triangles of one frame.
 ///
 /// There is no depth buffer: triangles come far ones first, and the last one painted
@@ -66,22 +49,31 @@ public:
     static constexpr unsigned int NumberLimit = 0xFF000000u;
 
     ScreenTrigon(TextureImage *target, const TextureImage *texture, C4Vector light,
-                 const Transformation *camera, int quality, RowShare share = {});
+                 const Transformation *camera, int quality);
+
+    /// The rows that are painted; all of them at first.
+    void setShare(RowShare share) { m_share = share; }
 
     /// Paints the number of a triangle on its pixels.
     void Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
-    /// Gives every pixel that holds a number its colour.
-    void resolve(const TriangleSource &source);
+    /// Gives every pixel of some rows that holds a number its colour. The rows need not
+    /// be of the share.
+    void resolve(const TriangleSource &source, RowRange rows);
+    /// How many pixels of some rows hold a number.
+    [[nodiscard]] std::int64_t countNumbers(RowRange rows) const;
+    /// How many pixels were painted since this was asked, each as often as it was.
+    [[nodiscard]] std::int64_t takePainted() { return std::exchange(m_painted, 0); }
 
 private:
     struct Edges;
     struct Shading;
 
-    template <typename FillRow>
-    void fillUpward(const ScreenCorner (&s)[3], const FillRow &fillRow) const;
-    template <typename FillRow>
-    void fillDownward(const ScreenCorner (&s)[3], const FillRow &fillRow) const;
-    void shade(Triangle &triangle, unsigned int number);
+    template <typename Rows, typename FillRow>
+    void fillUpward(const ScreenCorner (&s)[3], Rows rows, const FillRow &fillRow) const;
+    template <typename Rows, typename FillRow>
+    void fillDownward(const ScreenCorner (&s)[3], Rows rows,
+                      const FillRow &fillRow) const;
+    void shade(Triangle &triangle, unsigned int number, RowRange rows);
     void shadeRow(int row, const Edges &edges, const Shading &shading,
                   unsigned int number);
     [[nodiscard]] unsigned int colourOf(int x, int row, const C4Vector &normal,
@@ -95,6 +87,7 @@ private:
     std::optional<TextureSampler> m_texture; // source of colour; white without
     int Qualitaet;                           // 0 low, 1 high, 2 extra high
     RowShare m_share;
+    std::int64_t m_painted = 0;
     unsigned char *m_rows; // of the target
     long long m_bytesPerLine;
 };

@@ -51,15 +51,19 @@ void TerrainSweep::Scan(TextureImage *texture, bool useBackground,
         ScanBoundary23();
         ScanBoundary30();
         m_frame->resolve();
-        m_frame.reset();
+        m_drawing = false;
     }
 }
 
 void TerrainSweep::beginFrame(const TextureImage *texture, int quality)
 {
     const int wanted = threadsOrAll(threads);
-    if (!m_workers || m_workers->size() != wanted)
+    if (!m_workers || m_threadsWanted != wanted) {
+        m_frame.reset();
         m_workers = std::make_unique<WorkerPool>(wanted);
+        m_frame = std::make_unique<MeshFrame>(*m_workers);
+        m_threadsWanted = wanted;
+    }
     FrameSetup setup;
     setup.target = renderTarget;
     setup.texture = texture;
@@ -70,15 +74,23 @@ void TerrainSweep::beginFrame(const TextureImage *texture, int quality)
     setup.dustRange = dustRange;
     setup.stepY = stepY;
     setup.quality = quality;
+    setup.coresTaken = coresTaken;
     const double most = terrainX / stepX + 2;
     setup.mostCells = most < 65536.0 ? static_cast<int>(most) : 65536;
-    m_frame = std::make_unique<MeshFrame>(setup, *m_workers);
+    m_frame->begin(setup);
+    m_drawing = true;
 }
 
 void TerrainSweep::showable()
 {
-    if (m_frame)
+    if (m_drawing)
         m_frame->resolve();
+}
+
+void TerrainSweep::endOfRun()
+{
+    m_frame.reset();
+    m_workers.reset();
 }
 
 void TerrainSweep::paintBackground(bool useBackground, unsigned int background)

@@ -45,6 +45,8 @@ public:
     double terrainY = 0.0;
     RowStarts rowStarts;
     int threads = 0; // that draw a frame; 0 stands for all cores
+    /// How many cores other work of this program takes at the moment; may be empty.
+    std::function<int()> coresTaken;
 
     /// Renders one frame. Camera, z scale and dust range are set beforehand.
     void Scan(TextureImage *texture, bool useBackground, unsigned int background,
@@ -53,6 +55,9 @@ public:
     /// Brings the target to what is drawn so far. To be called before it is looked at
     /// while Scan() runs.
     void showable();
+
+    /// Gives back the threads and the memory that one frame leaves to the next.
+    void endOfRun();
 
     // Steps of Scan.
 
@@ -95,5 +100,7 @@ private:
     void walkOneRow(MeshColumns columns, First first, double y);
 
     std::unique_ptr<WorkerPool> m_workers;
-    std::unique_ptr<MeshFrame> m_frame; // lives inside Scan
+    std::unique_ptr<MeshFrame> m_frame;
+    int m_threadsWanted = 0;
+    bool m_drawing = false; // within Scan
 };

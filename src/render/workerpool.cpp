@@ -1,5 +1,6 @@
 #include "render/workerpool.h"
 
+#include <atomic>
 #include <system_error>
 
 WorkerPool::WorkerPool(int threads)
@@ -37,6 +38,17 @@ void WorkerPool::run(const std::function<void(int)> &work)
     work(0);
     std::unique_lock lock(m_mutex);
     m_end.wait(lock, [this] { return m_running == 0; });
+}
+
+void WorkerPool::runPieces(int pieces, const std::function<void(int, int)> &work)
+{
+    if (pieces == 1)
+        return work(0, 0);
+    std::atomic<int> next = 0;
+    run([&](int worker) {
+        for (int piece = next++; piece < pieces; piece = next++)
+            work(worker, piece);
+    });
 }
 
 void WorkerPool::serve(int worker)

@@ -19,6 +19,10 @@ public:
     /// Calls work(0) to work(size() - 1), each on a thread of its own, and returns when
     /// all have ended.
     void run(const std::function<void(int worker)> &work);
+    /// Calls work(worker, 0) to work(worker, pieces - 1), each once. The threads take the
+    /// pieces in turn as they become free, so that one whose core is wanted elsewhere
+    /// holds up nobody.
+    void runPieces(int pieces, const std::function<void(int worker, int piece)> &work);
 
 private:
     void serve(int worker);

@@ -85,6 +85,21 @@ private slots:
         QCOMPARE(loadImageFile(name).pixel(50, 25), qRgb(9, 8, 7));
     }
 
+    void tellsHowManyFramesAreBeingWritten()
+    {
+        const QTemporaryDir folder;
+        FrameWriter writer(
+            2, [](int, const QStringList &) {}, [] {});
+        QCOMPARE(writer.busy(), 0);
+        // Larger than what is done before the next line is reached.
+        writer.write(0, picture(qRgb(1, 2, 3), 2000, 2000), false,
+                     {folder.filePath(QStringLiteral("a.png")),
+                      folder.filePath(QStringLiteral("a.tga"))});
+        QCOMPARE(writer.busy(), 1);
+        writer.finish();
+        QCOMPARE(writer.busy(), 0);
+    }
+
     void filesThatCannotBeWrittenAreNamed()
     {
         const QTemporaryDir folder;

@@ -151,6 +151,57 @@ private slots:
         QVERIFY(run.frame() == judge.frame());
     }
 
+    // More pixels than wait for the end: colours come in between here too, whether the
+    // frame ends or is stopped.
+    void pictureOfManyPixels()
+    {
+        TestScene scene;
+        scene.width = 900;
+        scene.height = 700;
+        scene.focal = 800.0;
+        scene.quality = 1;
+        scene.position = {32.3, 2.0, 25.0, 1.0};
+        for (const int rows : {40, 1000}) {
+            int left = rows;
+            const auto untilThen = [&] { return left-- > 0; };
+            PlainRun judge(scene);
+            judge.sweep.rowStarts = untilThen;
+            const QImage expected = judge.frame();
+            for (const int threads : {1, 3}) {
+                left = rows;
+                FastRun run(scene);
+                run.sweep.threads = threads;
+                run.sweep.rowStarts = untilThen;
+                QVERIFY(run.frame() == expected);
+            }
+        }
+    }
+
+    // While files are written, a frame is drawn on fewer threads.
+    void coresThatOthersTake()
+    {
+        const TestScene scene;
+        PlainRun judge(scene);
+        FastRun run(scene);
+        run.sweep.threads = 3;
+        int asked = 0;
+        run.sweep.coresTaken = [&] { return asked++ % 6; };
+        QVERIFY(run.frame() == judge.frame());
+        QVERIFY(asked > 0);
+    }
+
+    void aRunMayEndBetweenFrames()
+    {
+        const TestScene scene;
+        FastRun run(scene);
+        run.sweep.threads = 2;
+        const QImage first = run.frame();
+        run.sweep.endOfRun();
+        run.sweep.showable(); // nothing is left to show
+        run.sweep.threads = 3;
+        QVERIFY(run.frame() == first);
+    }
+
     void texturesOfOtherFormats()
     {
         for (const QImage::Format format :

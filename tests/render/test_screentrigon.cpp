@@ -54,7 +54,7 @@ struct Fixture {
     {
         const auto &s = source.shape.screen;
         trigon->Rechnen(s[0], s[1], s[2], 5);
-        trigon->resolve(source);
+        trigon->resolve(source, {0, Size - 1});
     }
     void draw(ScreenCorner a, ScreenCorner b, ScreenCorner c)
     {
@@ -276,9 +276,15 @@ private slots:
         parts.place({1, 0}, {14, 9}, {3, 15});
         for (int index = 0; index < 3; ++index) {
             ScreenTrigon trigon(&parts.target, &parts.texture, {0.0, 0.0, -1.0, 0.0},
-                                &parts.camera, 0, {index, 3});
+                                &parts.camera, 0);
+            trigon.setShare({index, 3});
             trigon.Rechnen({1, 0}, {14, 9}, {3, 15}, 5);
-            trigon.resolve(parts.source);
+        }
+        // Pieces that are not those of the shares.
+        for (const RowRange rows : {RowRange{0, 4}, {5, 5}, {6, Size - 1}}) {
+            ScreenTrigon trigon(&parts.target, &parts.texture, {0.0, 0.0, -1.0, 0.0},
+                                &parts.camera, 0);
+            trigon.resolve(parts.source, rows);
         }
         QVERIFY(QImage(parts.target) == QImage(whole.target));
     }

@@ -1,0 +1,30 @@
+#include "render/paintlists.h"
+
+#include <algorithm>
+
+void PaintLists::begin(int width, int height, int shares)
+{
+    xMax = width - 1;
+    yMax = height - 1;
+    m_shares = shares;
+    if (m_lists.size() < static_cast<std::size_t>(shares))
+        m_lists.resize(shares);
+    for (auto &list : m_lists)
+        list.clear();
+}
+
+void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number)
+{
+    const auto [top, bottom] = std::minmax({a.row, b.row, c.row});
+    const auto [left, right] = std::minmax({a.x, b.x, c.x});
+    // The ends of a row can lie a rounding beyond the corners, never a column.
+    if (top > yMax || bottom < 0 || left > xMax + 1 || right < -1)
+        return;
+    const auto low = [](int v) { return static_cast<std::int16_t>(v); };
+    const Entry entry = {
+        {low(a.x), low(b.x), low(c.x)}, {low(a.row), low(b.row), low(c.row)}, number};
+    const int first = RowShare::stripOf(std::max(top, 0));
+    const int last = RowShare::stripOf(std::min(bottom, yMax));
+    for (int strip = first; strip <= last && strip < first + m_shares; ++strip)
+        m_lists[m_shares == 1 ? 0 : strip % m_shares].push_back(entry);
+}

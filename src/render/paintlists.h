@@ -1,0 +1,30 @@
+#pragma once
+
+#include "render/screentrigon.h"
+
+#include <cstdint>
+#include <vector>
+
+/// Triangles that wait to be painted, dealt out to the threads that paint them.
+///
+/// There is a list for each RowShare of the picture. A triangle stands in those whose
+/// rows it may touch, and in none if it lies outside the picture. Each list keeps the
+/// order in which the triangles came.
+class PaintLists {
+public:
+    struct Entry {
+        std::int16_t x[3], row[3]; // of the corners
+        std::uint32_t number;
+    };
+
+    /// Empties the lists for a picture of this size, to be painted in so many shares.
+    void begin(int width, int height, int shares);
+    /// Corners are within Transformation::ScreenLimit.
+    void add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
+    [[nodiscard]] const std::vector<Entry> &of(int share) const { return m_lists[share]; }
+
+private:
+    int xMax = -1, yMax = -1; // last column and row of the picture
+    int m_shares = 0;
+    std::vector<std::vector<Entry>> m_lists; // at least as many as shares
+};
