@@ -37,7 +37,7 @@ public:
     void setDelimiter(char delimiter)
     {
         m_format = variable;
-        m_lengthOrDelimiter = delimiter;
+        m_lengthOrDelimiter = static_cast<unsigned char>(delimiter);
     }
     void setConverter(const sio_8211Converter *converter) { m_converter = converter; }
 

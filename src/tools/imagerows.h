@@ -34,8 +34,9 @@ template <class Edit> void editRows(QImage &image, Edit &&edit)
     std::vector<QRgb> buffer(static_cast<size_t>(width));
     for (int y = 0; y < image.height(); ++y) {
         uchar *const row = image.scanLine(y);
-        for (int x = 0; x < width; ++x)
-            buffer[x] = qRgb(row[x * 3], row[x * 3 + 1], row[x * 3 + 2]);
+        const uchar *pixel = row;
+        for (int x = 0; x < width; ++x, pixel += 3)
+            buffer[x] = qRgb(pixel[0], pixel[1], pixel[2]);
         edit(buffer.data());
         storeRgb888(buffer.data(), width, row);
     }
