@@ -55,32 +55,20 @@ public:
     {
     }
 
-    [[nodiscard]] bool number(const QCommandLineOption &option, int highest,
-                              std::optional<int> &value) const
+    template <typename Number>
+    [[nodiscard]] bool number(const QCommandLineOption &option, int lowest, int highest,
+                              Number &value) const
     {
         if (!m_parser.isSet(option))
             return true;
         bool ok = false;
         const int n = m_parser.value(option).toInt(&ok);
-        if (!ok || n < 0 || n > highest)
-            return wrong(QStringLiteral("--%1 takes a whole number from 0 to %2.")
+        if (!ok || n < lowest || n > highest)
+            return wrong(QStringLiteral("--%1 takes a whole number from %2 to %3.")
                              .arg(option.names().constFirst())
+                             .arg(lowest)
                              .arg(highest));
         value = n;
-        return true;
-    }
-
-    [[nodiscard]] bool threads(const QCommandLineOption &option) const
-    {
-        if (!m_parser.isSet(option))
-            return true;
-        bool ok = false;
-        const int n = m_parser.value(option).toInt(&ok);
-        if (!ok || n < 1 || n > MaxThreads)
-            return wrong(QStringLiteral("--%1 takes a whole number from 1 to %2.")
-                             .arg(option.names().constFirst())
-                             .arg(MaxThreads));
-        m_options.threads = n;
         return true;
     }
 
@@ -170,10 +158,11 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
     if (parser.isSet(known.output))
         options.output = parser.value(known.output);
     const Reader read(parser, options, text);
-    const bool good = read.number(known.from, MaxFrame, options.from) &&
-                      read.number(known.to, MaxFrame, options.to) &&
-                      read.number(known.quality, MaxQuality, options.quality) &&
+    const bool good = read.number(known.from, 0, MaxFrame, options.from) &&
+                      read.number(known.to, 0, MaxFrame, options.to) &&
+                      read.number(known.quality, 0, MaxQuality, options.quality) &&
                       read.formats(known.format) && read.size(known.size) &&
-                      read.threads(known.threads) && read.scenery();
+                      read.number(known.threads, 1, MaxThreads, options.threads) &&
+                      read.scenery();
     return good ? CommandLineResult::Run : CommandLineResult::Wrong;
 }
