@@ -22,6 +22,14 @@ bool clipboardHasPixmap()
     return clipboard && !clipboard->pixmap().isNull();
 }
 
+// Lets entries of the menus call slots of the receiver.
+template <class Receiver> auto connectorTo(Receiver *receiver)
+{
+    return [receiver](QAction *action, void (Receiver::*slot)()) {
+        QObject::connect(action, &QAction::triggered, receiver, slot);
+    };
+}
+
 } // namespace
 
 MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
@@ -65,9 +73,7 @@ MainWindow::~MainWindow()
 
 void MainWindow::connectDocumentActions()
 {
-    const auto on = [this](QAction *action, void (MainWindow::*slot)()) {
-        connect(action, &QAction::triggered, this, slot);
-    };
+    const auto on = connectorTo(this);
     on(ui->action_New, &MainWindow::newFile);
     on(ui->action_Open, &MainWindow::open);
     on(ui->action_Save, &MainWindow::save);
@@ -84,9 +90,7 @@ void MainWindow::connectDocumentActions()
 
 void MainWindow::connectViewAndRunActions()
 {
-    const auto on = [this](QAction *action, void (MainWindow::*slot)()) {
-        connect(action, &QAction::triggered, this, slot);
-    };
+    const auto on = connectorTo(this);
     on(ui->action_CopyFirstLast, &MainWindow::copyFirstLast);
     on(ui->action_CopyLastFirst, &MainWindow::copyLastFirst);
     on(ui->action_Preview, &MainWindow::renderPreview);
@@ -96,9 +100,7 @@ void MainWindow::connectViewAndRunActions()
 
 void MainWindow::connectWindowActions()
 {
-    const auto on = [this](QAction *action, void (QMdiArea::*slot)()) {
-        connect(action, &QAction::triggered, mdiArea, slot);
-    };
+    const auto on = connectorTo(mdiArea);
     on(ui->action_Close, &QMdiArea::closeActiveSubWindow);
     on(ui->action_CloseAll, &QMdiArea::closeAllSubWindows);
     on(ui->action_Tile, &QMdiArea::tileSubWindows);
