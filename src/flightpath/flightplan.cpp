@@ -3,6 +3,7 @@
 #include "flightpath/pathcurve.h"
 #include "flightpath/saturate.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -30,7 +31,8 @@ Waypoint between(const Waypoint &left, const Waypoint &right)
             (left.a + right.a) * 0.5, (left.p + right.p) * 0.5};
 }
 
-int listedWaypoints(int level) { return (2 << level) * 3; }
+// All but the last waypoint of a level, which the next repaint adds.
+int listedWaypoints(int level) { return waypointCount(level) - 1; }
 
 void unwrap(QList<Waypoint> &waypoints, double Waypoint::*angle)
 {

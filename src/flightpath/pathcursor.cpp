@@ -7,12 +7,13 @@
 
 #include <cmath>
 
-QBitmap loadCursorBitmap(QWidget *parent, const QString &title, const QString &name)
+QBitmap loadCursorBitmap(QWidget *parent, const QString &dialog, const QString &file)
 {
+    const QString name = QStringLiteral(":/%1/%2").arg(dialog, file);
     const QPixmap picture(name);
     if (!picture.isNull())
         return QBitmap::fromPixmap(picture);
-    QMessageBox::warning(parent, title,
+    QMessageBox::warning(parent, dialog,
                          QCoreApplication::translate("SetFlightPathDialog",
                                                      "Could not load resource \"%1\".")
                              .arg(name));

@@ -8,9 +8,10 @@
 
 class QWidget;
 
-/// Reads a bitmap of a cursor; if it is missing, warns the user under the title.
-[[nodiscard]] QBitmap loadCursorBitmap(QWidget *parent, const QString &title,
-                                       const QString &name);
+/// Reads a bitmap of a cursor from the resources of a dialog; if it is missing, warns
+/// the user under the dialog's name.
+[[nodiscard]] QBitmap loadCursorBitmap(QWidget *parent, const QString &dialog,
+                                       const QString &file);
 
 /// A cursor of two bitmaps, or the arrow where one is missing.
 [[nodiscard]] QCursor bitmapCursor(const QBitmap &bitmap, const QBitmap &mask,

@@ -11,6 +11,7 @@ namespace {
 constexpr int ControlPointSide = 23;
 constexpr int WaypointSide = 13;
 constexpr int NumberSide = 40;
+constexpr int HandleIconSide = 6;
 // Farther than any picture reaches. The rasterizer walks all rows that a line crosses.
 constexpr double FarOut = 1 << 16;
 
@@ -128,6 +129,15 @@ void PathPainter::strokeStrip(const QList<QPointF> &line, const QRectF &strip)
         return;
     m_painter.setClipRect(strip);
     stroke(path, Qt::white, 3);
+}
+
+void PathPainter::drawHandles(const QPainterPath &lines, Qt::GlobalColor colour,
+                              const QList<QPoint> &ends, const QString &icon)
+{
+    strokeTwice(lines, colour);
+    for (const QPoint &end : ends)
+        drawIcon(icon, HandleIconSide, end.x() - HandleIconSide / 2,
+                 end.y() - HandleIconSide / 2);
 }
 
 void PathPainter::selectControlPointNumbers()

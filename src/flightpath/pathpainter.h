@@ -12,6 +12,9 @@
 
 class QPainterPath;
 
+/// Where the line of a handle begins, from the middle of its waypoint.
+constexpr double HandleStart = 6.0;
+
 /// The small pictures of the editors, scaled once for each size and resolution.
 class PathIcons {
 public:
@@ -41,6 +44,9 @@ public:
     /// rasterizer takes as long for each edge as there are others in its row.
     void strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour);
     void stroke(const QPainterPath &path, Qt::GlobalColor colour, int width);
+    /// The lines of the waypoints' handles, each ending in a small picture.
+    void drawHandles(const QPainterPath &lines, Qt::GlobalColor colour,
+                     const QList<QPoint> &ends, const QString &icon);
 
     /// Pen and font for the numbers of control points.
     void selectControlPointNumbers();

@@ -4,13 +4,13 @@
 #include "flightpath/pathcursor.h"
 #include "flightpath/pathcurve.h"
 #include "flightpath/setflightpathprofiledialog.h"
+#include "flightpath/waypointlevel.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
 #include "shell/label.h"
 
 #include <QMessageBox>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QSettings>
 
 #include "ui_setflightpathdialog.h"
@@ -105,8 +105,6 @@ void SetFlightPathDialog::makeImageWidget()
     setMouseTracking(true);
     scrollArea->setMouseTracking(true);
     scrollArea->viewport()->setMouseTracking(true);
-    // Around a small texture the dialog itself shows.
-    scrollArea->viewport()->setAutoFillBackground(false);
     imageWidget->setMouseTracking(true);
     imageWidget->installEventFilter(this);
 }
@@ -134,8 +132,7 @@ void SetFlightPathDialog::loadCursors()
 {
     const auto load = [this](const char *file) {
         return loadCursorBitmap(this, QStringLiteral("SetFlightPathDialog"),
-                                QStringLiteral(":/SetFlightPathDialog/") +
-                                    QLatin1String(file));
+                                QLatin1String(file));
     };
     plusBitmap = load("controlPointCursorPlusBitmap.png");
     plusMask = load("controlPointCursorPlusMask.png");

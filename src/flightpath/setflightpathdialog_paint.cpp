@@ -10,14 +10,6 @@
 
 #include <cmath>
 
-namespace {
-
-constexpr int HandleIconSide = 6;
-// Where the line of a direction begins, from the middle of the waypoint.
-constexpr double HandleStart = 6.0;
-
-} // namespace
-
 void SetFlightPathDialog::paintEventSlot(QPaintEvent *event)
 {
     QPainter painter(imageWidget);
@@ -90,8 +82,6 @@ void SetFlightPathDialog::paintDirections(PathPainter &paint) const
         lines.lineTo(end);
         ends.append(end.toPoint());
     }
-    paint.strokeTwice(lines, Qt::blue);
-    for (const QPoint &end : std::as_const(ends))
-        paint.drawIcon(QStringLiteral(":/SetFlightPathDialog/viewingDirectionCircle.png"),
-                       HandleIconSide, end.x() - 3, end.y() - 3);
+    paint.drawHandles(lines, Qt::blue, ends,
+                      QStringLiteral(":/SetFlightPathDialog/viewingDirectionCircle.png"));
 }

@@ -52,8 +52,7 @@ void SetFlightPathProfileDialog::loadCursor()
 {
     const auto load = [this](const char *file) {
         return loadCursorBitmap(this, QStringLiteral("SetFlightPathProfileDialog"),
-                                QStringLiteral(":/SetFlightPathProfileDialog/") +
-                                    QLatin1String(file));
+                                QLatin1String(file));
     };
     pitchBitmap = load("waypointPitchCursorBitmap.png");
     pitchMask = load("waypointPitchCursorMask.png");

@@ -9,14 +9,6 @@
 
 #include <cmath>
 
-namespace {
-
-constexpr int HandleIconSide = 6;
-// Where the line of a pitch begins, from the middle of the waypoint.
-constexpr double HandleStart = 6.0;
-
-} // namespace
-
 std::vector<TerrainPoint> SetFlightPathProfileDialog::terrain() const
 {
     return terrainUnder(*controlPoints, [this](double x, double y) {
@@ -108,11 +100,9 @@ void SetFlightPathProfileDialog::paintDirections(PathPainter &paint) const
         lines.lineTo(end);
         ends.append(end.toPoint());
     }
-    paint.strokeTwice(lines, Qt::magenta);
-    for (const QPoint &end : std::as_const(ends))
-        paint.drawIcon(
-            QStringLiteral(":/SetFlightPathProfileDialog/viewingDirectionCircle.png"),
-            HandleIconSide, end.x() - 3, end.y() - 3);
+    paint.drawHandles(
+        lines, Qt::magenta, ends,
+        QStringLiteral(":/SetFlightPathProfileDialog/viewingDirectionCircle.png"));
 }
 
 void SetFlightPathProfileDialog::paintControlPointNumbers(PathPainter &paint) const
