@@ -8,7 +8,6 @@
 #include <QList>
 #include <QPoint>
 
-#include <limits>
 #include <vector>
 
 // What the profile editor does to a path: the station runs along the control polygon

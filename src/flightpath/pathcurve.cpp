@@ -2,6 +2,7 @@
 
 #include "flightpath/nurbs.h"
 #include "flightpath/saturate.h"
+#include "flightpath/waypointlevel.h"
 
 #include <algorithm>
 

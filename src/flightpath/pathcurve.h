@@ -1,7 +1,7 @@
 #pragma once
 
 #include "flightpath/controlpoint.h"
-#include "flightpath/waypointlevel.h"
+#include "flightpath/waypoint.h"
 
 #include <QList>
 #include <QPoint>

@@ -12,7 +12,6 @@
 #include <QPixmap>
 
 #include <memory>
-#include <optional>
 
 class ElevationImage;
 class Label;

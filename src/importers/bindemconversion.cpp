@@ -6,7 +6,6 @@
 
 #include <QIODevice>
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 

@@ -6,7 +6,6 @@
 #include <QIODevice>
 #include <QRegularExpression>
 #include <QStringList>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cstdio>

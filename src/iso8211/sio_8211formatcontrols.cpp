@@ -3,8 +3,6 @@
 #include "iso8211/sio_utils.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <string>
 
 namespace {
 

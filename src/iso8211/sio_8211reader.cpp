@@ -1,7 +1,6 @@
 #include "iso8211/sio_8211reader.h"
 
 #include "iso8211/sio_8211ddrfield.h"
-#include "iso8211/sio_utils.h"
 
 #include <algorithm>
 #include <istream>

@@ -2,12 +2,10 @@
 
 #include "flightpath/controlpoint.h"
 #include "flightpath/waypoint.h"
-#include "raster/vectors.h"
 
 #include <QFile>
 #include <QList>
 #include <QPointer>
-#include <QRgb>
 #include <QStringList>
 
 #include <functional>

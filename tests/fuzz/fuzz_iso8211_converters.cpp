@@ -1,7 +1,6 @@
 #include "iso8211/sc_subfield.h"
 #include "iso8211/sio_8211converter.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <vector>

@@ -1,7 +1,6 @@
 #include "importers/bindemconversion.h"
 #include "raster/elevationimage.h"
 
-#include <QBuffer>
 #include <QTemporaryFile>
 #include <QTest>
 #include <QtEndian>

@@ -3,7 +3,6 @@
 #include "support/modalanswer.h"
 
 #include <QDir>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
