@@ -48,6 +48,7 @@ void MeshFrame::begin(const FrameSetup &setup)
     }
     m_pending.clear();
     m_rows.clear();
+    m_store.reclaim();
     m_keptBytes = 0;
     m_mostNumbers = 0;
     m_stride = 2 * static_cast<unsigned int>(std::max(setup.mostCells, 1));
@@ -137,7 +138,7 @@ void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t f
         return;
     if (!worker.builder)
         worker.builder.emplace(m_columns, *m_setup.elevation, *m_setup.camera,
-                               m_setup.stepY, worker.store);
+                               m_setup.stepY, m_store);
     for (std::size_t k = from; k < to; ++k) {
         const std::size_t r = firstRow + k;
         m_rows[r] = worker.builder->build(m_pending[k]);
@@ -211,6 +212,7 @@ void MeshFrame::colourNumbers()
     overThePicture(
         [this](ScreenTrigon &trigon, RowRange rows) { trigon.resolve(*this, rows); });
     m_rows.clear();
+    m_store.reclaim();
     m_keptBytes = 0;
     m_mostNumbers = 0;
 }

@@ -57,7 +57,6 @@ private:
     // What one thread works with.
     struct Worker {
         std::optional<ScreenTrigon> trigon;
-        PointRowStore store;
         std::optional<MeshRowBuilder> builder; // of the walk in hand
     };
 
@@ -78,6 +77,7 @@ private:
 
     FrameSetup m_setup;
     WorkerPool &m_pool;
+    PointRowStore m_store;
     std::deque<Worker> m_workers;
     std::vector<PaintLists> m_lists; // of each piece of the rows that are drawn
     std::shared_ptr<const MeshColumns> m_columns; // of the walk in hand
