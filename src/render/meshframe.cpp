@@ -265,22 +265,23 @@ Triangle MeshFrame::triangle(unsigned int number) const
     const MeshRow &row = m_rows[number / m_stride];
     const unsigned int inRow = number % m_stride;
     const auto cell = static_cast<int>(inRow / 2);
+    const bool northWest = inRow % 2 == 0;
     const double *const x = row.columns->inner.data() + 1;
-    Triangle triangle;
-    const auto set = [&](int k, const PointRow &points, int column) {
-        triangle.screen[k] = {points.column[column], points.row[column]};
-        triangle.vertices[k] = {x[column], points.y, points.z[column], 1.0};
-        triangle.normals[k] = points.normal(column);
+    const PointRow &south = *row.south;
+    const PointRow &north = *row.north;
+    // The corners: south-west, then clockwise.
+    const PointRow &last = northWest ? north : south;
+    const int second = northWest ? cell : cell + 1;
+    const int third = cell + 1;
+    const auto screen = [](const PointRow &points, int k) {
+        return ScreenCorner{points.column[k], points.row[k]};
     };
-    set(0, *row.south, cell);
-    if (inRow % 2 == 0) {
-        set(1, *row.north, cell);
-        set(2, *row.north, cell + 1);
-    } else {
-        set(1, *row.north, cell + 1);
-        set(2, *row.south, cell + 1);
-    }
+    const auto vertex = [x](const PointRow &points, int k) {
+        return C4Vector{x[k], points.y, points.z[k], 1.0};
+    };
     // The same dust for both triangles of a cell.
-    triangle.fog = 1 - std::exp(-distance(x[cell], row.south->y, row.south->z[cell]));
-    return triangle;
+    return {{screen(south, cell), screen(north, second), screen(last, third)},
+            {vertex(south, cell), vertex(north, second), vertex(last, third)},
+            {south.normal(cell), north.normal(second), last.normal(third)},
+            1 - std::exp(-distance(x[cell], south.y, south.z[cell]))};
 }

@@ -49,14 +49,41 @@ struct ScreenTrigon::Edges {
     double leftStep = 0.0, rightStep = 0.0;
 };
 
+// A number that changes evenly over the screen.
+struct ScreenTrigon::Ramp {
+    // The one that has these values at the corners; their mean if they lie on a line.
+    Ramp(const ScreenCorner (&screen)[3], double m0, double m1, double m2)
+    {
+        const double x0 = screen[0].x, y0 = screen[0].row;
+        const double x1 = screen[1].x, y1 = screen[1].row;
+        const double x2 = screen[2].x, y2 = screen[2].row;
+        const double D = x1 * y2 + x2 * y0 + x0 * y1 - x2 * y1 - x0 * y2 - x1 * y0;
+        if (D == 0.0) {
+            acrossX = 0.0;
+            acrossY = 0.0;
+            origin = (m0 + m1 + m2) / 3;
+            return;
+        }
+        acrossX = (y0 * m2 + y2 * m1 + y1 * m0 - y1 * m2 - y2 * m0 - y0 * m1) / D;
+        acrossY = (x0 * m1 + x1 * m2 + x2 * m0 - x2 * m1 - x0 * m2 - x1 * m0) / D;
+        origin = (x0 * y1 * m2 + x2 * y0 * m1 + x1 * y2 * m0 - x2 * y1 * m0 -
+                  x0 * y2 * m1 - x1 * y0 * m2) /
+                 D;
+    }
+    [[nodiscard]] double at(int x, int row) const
+    {
+        return acrossX * x + acrossY * row + origin;
+    }
+
+    double acrossX, acrossY, origin;
+};
+
 // What is the same for all pixels of one triangle.
 struct ScreenTrigon::Shading {
-    bool constant = false; // the corners lie on a line: one normal for all pixels
-    C4Vector acrossX, acrossY, origin; // normal = acrossX * x + acrossY * y + origin
-    C4Vector mean;                     // the normal when constant
-    double keep = 1.0;                 // weight of the colour
-    int dust = 0;                      // grey added to it
-    EbenenMatrix plane{};
+    Ramp normalX, normalY, normalZ;
+    double keep; // weight of the colour
+    int dust;    // grey added to it
+    EbenenMatrix plane;
 };
 
 ScreenTrigon::ScreenTrigon(TextureImage *target, const TextureImage *texture,
@@ -157,36 +184,14 @@ void ScreenTrigon::shade(Triangle &t, unsigned int number, RowRange rows)
         std::swap(t.vertices[i], t.vertices[k]);
         std::swap(t.normals[i], t.normals[k]);
     });
-    const double x0 = t.screen[0].x, y0 = t.screen[0].row;
-    const double x1 = t.screen[1].x, y1 = t.screen[1].row;
-    const double x2 = t.screen[2].x, y2 = t.screen[2].row;
-    const C4Vector &n0 = t.normals[0], &n1 = t.normals[1], &n2 = t.normals[2];
-
-    const double D = x1 * y2 + x2 * y0 + x0 * y1 - x2 * y1 - x0 * y2 - x1 * y0;
-    Shading shading;
-    shading.constant = D == 0.0;
-    if (shading.constant) {
-        shading.mean = {(n0.x + n1.x + n2.x) / 3, (n0.y + n1.y + n2.y) / 3,
-                        (n0.z + n1.z + n2.z) / 3, (n0.w + n1.w + n2.w) / 3};
-    } else {
-        const auto interpolate = [&](double C4Vector::*part) {
-            const double m0 = n0.*part, m1 = n1.*part, m2 = n2.*part;
-            shading.acrossX.*part =
-                (y0 * m2 + y2 * m1 + y1 * m0 - y1 * m2 - y2 * m0 - y0 * m1) / D;
-            shading.acrossY.*part =
-                (x0 * m1 + x1 * m2 + x2 * m0 - x2 * m1 - x0 * m2 - x1 * m0) / D;
-            shading.origin.*part = (x0 * y1 * m2 + x2 * y0 * m1 + x1 * y2 * m0 -
-                                    x2 * y1 * m0 - x0 * y2 * m1 - x1 * y0 * m2) /
-                                   D;
-        };
-        interpolate(&C4Vector::x);
-        interpolate(&C4Vector::y);
-        interpolate(&C4Vector::z);
-    }
-    shading.keep = 1 - t.fog;
-    shading.dust = truncated(Helligkeit * 255.0 * t.fog);
-    shading.plane =
-        Trafo->SetzeDreiecksEckpunkte(t.vertices[0], t.vertices[1], t.vertices[2]);
+    const auto &[n0, n1, n2] = t.normals;
+    const Shading shading = {
+        Ramp(t.screen, n0.x, n1.x, n2.x),
+        Ramp(t.screen, n0.y, n1.y, n2.y),
+        Ramp(t.screen, n0.z, n1.z, n2.z),
+        1 - t.fog,
+        truncated(Helligkeit * 255.0 * t.fog),
+        Trafo->SetzeDreiecksEckpunkte(t.vertices[0], t.vertices[1], t.vertices[2])};
 
     // The part that was painted last comes first: a pixel that has its colour no
     // longer holds the number.
@@ -202,23 +207,15 @@ void ScreenTrigon::shadeRow(int row, const Edges &edges, const Shading &shading,
 {
     const int first = edges.first();
     const int last = edges.last(xMax);
-    const C4Vector &gx = shading.acrossX;
-    const C4Vector &gy = shading.acrossY;
-    C4Vector normal = shading.mean;
-    if (!shading.constant) {
-        normal = {gx.x * first + gy.x * row + shading.origin.x,
-                  gx.y * first + gy.y * row + shading.origin.y,
-                  gx.z * first + gy.z * row + shading.origin.z, 1.0};
-    }
+    C4Vector normal = {shading.normalX.at(first, row), shading.normalY.at(first, row),
+                       shading.normalZ.at(first, row), 1.0};
     unsigned int *const p = pixels(row);
     for (int x = first; x <= last; ++x) {
         if (p[x] == number)
             p[x] = colourOf(x, row, normal, shading);
-        if (!shading.constant) {
-            normal.x += gx.x;
-            normal.y += gx.y;
-            normal.z += gx.z;
-        }
+        normal.x += shading.normalX.acrossX;
+        normal.y += shading.normalY.acrossX;
+        normal.z += shading.normalZ.acrossX;
     }
 }
 

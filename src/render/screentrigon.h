@@ -66,6 +66,7 @@ public:
 
 private:
     struct Edges;
+    struct Ramp;
     struct Shading;
 
     template <typename Rows, typename FillRow>
