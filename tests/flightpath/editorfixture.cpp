@@ -20,7 +20,7 @@ EditorFixture::EditorFixture()
 
 QString EditorFixture::texture(int width, int height)
 {
-    const QString name = m_folder.filePath("texture.png");
+    QString name = m_folder.filePath("texture.png");
     QImage image(width, height, QImage::Format_RGB32);
     image.fill(QColor(100, 140, 90));
     image.save(name);
@@ -29,7 +29,7 @@ QString EditorFixture::texture(int width, int height)
 
 QString EditorFixture::elevation(int width, int height)
 {
-    const QString name = m_folder.filePath("elevation.png");
+    QString name = m_folder.filePath("elevation.png");
     ElevationImage image(width, height, QImage::Format_RGB32);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)

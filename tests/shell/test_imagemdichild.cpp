@@ -2,209 +2,27 @@
 
 #include "raster/imagefile.h"
 #include "shell/appsettings.h"
-#include "shell/workspacewindow.h"
+#include "shell/imageviewfixture.h"
 #include "support/modalanswer.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
-#include <QLabel>
-#include <QMainWindow>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QTemporaryDir>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QTest>
 
 #include <sys/resource.h>
 
 int qInitResources_Zephrant();
 
-namespace {
-
-/// A main window that shows one view.
-class Workspace : public QMainWindow, public WorkspaceWindow {
-public:
-    Workspace() { fit->setCheckable(true); }
-    [[nodiscard]] MdiChild *activeMdiChild() const override { return active; }
-    void showMessage(const QString &text, int) override { message = text; }
-    [[nodiscard]] QAction *getAction_FitToWindow() const override { return fit; }
-
-    MdiChild *active = nullptr;
-    QString message;
-    QAction *fit = new QAction(this);
-};
-
-} // namespace
-
-class TestImageMdiChild : public QObject {
+class TestImageMdiChild : public QObject, private ImageViewFixture {
     Q_OBJECT
 
 private slots:
     void initTestCase() { qInitResources_Zephrant(); }
 
-    void init()
-    {
-        AppSettings().clear();
-        QApplication::clipboard()->clear();
-        m_workspace = std::make_unique<Workspace>();
-        m_view = new ImageMdiChild(m_workspace.get());
-        m_view->setWindowFlags(Qt::Widget);
-        m_workspace->setCentralWidget(m_view);
-        m_workspace->active = m_view;
-        m_workspace->resize(500, 400);
-        m_workspace->show();
-        m_workspace->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_workspace.get()));
-    }
-    void cleanup() { m_workspace.reset(); }
-
-    void zoomStepsAreAQuarter()
-    {
-        QVERIFY(m_view->loadFile(picture(200, 150)));
-        QCOMPARE(m_workspace->message, QString("100%"));
-        m_view->slotZoomIn();
-        QCOMPARE(m_workspace->message, QString("125%"));
-        QCOMPARE(label()->size(), QSize(250, 188));
-        m_view->slotZoomIn();
-        QCOMPARE(m_workspace->message, QString("156%"));
-        m_view->slotZoomOut();
-        QCOMPARE(m_workspace->message, QString("125%"));
-        QCOMPARE(label()->size(), QSize(250, 188));
-        m_view->slotNormalSize();
-        QCOMPARE(label()->size(), QSize(200, 150));
-    }
-
-    void zoomWithoutAPictureDoesNothing()
-    {
-        m_view->slotZoomIn();
-        QCOMPARE(m_workspace->message, QString());
-    }
-
-    void zoomHasNoLimitsAndDoesNoHarm()
-    {
-        QVERIFY(m_view->loadFile(picture(200, 150)));
-        for (int i = 0; i < 4000; ++i)
-            m_view->slotZoomIn();
-        QCOMPARE(label()->size(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
-        QTest::qWait(20); // paints
-        moveMouse({5, 5});
-        for (int i = 0; i < 8000; ++i)
-            m_view->slotZoomOut();
-        QTest::qWait(20);
-        moveMouse({6, 6});
-        m_view->slotNormalSize();
-        QCOMPARE(label()->size(), QSize(200, 150));
-    }
-
-    void enlargedPictureShowsTheRightPart()
-    {
-        // Left half red, right half blue, enlarged beyond what a copy is kept for.
-        QImage image(100, 100, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        for (int y = 0; y < 100; ++y)
-            std::fill_n(reinterpret_cast<QRgb *>(image.scanLine(y)) + 50, 50,
-                        0xFF0000FFu);
-        m_view->setPixmap(&image, true);
-        while (label()->width() < 8000)
-            m_view->slotZoomIn();
-        auto *const bar = scrollArea()->horizontalScrollBar();
-        const int y = label()->height() / 2;
-        const int width = label()->width();
-        bar->setValue(0);
-        QCOMPARE(label()->grab(QRect(10, y, 4, 4)).toImage().pixel(1, 1), 0xFFFF0000u);
-        QCOMPARE(label()->grab(QRect(width - 14, y, 4, 4)).toImage().pixel(1, 1),
-                 0xFF0000FFu);
-        const QImage middle = label()->grab(QRect(width / 2 - 100, y, 200, 4)).toImage();
-        QCOMPARE(middle.pixel(1, 1), 0xFFFF0000u);
-        QCOMPARE(middle.pixel(198, 1), 0xFF0000FFu);
-    }
-
-    void zoomKeepsTheMiddleOfTheView()
-    {
-        QVERIFY(m_view->loadFile(picture(2000, 1500)));
-        QScrollBar *const bar = scrollArea()->horizontalScrollBar();
-        bar->setValue(400);
-        const int page = bar->pageStep();
-        m_view->slotZoomIn();
-        // 1.25 * 400 + 0.25 * page / 2
-        QCOMPARE(bar->value(), int(500 + 0.125 * page));
-    }
-
-    void zoomReachesTheActiveViewOnly()
-    {
-        QVERIFY(m_view->loadFile(picture(200, 150)));
-        ImageMdiChild other;
-        m_workspace->active = &other;
-        m_view->slotZoomIn();
-        m_view->slotFitToWindow();
-        QCOMPARE(label()->size(), QSize(200, 150));
-        QVERIFY(!m_view->isFitToWindow());
-    }
-
-    void zoomReachesThePictureOfTheActiveScenery()
-    {
-        ImageMdiChild scenery;
-        auto *const render = new ImageMdiChild(&scenery);
-        m_workspace->active = &scenery;
-        const QImage frame(40, 20, QImage::Format_RGB32);
-        render->setPixmap(&frame, true);
-        render->slotZoomIn();
-        QCOMPARE(m_workspace->message, QString("125%"));
-    }
-
-    void fitFillsTheWindowAndZoomGoesOn()
-    {
-        QVERIFY(m_view->loadFile(picture(200, 150)));
-        m_view->slotFitToWindow();
-        QVERIFY(m_view->isFitToWindow());
-        QVERIFY(m_workspace->fit->isChecked());
-        QVERIFY(scrollArea()->widgetResizable());
-        QTRY_COMPARE(label()->size(), scrollArea()->viewport()->size());
-        for (const char *name : {"action_ZoomIn", "action_ZoomOut", "action_NormalSize"})
-            QVERIFY(!m_view->findChild<QAction *>(name)->isEnabled());
-        m_view->slotZoomIn();
-        QCOMPARE(m_workspace->message, QString("125%"));
-        m_view->slotFitToWindow();
-        QVERIFY(!m_view->isFitToWindow());
-        QVERIFY(!m_workspace->fit->isChecked());
-        QCOMPARE(label()->size(), QSize(200, 150));
-        QVERIFY(m_view->findChild<QAction *>("action_ZoomIn")->isEnabled());
-    }
-
-    void fitAlsoActsWithoutAnActiveView()
-    {
-        m_workspace->active = nullptr;
-        m_view->slotFitToWindow();
-        QVERIFY(m_view->isFitToWindow());
-    }
-
-    void viewStartsInNormalModeBesideOneInFitMode()
-    {
-        m_view->slotFitToWindow();
-        const ImageMdiChild second;
-        QVERIFY(!second.isFitToWindow());
-        QVERIFY(!second.findChild<QScrollArea *>()->widgetResizable());
-    }
-
-    void mouseShowsThePositionFromTheBottomLine()
-    {
-        QVERIFY(m_view->loadFile(picture(300, 1000)));
-        moveMouse({7, 0});
-        QCOMPARE(m_workspace->message, QString("100% - 7/999"));
-        m_view->slotZoomIn();
-        m_view->slotZoomIn();
-        scrollArea()->verticalScrollBar()->setValue(0);
-        moveMouse({100, 50});
-        // 100 / 1.5625 = 64, 50 / 1.5625 = 32
-        QCOMPARE(m_workspace->message, QString("156% - 64/967"));
-    }
-
-    void mouseMayLeaveThePicture()
-    {
-        QVERIFY(m_view->loadFile(picture(20, 10)));
-        moveMouse({30, 15});
-        QCOMPARE(m_workspace->message, QString("100% - 30/-6"));
-    }
+    void init() { openView(); }
+    void cleanup() { closeView(); }
 
     void smallPictureMakesTheWindowFit_data()
     {
@@ -447,37 +265,6 @@ private slots:
         QTest::keyClick(m_view, Qt::Key_Escape);
         QVERIFY(m_view->isVisible());
     }
-
-private:
-    [[nodiscard]] QLabel *label() const
-    {
-        return qobject_cast<QLabel *>(scrollArea()->widget());
-    }
-    [[nodiscard]] QScrollArea *scrollArea() const
-    {
-        return m_view->findChild<QScrollArea *>();
-    }
-    // A move of the pointer over the view, which lands on its innermost widget.
-    void moveMouse(QPoint place)
-    {
-        m_workspace->message.clear();
-        QTest::mouseMove(m_workspace->windowHandle(),
-                         m_view->mapTo(m_workspace.get(), place));
-        QTest::qWait(10);
-    }
-    [[nodiscard]] QString picture(int width, int height) const
-    {
-        const QString path =
-            m_dir.filePath(QStringLiteral("%1x%2.png").arg(width).arg(height));
-        QImage image(width, height, QImage::Format_RGB32);
-        image.fill(qRgb(10, 20, 200));
-        image.setPixel(width - 1, 0, qRgb(1, 2, 3));
-        return saveImageFile(image, path) ? path : QString();
-    }
-
-    QTemporaryDir m_dir;
-    std::unique_ptr<Workspace> m_workspace;
-    ImageMdiChild *m_view = nullptr;
 };
 
 QTEST_MAIN(TestImageMdiChild)

@@ -4,14 +4,11 @@
 #include "shell/mainwindow.h"
 #include "support/modalanswer.h"
 
-#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QDoubleSpinBox>
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QSpinBox>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
