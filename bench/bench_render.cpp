@@ -1,14 +1,12 @@
 // Frames of two views, and the innermost reads and fills by themselves.
 
-#include "bench/views.h"
+#include "bench/frame.h"
 
 #include "raster/elevationcolumns.h"
 #include "raster/texturesampler.h"
 #include "render/plain/terrainsweep.h"
 #include "render/plain/transformation.h"
 #include "render/screentrigon.h"
-#include "render/terrainsweep.h"
-#include "render/transformation.h"
 
 #include <benchmark/benchmark.h>
 
@@ -17,57 +15,6 @@
 
 namespace {
 
-const Inputs &inputs()
-{
-    static const Inputs made;
-    return made;
-}
-
-TextureImage textureOf(const QImage &picture)
-{
-    return {picture.constBits(), picture.width(), picture.height(),
-            picture.bytesPerLine(), picture.format()};
-}
-
-// A view with all that a frame of it needs; of either renderer.
-template <typename Sweep, typename Camera> struct Frame {
-    Frame(const View &view, int quality, int width = 1280, int height = 960,
-          int cells = 1024)
-        : m_quality(quality), m_elevation(inputs().elevation),
-          m_texture(textureOf(inputs().picture)),
-          m_target(width, height, QImage::Format_RGB32),
-          m_camera(nullptr, Light, width, height)
-    {
-        constexpr double Pi = 3.141592653589793;
-        m_camera.SetzeTexturDatei(&m_texture);
-        m_camera.SetView(view.position, 0.0, view.pitch / 180 * Pi,
-                         view.focal * width / 1280.0, 0.0);
-        sweep.meshCellsX = sweep.meshCellsY = cells;
-        sweep.Licht = normalized(Light);
-        sweep.renderWidth = width;
-        sweep.renderHeight = height;
-        sweep.activeTransformation = &m_camera;
-        sweep.renderElevation = &m_elevation;
-        sweep.renderTarget = &m_target;
-        sweep.dustRange = 5000.0;
-        sweep.terrainX = m_elevation.width();
-        sweep.terrainY = m_elevation.height();
-    }
-
-    void draw() { sweep.Scan(&m_texture, false, 0, m_quality); }
-
-    Sweep sweep;
-
-private:
-    static constexpr C4Vector Light{1.0, 1.0, -1.0, 0.0};
-    int m_quality;
-    ElevationImage m_elevation;
-    TextureImage m_texture;
-    TextureImage m_target;
-    Camera m_camera;
-};
-
-using FastFrame = Frame<TerrainSweep, Transformation>;
 using PlainFrame = Frame<plain::TerrainSweep, plain::Transformation>;
 
 void draw(benchmark::State &state, const View &view)
@@ -116,33 +63,6 @@ void preview(benchmark::State &state)
 }
 BENCHMARK(preview)->ArgName("threads")->Arg(1)->Arg(2)->UseRealTime()->Unit(
     benchmark::kMillisecond);
-
-void growthOfTheMesh(benchmark::State &state)
-{
-    FastFrame frame(Flight, 0, 1280, 960, int(state.range(0)));
-    frame.sweep.threads = 1;
-    for (auto _ : state)
-        frame.draw();
-}
-BENCHMARK(growthOfTheMesh)
-    ->ArgName("cells")
-    ->RangeMultiplier(2)
-    ->Range(256, 4096)
-    ->Unit(benchmark::kMillisecond);
-
-void growthOfThePicture(benchmark::State &state)
-{
-    const int width = int(state.range(0));
-    FastFrame frame(Flight, 1, width, width * 3 / 4);
-    frame.sweep.threads = 1;
-    for (auto _ : state)
-        frame.draw();
-}
-BENCHMARK(growthOfThePicture)
-    ->ArgName("width")
-    ->RangeMultiplier(2)
-    ->Range(320, 5120)
-    ->Unit(benchmark::kMillisecond);
 
 void readElevations(benchmark::State &state)
 {

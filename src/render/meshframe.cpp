@@ -17,17 +17,24 @@ constexpr double FarthestRange = 7.0;
 // that stays alive meanwhile.
 constexpr std::size_t MostCellsAtATime = 32768;
 constexpr std::size_t FirstCellsAtATime = 8192;
-constexpr std::chrono::milliseconds ShortTime(5);
-constexpr std::chrono::milliseconds LongTime(15);
+constexpr double ShortTime = 0.005; // seconds
+constexpr double LongTime = 0.015;
 constexpr std::size_t RowsAtATime = 512;
 // Bytes of mesh rows that are kept before their pixels get their colours.
 constexpr std::size_t MostKeptBytes = std::size_t(24) << 20;
 // Seconds of colouring after which it is not put off any longer.
-constexpr double LongColouring = 0.025;
+constexpr double LongColouring = 0.02;
 // What the colour of a pixel takes on one thread, before it was measured.
 constexpr double FirstSecondsAPixel = 1e-7;
 constexpr int ColourPiecesAThread = 8;
 constexpr int LeastRowsAPiece = 16;
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
 
 } // namespace
 
@@ -85,6 +92,7 @@ void MeshFrame::drawPending()
 {
     if (m_pending.empty())
         return;
+    const auto start = Clock::now();
     makeRoomForNumbers();
     const std::size_t first = m_rows.size();
     m_rows.resize(first + m_pending.size());
@@ -92,6 +100,17 @@ void MeshFrame::drawPending()
     const std::size_t pointRows = m_columns->agree ? 1 : 2; // shared, or one each
     m_keptBytes += m_pending.size() * pointRows * PointRow::bytes(m_columns->cells + 1);
     m_pending.clear();
+
+    qint64 painted = 0;
+    for (Worker &worker : m_workers)
+        painted += worker.trigon->takePainted();
+    m_mostNumbers += painted;
+    const double colouring = static_cast<double>(painted) * m_secondsAPixel;
+    const double taken = secondsSince(start) + colouring;
+    if (taken > LongTime)
+        m_cellsAtATime = std::max<std::size_t>(m_cellsAtATime / 2, 1);
+    else if (taken < ShortTime)
+        m_cellsAtATime = std::min(m_cellsAtATime * 2, MostCellsAtATime);
     colourWhatTakesLong();
 }
 
@@ -109,7 +128,6 @@ void MeshFrame::makeRoomForNumbers()
 
 void MeshFrame::drawRows(std::size_t firstRow)
 {
-    const auto start = std::chrono::steady_clock::now();
     const int pieces = freeThreads();
     m_pool.runPieces(pieces, [&](int worker, int piece) {
         computeRows(m_workers[worker], piece, pieces, firstRow);
@@ -117,11 +135,6 @@ void MeshFrame::drawRows(std::size_t firstRow)
     m_pool.runPieces(pieces, [&](int worker, int piece) {
         paintShare(*m_workers[worker].trigon, {piece, pieces});
     });
-    const auto taken = std::chrono::steady_clock::now() - start;
-    if (taken > LongTime)
-        m_cellsAtATime = std::max<std::size_t>(m_cellsAtATime / 2, 1);
-    else if (taken < ShortTime)
-        m_cellsAtATime = std::min(m_cellsAtATime * 2, MostCellsAtATime);
 }
 
 // Rows that follow each other share points, so a piece is made of those.
@@ -222,8 +235,6 @@ void MeshFrame::colourNumbers()
 // counted before it is believed that they are many.
 void MeshFrame::colourWhatTakesLong()
 {
-    for (Worker &worker : m_workers)
-        m_mostNumbers += worker.trigon->takePainted();
     const auto takesLong = [this] {
         return static_cast<double>(m_mostNumbers) * m_secondsAPixel > LongColouring;
     };
@@ -236,11 +247,10 @@ void MeshFrame::colourWhatTakesLong()
     m_mostNumbers = numbers;
     if (!takesLong())
         return;
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = Clock::now();
     const auto coloured = static_cast<double>(m_mostNumbers);
     colourNumbers();
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    m_secondsAPixel = std::clamp(taken.count() / coloured, 1e-9, 1e-6);
+    m_secondsAPixel = std::clamp(secondsSince(start) / coloured, 1e-9, 1e-6);
 }
 
 double MeshFrame::distance(double x, double y, double z) const
