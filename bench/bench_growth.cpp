@@ -52,8 +52,9 @@ void stop(benchmark::State &state)
     const auto milliseconds = [](Clock::duration time) {
         return std::chrono::duration<double, std::milli>(time).count();
     };
-    FastFrame frame(state.range(0) ? Overview : Flight, int(state.range(1)));
-    frame.sweep.threads = int(state.range(2));
+    const int width = int(state.range(2));
+    FastFrame frame(state.range(0) ? Overview : Flight, 1, width, width * 3 / 4);
+    frame.sweep.threads = int(state.range(1));
     double longestStop = 0.0, longestRow = 0.0;
     for (auto _ : state) {
         int rows = 0;
@@ -82,8 +83,8 @@ void stop(benchmark::State &state)
     state.counters["row_ms"] = longestRow;
 }
 BENCHMARK(stop)
-    ->ArgNames({"overview", "quality", "threads"})
-    ->ArgsProduct({{0, 1}, {0, 1}, {1, 2}})
+    ->ArgNames({"overview", "threads", "width"})
+    ->ArgsProduct({{0, 1}, {1, 2}, {1280, 2560, 5120}})
     ->Iterations(1)
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);

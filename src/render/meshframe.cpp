@@ -58,6 +58,7 @@ void MeshFrame::begin(const FrameSetup &setup)
     m_store.reclaim();
     m_keptBytes = 0;
     m_mostNumbers = 0;
+    m_paintedRows = {};
     m_stride = 2 * static_cast<unsigned int>(std::max(setup.mostCells, 1));
     // A little less than the limit, for the rounding of the exact test.
     const double farthest = FarthestRange * setup.dustRange * (1 - 1e-9);
@@ -135,6 +136,8 @@ void MeshFrame::drawRows(std::size_t firstRow)
     m_pool.runPieces(pieces, [&](int worker, int piece) {
         paintShare(*m_workers[worker].trigon, {piece, pieces});
     });
+    for (int piece = 0; piece < pieces; ++piece)
+        m_paintedRows.unite(m_lists[piece].rows());
 }
 
 // Rows that follow each other share points, so a piece is made of those.
@@ -207,14 +210,15 @@ int MeshFrame::freeThreads() const
     return std::max(m_pool.size() - taken, 1);
 }
 
-void MeshFrame::overThePicture(const std::function<void(ScreenTrigon &, RowRange)> &work)
+void MeshFrame::overPaintedRows(const std::function<void(ScreenTrigon &, RowRange)> &work)
 {
-    const int height = m_setup.target->height();
-    const int pieces = m_pool.size() == 1 ? 1 : ColourPiecesAThread * m_pool.size();
-    const int rows = std::max(height / pieces + 1, LeastRowsAPiece);
-    m_pool.runPieces(height / rows + 1, [&](int worker, int piece) {
-        const int first = piece * rows;
-        work(*m_workers[worker].trigon, {first, std::min(first + rows, height) - 1});
+    const int threads = m_pool.size();
+    const int pieces = threads == 1 ? 1 : ColourPiecesAThread * threads;
+    const int rows = std::max(m_paintedRows.count() / pieces + 1, LeastRowsAPiece);
+    m_pool.runPieces(m_paintedRows.count() / rows + 1, [&](int worker, int piece) {
+        const int first = m_paintedRows.first + piece * rows;
+        const int last = std::min(first + rows - 1, m_paintedRows.last);
+        work(*m_workers[worker].trigon, {first, last});
     });
 }
 
@@ -222,12 +226,13 @@ void MeshFrame::colourNumbers()
 {
     if (m_rows.empty())
         return;
-    overThePicture(
+    overPaintedRows(
         [this](ScreenTrigon &trigon, RowRange rows) { trigon.resolve(*this, rows); });
     m_rows.clear();
     m_store.reclaim();
     m_keptBytes = 0;
     m_mostNumbers = 0;
+    m_paintedRows = {};
 }
 
 // Colours the picture if that has come to take long: somebody who stops the frame waits
@@ -241,7 +246,7 @@ void MeshFrame::colourWhatTakesLong()
     if (!takesLong())
         return;
     std::atomic<qint64> numbers = 0;
-    overThePicture([&numbers](const ScreenTrigon &trigon, RowRange rows) {
+    overPaintedRows([&numbers](const ScreenTrigon &trigon, RowRange rows) {
         numbers += trigon.countNumbers(rows);
     });
     m_mostNumbers = numbers;

@@ -71,7 +71,7 @@ private:
     [[nodiscard]] int freeThreads() const;
     void colourNumbers();
     void colourWhatTakesLong();
-    void overThePicture(const std::function<void(ScreenTrigon &, RowRange)> &work);
+    void overPaintedRows(const std::function<void(ScreenTrigon &, RowRange)> &work);
     [[nodiscard]] bool isLostInDust(double x, double y, double z) const;
     [[nodiscard]] double distance(double x, double y, double z) const;
 
@@ -86,7 +86,8 @@ private:
     unsigned int m_stride = 0;                    // numbers a row
     std::size_t m_keptBytes = 0;
     std::size_t m_cellsAtATime = 0; // as many as take some milliseconds
-    qint64 m_mostNumbers = 0;       // pixels of the target hold no more than these
+    RowRange m_paintedRows;         // of the target, that hold all numbers
+    qint64 m_mostNumbers = 0;       // pixels that hold a number are no more than these
     double m_secondsAPixel = 0.0;   // that colours take, about
     double m_surelyNear = 0.0; // squared distance below which no cell is lost in dust
 };

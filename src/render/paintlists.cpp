@@ -7,6 +7,7 @@ void PaintLists::begin(int width, int height, int shares)
     xMax = width - 1;
     yMax = height - 1;
     m_shares = shares;
+    m_rows = {height, -1};
     if (m_lists.size() < static_cast<std::size_t>(shares))
         m_lists.resize(shares);
     for (auto &list : m_lists)
@@ -23,8 +24,10 @@ void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned in
     const auto low = [](int v) { return static_cast<std::int16_t>(v); };
     const Entry entry = {
         {low(a.x), low(b.x), low(c.x)}, {low(a.row), low(b.row), low(c.row)}, number};
-    const int first = RowShare::stripOf(std::max(top, 0));
-    const int last = RowShare::stripOf(std::min(bottom, yMax));
+    const RowRange rows = {std::max(top, 0), std::min(bottom, yMax)};
+    m_rows = {std::min(m_rows.first, rows.first), std::max(m_rows.last, rows.last)};
+    const int first = RowShare::stripOf(rows.first);
+    const int last = RowShare::stripOf(rows.last);
     for (int strip = first; strip <= last && strip < first + m_shares; ++strip)
         m_lists[m_shares == 1 ? 0 : strip % m_shares].push_back(entry);
 }

@@ -22,9 +22,12 @@ public:
     /// Corners are within Transformation::ScreenLimit.
     void add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
     [[nodiscard]] const std::vector<Entry> &of(int share) const { return m_lists[share]; }
+    /// The rows of the picture that the triangles touch.
+    [[nodiscard]] RowRange rows() const { return m_rows; }
 
 private:
     int xMax = -1, yMax = -1; // last column and row of the picture
     int m_shares = 0;
+    RowRange m_rows;
     std::vector<std::vector<Entry>> m_lists; // at least as many as shares
 };

@@ -43,6 +43,11 @@ private slots:
         PaintLists lists;
         lists.begin(100, 60, 3);
         lists.add({5, bottom}, {7, top}, {90, top}, 42);
+        QCOMPARE(lists.rows().count() > 0, !shares.isEmpty());
+        if (!shares.isEmpty()) {
+            QCOMPARE(lists.rows().first, std::max(top, 0));
+            QCOMPARE(lists.rows().last, std::min(bottom, 59));
+        }
         for (int share = 0; share < 3; ++share)
             QCOMPARE(numbers(lists, share), shares.contains(share)
                                                 ? QList<unsigned int>{42}
