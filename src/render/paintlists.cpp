@@ -10,8 +10,8 @@ void PaintLists::begin(int width, int height, int shares)
     m_rows = {height, -1};
     if (m_lists.size() < static_cast<std::size_t>(shares))
         m_lists.resize(shares);
-    for (auto &list : m_lists)
-        list.clear();
+    for (List &list : m_lists)
+        list.entries.clear();
 }
 
 void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number)
@@ -29,5 +29,5 @@ void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned in
     const int first = RowShare::stripOf(rows.first);
     const int last = RowShare::stripOf(rows.last);
     for (int strip = first; strip <= last && strip < first + m_shares; ++strip)
-        m_lists[m_shares == 1 ? 0 : strip % m_shares].push_back(entry);
+        m_lists[m_shares == 1 ? 0 : strip % m_shares].entries.push_back(entry);
 }

@@ -10,7 +10,7 @@
 /// There is a list for each RowShare of the picture. A triangle stands in those whose
 /// rows it may touch, and in none if it lies outside the picture. Each list keeps the
 /// order in which the triangles came.
-class PaintLists {
+class alignas(64) PaintLists { // apart in the cache: threads fill some side by side
 public:
     struct Entry {
         std::int16_t x[3], row[3]; // of the corners
@@ -21,13 +21,20 @@ public:
     void begin(int width, int height, int shares);
     /// Corners are within Transformation::ScreenLimit.
     void add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
-    [[nodiscard]] const std::vector<Entry> &of(int share) const { return m_lists[share]; }
+    [[nodiscard]] const std::vector<Entry> &of(int share) const
+    {
+        return m_lists[share].entries;
+    }
     /// The rows of the picture that the triangles touch.
     [[nodiscard]] RowRange rows() const { return m_rows; }
 
 private:
+    struct alignas(64) List {
+        std::vector<Entry> entries;
+    };
+
     int xMax = -1, yMax = -1; // last column and row of the picture
     int m_shares = 0;
     RowRange m_rows;
-    std::vector<std::vector<Entry>> m_lists; // at least as many as shares
+    std::vector<List> m_lists; // at least as many as shares
 };
