@@ -1,3 +1,10 @@
+// How triangles become pixels. A triangle, sorted by the rows of its corners, is filled
+// row by row between two edges, twice over: Rechnen() only leaves its number there, so
+// that later triangles hide it at no cost, and resolve() meets each number that is still
+// to be seen, fills its triangle again and colours the pixels that hold the number.
+// Normals change evenly over the screen; texture is read where the ray of the pixel
+// meets the plane of the triangle; light and dust make the rest of the colour.
+
 #include "render/screentrigon.h"
 
 #include "raster/textureimage.h"
