@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -28,10 +29,11 @@ constexpr int CompressionLevel = 4;
 constexpr std::array<unsigned char, 8> Signature = {0x89, 'P',  'N',  'G',
                                                     0x0D, 0x0A, 0x1A, 0x0A};
 
-// Bytes that need no first value: they are all written before they are read.
+// Bytes that need no first value: they are all written before they are read. Without
+// data where there is not enough memory.
 struct Bytes {
     explicit Bytes(std::size_t count)
-        : data(std::make_unique_for_overwrite<unsigned char[]>(count)), size(count)
+        : data(new (std::nothrow) unsigned char[count]), size(count)
     {
     }
     std::unique_ptr<unsigned char[]> data;
@@ -172,7 +174,7 @@ Bytes filteredRows(const QImage &image)
 {
     RowFilter filter(image);
     Bytes rows(filter.bytesOfRow() * image.height());
-    for (int y = 0; y < image.height(); ++y)
+    for (int y = 0; rows.data && y < image.height(); ++y)
         filter.filter(reinterpret_cast<const unsigned int *>(image.constScanLine(y)),
                       rows.data.get() + filter.bytesOfRow() * y);
     return rows;
@@ -183,10 +185,12 @@ bool writePixels(QIODevice &device, const QImage &image)
     const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)>
         compressor(libdeflate_alloc_compressor(CompressionLevel),
                    &libdeflate_free_compressor);
-    if (!compressor)
-        return false;
     const Bytes rows = filteredRows(image);
+    if (!compressor || !rows.data)
+        return false;
     const Bytes packed(libdeflate_zlib_compress_bound(compressor.get(), rows.size));
+    if (!packed.data)
+        return false;
     const std::size_t size = libdeflate_zlib_compress(
         compressor.get(), rows.data.get(), rows.size, packed.data.get(), packed.size);
     return size != 0 && writeChunk(device, "IDAT", packed.data.get(), size);
