@@ -23,7 +23,8 @@ namespace {
 // Rows and their compressed form are in memory at one time; what is larger is left to a
 // writer that works piece by piece.
 constexpr qsizetype MostBytes = qsizetype(64) << 20;
-// The first level whose files are not larger than those of the toolkit.
+// The first level whose files are about as large as those of the toolkit: frames came
+// out between 1 % smaller and 2 % larger.
 constexpr int CompressionLevel = 4;
 
 constexpr std::array<unsigned char, 8> Signature = {0x89, 'P',  'N',  'G',
