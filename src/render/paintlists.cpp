@@ -8,6 +8,9 @@ void PaintLists::begin(int width, int height, int shares)
     yMax = height - 1;
     m_shares = shares;
     m_rows = {height, -1};
+    m_listOf.resize(RowShare::stripOf(yMax) + 1);
+    for (std::size_t strip = 0; strip < m_listOf.size(); ++strip)
+        m_listOf[strip] = static_cast<std::uint8_t>(strip % shares);
     if (m_lists.size() < static_cast<std::size_t>(shares))
         m_lists.resize(shares);
     for (List &list : m_lists)
@@ -29,5 +32,5 @@ void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned in
     const int first = RowShare::stripOf(rows.first);
     const int last = RowShare::stripOf(rows.last);
     for (int strip = first; strip <= last && strip < first + m_shares; ++strip)
-        m_lists[m_shares == 1 ? 0 : strip % m_shares].entries.push_back(entry);
+        m_lists[m_listOf[strip]].entries.push_back(entry);
 }

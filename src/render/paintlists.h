@@ -36,5 +36,6 @@ private:
     int xMax = -1, yMax = -1; // last column and row of the picture
     int m_shares = 0;
     RowRange m_rows;
-    std::vector<List> m_lists; // at least as many as shares
+    std::vector<std::uint8_t> m_listOf; // for each strip of the picture
+    std::vector<List> m_lists;          // at least as many as shares
 };

@@ -1,7 +1,24 @@
 #include "render/workerpool.h"
 
-#include <atomic>
+#include <chrono>
 #include <system_error>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Waking a thread takes as long as a small piece of work, so it stays awake for a while
+// before it sleeps, and leaves its core to whoever else wants it.
+constexpr std::chrono::microseconds AwakeFor{200};
+
+template <typename Condition> void waitAwake(const Condition &met)
+{
+    const auto end = Clock::now() + AwakeFor;
+    while (!met() && Clock::now() < end)
+        std::this_thread::yield();
+}
+
+} // namespace
 
 WorkerPool::WorkerPool(int threads)
 {
@@ -36,8 +53,10 @@ void WorkerPool::run(const std::function<void(int)> &work)
     }
     m_begin.notify_all();
     work(0);
+    const auto ended = [this] { return m_running == 0; };
+    waitAwake(ended);
     std::unique_lock lock(m_mutex);
-    m_end.wait(lock, [this] { return m_running == 0; });
+    m_end.wait(lock, ended);
 }
 
 void WorkerPool::runPieces(int pieces, const std::function<void(int, int)> &work)
@@ -54,9 +73,11 @@ void WorkerPool::runPieces(int pieces, const std::function<void(int, int)> &work
 void WorkerPool::serve(int worker)
 {
     int served = 0;
-    std::unique_lock lock(m_mutex);
+    const auto called = [&] { return m_quit || m_round != served; };
     while (true) {
-        m_begin.wait(lock, [&] { return m_quit || m_round != served; });
+        waitAwake(called);
+        std::unique_lock lock(m_mutex);
+        m_begin.wait(lock, called);
         if (m_quit)
             return;
         served = m_round;

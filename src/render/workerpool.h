@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -30,8 +31,9 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_begin, m_end;
     const std::function<void(int)> *m_work = nullptr;
-    int m_round = 0;   // counts the pieces of work
-    int m_running = 0; // threads still at this one
-    bool m_quit = false;
+    // Changed under the lock, looked at without it by threads that wait awake.
+    std::atomic<int> m_round = 0;   // counts the pieces of work
+    std::atomic<int> m_running = 0; // threads still at this one
+    std::atomic<bool> m_quit = false;
     std::vector<std::thread> m_threads;
 };
