@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <utility>
@@ -89,6 +88,20 @@ bool writeResolution(QIODevice &device, const QImage &image)
     return writeChunk(device, "pHYs", resolution.constData(), resolution.size());
 }
 
+// Which neighbour is nearest to west + north - northWest. Numbers of 16 bits, of which
+// more fit into a vector.
+constexpr auto nearest = [](int west, int north, int northWest) {
+    using Short = std::int16_t;
+    const auto size = [](Short v) { return std::max(v, Short(-v)); };
+    const auto beyondWest = Short(north - northWest);
+    const auto beyondNorth = Short(west - northWest);
+    const Short toWest = size(beyondWest);
+    const Short toNorth = size(beyondNorth);
+    const Short toBoth = size(Short(beyondWest + beyondNorth));
+    const auto nearer = Short(toNorth < toWest ? north : west);
+    return toBoth < std::min(toWest, toNorth) ? Short(northWest) : nearer;
+};
+
 // Filters the rows of a picture from top to bottom. A filter foretells each byte from
 // those of the pixels to the left, above, and above to the left, and keeps the
 // difference; each row takes the filter that leaves the least.
@@ -135,14 +148,7 @@ private:
             tryOne(1, [](int west, int, int) { return west; }),
             tryOne(2, [](int, int north, int) { return north; }),
             tryOne(3, [](int west, int north, int) { return (west + north) >> 1; }),
-            tryOne(4, [](int west, int north, int northWest) {
-                // The neighbour that is nearest to west + north - northWest.
-                const int toWest = std::abs(north - northWest);
-                const int toNorth = std::abs(west - northWest);
-                const int toBoth = std::abs(west + north - 2 * northWest);
-                const int nearer = toNorth < toWest ? north : west;
-                return toBoth < std::min(toWest, toNorth) ? northWest : nearer;
-            })};
+            tryOne(4, nearest)};
         return static_cast<int>(std::min_element(left.begin(), left.end()) -
                                 left.begin());
     }
@@ -160,7 +166,7 @@ private:
             const auto difference = static_cast<unsigned char>(
                 row[k] - foretell(west[k], north[k], northWest[k]));
             out[k] = difference;
-            sum += std::min<unsigned int>(difference, 256u - difference);
+            sum += std::min(difference, static_cast<unsigned char>(-difference));
         }
         return sum;
     }
