@@ -26,8 +26,8 @@ int numberOf(int frame, int offset)
                             static_cast<unsigned int>(offset));
 }
 
-// Frames that are written while the next one is drawn. Encoding takes longer than
-// drawing, so that more than one keeps the cores busy.
+// Frames that are written while the next one is drawn. One core encodes, all others
+// draw: where they are many, a frame is drawn sooner than the one before is written.
 constexpr int FramesWrittenAtATime = 2;
 
 } // namespace
@@ -110,6 +110,7 @@ bool SceneryDelegate::renderFlight()
                            .arg(sweep->renderHeight));
         return false;
     }
+    target.fill(data->Hintergrund); // it is shown before the first frame is drawn
     sweep->renderTarget = &target;
     frameWriter = std::make_unique<FrameWriter>(
         FramesWrittenAtATime,
@@ -163,15 +164,14 @@ bool SceneryDelegate::renderFrame(TextureImage *texture, int frame, bool first)
     Scan(texture, data->HintergrundVerwenden, data->Hintergrund, data->GenauRechnen);
     if (!isRendering)
         return false;
-    saveFrame(number);
+    saveFrame(frame, number);
     return true;
 }
 
-void SceneryDelegate::saveFrame(int number)
+void SceneryDelegate::saveFrame(int frame, int number)
 {
     const bool doubled = data->GenauRechnen == 2 && !isPreview;
-    frameWriter->write(numberOf(number, -data->Offset), *sweep->renderTarget, doubled,
-                       namesOf(number));
+    frameWriter->write(frame, *sweep->renderTarget, doubled, namesOf(number));
 }
 
 QStringList SceneryDelegate::namesOf(int number) const

@@ -123,7 +123,7 @@ private:
     [[nodiscard]] bool frameIsWanted(int frame) const;
     /// One frame whose camera is set; false if the run was stopped in it.
     bool renderFrame(TextureImage *texture, int frame, bool first);
-    void saveFrame(int number);
+    void saveFrame(int frame, int number);
     [[nodiscard]] QStringList namesOf(int number) const;
     /// Renders one frame and shows it.
     void Scan(TextureImage *texture, bool useBackground, unsigned int background,

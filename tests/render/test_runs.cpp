@@ -167,6 +167,21 @@ private slots:
         QVERIFY(view.close()); // closing is allowed again
     }
 
+    void viewShowsTheBackgroundBeforeTheFirstFrame()
+    {
+        Scenery scenery({"EndbildNr=0", "Hintergrund=203040"});
+        ImageMdiChild view;
+        QImage first;
+        connect(&scenery.delegate(), &SceneryDelegate::frameStarted, this,
+                [&] { first = pixmapOf(view).toImage(); });
+        QVERIFY(scenery.delegate().renderFinal(&view));
+        first.convertTo(QImage::Format_RGB32);
+        QImage blank(first.size(), QImage::Format_RGB32);
+        blank.fill(scenery.delegate().sceneryData().Hintergrund);
+        QCOMPARE(blank.pixel(0, 0), 0xFF403020u); // the file has blue first
+        QCOMPARE(first, blank);
+    }
+
     void missingInputsAreNamed_data()
     {
         QTest::addColumn<QString>("line");
@@ -237,6 +252,22 @@ private slots:
         delegate.disconnect(this);
         QVERIFY(delegate.renderFinal(nullptr));
         QCOMPARE(scenery.frames().size(), 5);
+    }
+
+    void offsetThatChangesMeanwhileHoldsFromTheNextFrame()
+    {
+        Scenery scenery({"EndbildNr=2"});
+        SceneryDelegate &delegate = scenery.delegate();
+        connect(&delegate, &SceneryDelegate::frameStarted, this, [&](int frame) {
+            if (frame == 1)
+                delegate.sceneryData().Offset = 10;
+        });
+        QList<int> saved;
+        connect(&delegate, &SceneryDelegate::frameSaved, this,
+                [&](int frame) { saved.append(frame); });
+        QVERIFY(delegate.renderFinal(nullptr));
+        QCOMPARE(scenery.frames(), (QStringList{"f00.ppm", "f01.ppm", "f12.ppm"}));
+        QCOMPARE(saved, (QList<int>{0, 1, 2}));
     }
 
     void filterPassesFramesOver()
