@@ -8,6 +8,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -34,6 +35,11 @@ using Clock = std::chrono::steady_clock;
 double secondsSince(Clock::time_point start)
 {
     return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+ScreenCorner corner(const PointRow &points, int k)
+{
+    return {points.column[k], points.row[k]};
 }
 
 } // namespace
@@ -169,9 +175,6 @@ void MeshFrame::listRow(const MeshRow &row, const std::vector<std::uint8_t> &dra
 {
     const PointRow &south = *row.south;
     const PointRow &north = *row.north;
-    const auto corner = [](const PointRow &points, int k) {
-        return ScreenCorner{points.column[k], points.row[k]};
-    };
     const auto list = [&](int cell, CellTriangle triangle) {
         const unsigned int first = number + 2 * static_cast<unsigned int>(cell);
         if (!(drawable[cell] & triangle))
@@ -258,20 +261,23 @@ void MeshFrame::colourWhatTakesLong()
     m_secondsAPixel = std::clamp(secondsSince(start) / coloured, 1e-9, 1e-6);
 }
 
-double MeshFrame::distance(double x, double y, double z) const
+double MeshFrame::squaredDistance(double x, double y, double z) const
 {
     const double dx = m_setup.observer.x - x;
     const double dy = m_setup.observer.y - y;
     const double dz = m_setup.observer.z - z;
-    return std::sqrt(dx * dx + dy * dy + dz * dz) / m_setup.dustRange;
+    return dx * dx + dy * dy + dz * dz;
+}
+
+// In dust ranges.
+double MeshFrame::distance(double x, double y, double z) const
+{
+    return std::sqrt(squaredDistance(x, y, z)) / m_setup.dustRange;
 }
 
 bool MeshFrame::isLostInDust(double x, double y, double z) const
 {
-    const double dx = m_setup.observer.x - x;
-    const double dy = m_setup.observer.y - y;
-    const double dz = m_setup.observer.z - z;
-    return !(dx * dx + dy * dy + dz * dz < m_surelyNear) &&
+    return !(squaredDistance(x, y, z) < m_surelyNear) &&
            distance(x, y, z) >= FarthestRange;
 }
 
@@ -284,18 +290,15 @@ Triangle MeshFrame::triangle(unsigned int number) const
     const double *const x = row.columns->inner.data() + 1;
     const PointRow &south = *row.south;
     const PointRow &north = *row.north;
-    // The corners: south-west, then clockwise.
+    // The corners: south-west, then clockwise, as listRow() has them.
     const PointRow &last = northWest ? north : south;
     const int second = northWest ? cell : cell + 1;
     const int third = cell + 1;
-    const auto screen = [](const PointRow &points, int k) {
-        return ScreenCorner{points.column[k], points.row[k]};
-    };
     const auto vertex = [x](const PointRow &points, int k) {
         return C4Vector{x[k], points.y, points.z[k], 1.0};
     };
     // The same dust for both triangles of a cell.
-    return {{screen(south, cell), screen(north, second), screen(last, third)},
+    return {{corner(south, cell), corner(north, second), corner(last, third)},
             {vertex(south, cell), vertex(north, second), vertex(last, third)},
             {south.normal(cell), north.normal(second), last.normal(third)},
             1 - std::exp(-distance(x[cell], south.y, south.z[cell]))};

@@ -73,6 +73,7 @@ private:
     void colourWhatTakesLong();
     void overPaintedRows(const std::function<void(ScreenTrigon &, RowRange)> &work);
     [[nodiscard]] bool isLostInDust(double x, double y, double z) const;
+    [[nodiscard]] double squaredDistance(double x, double y, double z) const;
     [[nodiscard]] double distance(double x, double y, double z) const;
 
     FrameSetup m_setup;

@@ -20,7 +20,7 @@ void rowNormals(const RowArms &arms, int count, double *__restrict normalX,
     const auto [x, xs, xn, z, zs, zn, y, ySouth, yNorth] = arms;
     const double sy = ySouth - y;
     const double ny = yNorth - y;
-    const double level = y - y; // arms to the east and west
+    const double level = 0.0; // y of the arms to the east and west
     for (int k = 0; k < count; ++k) {
         const double sx = xs[k] - x[k], sz = zs[k] - z[k];
         const double ex = x[k + 1] - x[k], ez = z[k + 1] - z[k];
@@ -65,20 +65,19 @@ void rowFacing(const RowCells &cells, int count, std::uint8_t *__restrict facing
     const auto [x, zs, zn, ys, yn, middle0, middle1, observer] = cells;
     const double middleY0 = (ys + yn + yn) / 3 - observer.y;
     const double middleY1 = (ys + yn + ys) / 3 - observer.y;
-    const double middleW = (1.0 + 1.0 + 1.0) / 3 - observer.w;
+    const double middleW = 1.0 - observer.w;
     const double rise = yn - ys;
-    const double level = ys - ys;
+    const double level = 0.0; // y along a row, x along a column
     for (int k = 0; k < count; ++k) {
         const double width = x[k + 1] - x[k];
-        const double none = x[k] - x[k];
         const double za = zn[k] - zs[k];
         const double zb = zn[k + 1] - zs[k];
         const double zc = zs[k + 1] - zs[k];
         // South-west, north-west and north-east corner.
         const double middleZ0 = (zs[k] + zn[k] + zn[k + 1]) / 3 - observer.z;
         const double x0 = rise * zb - za * rise;
-        const double y0 = za * width - none * zb;
-        const double z0 = none * rise - rise * width;
+        const double y0 = za * width - level * zb;
+        const double z0 = level * rise - rise * width;
         const double facing0 = middle0[k] * x0 + middleY0 * y0 + middleZ0 * z0 + middleW;
         // South-west, north-east and south-east corner.
         const double middleZ1 = (zs[k] + zn[k + 1] + zs[k + 1]) / 3 - observer.z;

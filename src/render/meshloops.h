@@ -17,7 +17,7 @@ struct RowArms {
 };
 
 /// Unit normals of `count` points: the mean of the four cross products of neighbouring
-/// arms. They point down, out of the terrain.
+/// arms. They point up, out of the terrain.
 void rowNormals(const RowArms &arms, int count, double *__restrict normalX,
                 double *__restrict normalY, double *__restrict normalZ);
 
@@ -37,6 +37,6 @@ struct RowCells {
 };
 
 /// Which triangles of `count` cells are seen from above: bit 0 the north-west one, bit 1
-/// the south-east one. Their normal, which points down out of the terrain, and the way
-/// from the observer to their middle go the same way.
+/// the south-east one. A triangle is if its normal, which here points down into the
+/// terrain, and the way from the observer to its middle go the same way.
 void rowFacing(const RowCells &cells, int count, std::uint8_t *__restrict facing);

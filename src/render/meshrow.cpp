@@ -6,14 +6,14 @@
 #include "render/transformation.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 MeshColumns MeshColumns::eastward(double from, double step, int cells)
 {
     MeshColumns c;
     c.cells = cells;
     c.inner = {from - step, from, from + step};
-    c.outer = {std::numeric_limits<double>::quiet_NaN(), from};
+    c.outer = {c.inner.front(), from};
     double x = from; // of the cell in hand
     for (int k = 0; k < cells; ++k) {
         c.inner.push_back(x + 2 * step);
@@ -21,7 +21,6 @@ MeshColumns MeshColumns::eastward(double from, double step, int cells)
         x += step;
     }
     c.outer.push_back(c.inner.back());
-    c.outer.front() = c.inner.front();
     c.agree = c.inner == c.outer;
     return c;
 }

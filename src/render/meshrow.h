@@ -23,7 +23,7 @@ struct MeshColumns {
     bool westward = false;       // cells come from east to west
     bool northWestFirst = false; // which triangle of a cell comes first
     std::vector<double> inner;   // of the corners 0 to cells, one more on each side
-    std::vector<double> outer;   // the same; without the one more unless they agree
+    std::vector<double> outer;   // the same; the one more on each side is inner's
     bool agree = false;          // inner and outer positions are the same to the bit
 
     /// Positions of a walk with `cells` cells, the first of them at `from`.

@@ -7,7 +7,7 @@ void PaintLists::begin(int width, int height, int shares)
     xMax = width - 1;
     yMax = height - 1;
     m_shares = shares;
-    m_rows = {height, -1};
+    m_rows = {};
     m_listOf.resize(RowShare::stripOf(yMax) + 1);
     for (std::size_t strip = 0; strip < m_listOf.size(); ++strip)
         m_listOf[strip] = static_cast<std::uint8_t>(strip % shares);
@@ -28,7 +28,7 @@ void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned in
     const Entry entry = {
         {low(a.x), low(b.x), low(c.x)}, {low(a.row), low(b.row), low(c.row)}, number};
     const RowRange rows = {std::max(top, 0), std::min(bottom, yMax)};
-    m_rows = {std::min(m_rows.first, rows.first), std::max(m_rows.last, rows.last)};
+    m_rows.unite(rows);
     const int first = RowShare::stripOf(rows.first);
     const int last = RowShare::stripOf(rows.last);
     for (int strip = first; strip <= last && strip < first + m_shares; ++strip)

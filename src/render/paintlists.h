@@ -17,7 +17,8 @@ public:
         std::uint32_t number;
     };
 
-    /// Empties the lists for a picture of this size, to be painted in so many shares.
+    /// Empties the lists for a picture of this size, to be painted in so many shares,
+    /// 256 at most.
     void begin(int width, int height, int shares);
     /// Corners are within Transformation::ScreenLimit.
     void add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);

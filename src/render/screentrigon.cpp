@@ -1,9 +1,13 @@
-// How triangles become pixels. A triangle, sorted by the rows of its corners, is filled
-// row by row between two edges, twice over: Rechnen() only leaves its number there, so
-// that later triangles hide it at no cost, and resolve() meets each number that is still
-// to be seen, fills its triangle again and colours the pixels that hold the number.
-// Normals change evenly over the screen; texture is read where the ray of the pixel
-// meets the plane of the triangle; light and dust make the rest of the colour.
+// How triangles become pixels. They come far ones first, so that the last one painted on
+// a pixel is the one that is seen.
+//
+// 1. Rechnen() fills a triangle row by row between its edges, with its number alone: to
+//    be hidden later costs it no colour.
+// 2. resolve() looks for the numbers that remain, fills each of these triangles once more
+//    and colours the pixels that still hold its number.
+//
+// A colour is the texture, read where the ray of the pixel meets the plane of the
+// triangle, times the light on a normal that changes evenly over the screen, plus dust.
 
 #include "render/screentrigon.h"
 
@@ -33,8 +37,9 @@ unsigned int grey(unsigned int v) { return 0xFF000000u | (v & 0xFFu) * 0x010101u
 
 } // namespace
 
-// Left and right end of a row, moved along the two edges of a part. Slopes are in
-// columns a row; of an edge without height the part has one row and takes no step.
+// Left and right end of the row in hand, moved along the two edges of a part. Slopes are
+// in columns a row. A part without height paints one pixel, its corner: the other part
+// fills that row where it has height.
 struct ScreenTrigon::Edges {
     explicit Edges(int start) : left(start), right(start) {}
     Edges(int start, double a, double b)
@@ -58,24 +63,26 @@ struct ScreenTrigon::Edges {
 
 // A number that changes evenly over the screen.
 struct ScreenTrigon::Ramp {
-    // The one that has these values at the corners; their mean if they lie on a line.
+    // The one that has these values at the corners; the mean of the values if the
+    // corners lie on a line.
     Ramp(const ScreenCorner (&screen)[3], double m0, double m1, double m2)
     {
         const double x0 = screen[0].x, y0 = screen[0].row;
         const double x1 = screen[1].x, y1 = screen[1].row;
         const double x2 = screen[2].x, y2 = screen[2].row;
-        const double D = x1 * y2 + x2 * y0 + x0 * y1 - x2 * y1 - x0 * y2 - x1 * y0;
-        if (D == 0.0) {
+        // Twice that of the triangle, with a sign.
+        const double area = x1 * y2 + x2 * y0 + x0 * y1 - x2 * y1 - x0 * y2 - x1 * y0;
+        if (area == 0.0) {
             acrossX = 0.0;
             acrossY = 0.0;
             origin = (m0 + m1 + m2) / 3;
             return;
         }
-        acrossX = (y0 * m2 + y2 * m1 + y1 * m0 - y1 * m2 - y2 * m0 - y0 * m1) / D;
-        acrossY = (x0 * m1 + x1 * m2 + x2 * m0 - x2 * m1 - x0 * m2 - x1 * m0) / D;
+        acrossX = (y0 * m2 + y2 * m1 + y1 * m0 - y1 * m2 - y2 * m0 - y0 * m1) / area;
+        acrossY = (x0 * m1 + x1 * m2 + x2 * m0 - x2 * m1 - x0 * m2 - x1 * m0) / area;
         origin = (x0 * y1 * m2 + x2 * y0 * m1 + x1 * y2 * m0 - x2 * y1 * m0 -
                   x0 * y2 * m1 - x1 * y0 * m2) /
-                 D;
+                 area;
     }
     [[nodiscard]] double at(int x, int row) const
     {
@@ -88,16 +95,16 @@ struct ScreenTrigon::Ramp {
 // What is the same for all pixels of one triangle.
 struct ScreenTrigon::Shading {
     Ramp normalX, normalY, normalZ;
-    double keep; // weight of the colour
-    int dust;    // grey added to it
+    double keep;  // weight of the colour
+    int dustGrey; // added to it
     EbenenMatrix plane;
 };
 
 ScreenTrigon::ScreenTrigon(TextureImage *target, const TextureImage *texture,
                            C4Vector light, const Transformation *camera, int quality)
     : xMax(target->width() - 1), yMax(target->height() - 1), Licht(normalized(light)),
-      Helligkeit(std::abs(Licht.x * 0 + Licht.y * 0 + Licht.z + 0 * Licht.w)),
-      Trafo(camera), Qualitaet(quality), m_rows(target->bits()),
+      Helligkeit(std::abs(Licht.z)), // flat land faces straight up
+      Trafo(camera), Qualitaet(quality), m_bits(target->bits()),
       m_bytesPerLine(target->bytesPerLine())
 {
     if (texture)
@@ -106,12 +113,15 @@ ScreenTrigon::ScreenTrigon(TextureImage *target, const TextureImage *texture,
 
 unsigned int *ScreenTrigon::pixels(int row) const
 {
-    return reinterpret_cast<unsigned int *>(m_rows + row * m_bytesPerLine);
+    return reinterpret_cast<unsigned int *>(m_bits + row * m_bytesPerLine);
 }
 
-// The lower part in the picture: from the lowest corner up to the middle one's row.
-// Rows outside the picture are passed over, but the edges still advance step by step: a
-// product would round differently.
+// The corners are sorted: s[0] is the highest in the picture, s[2] the lowest, and rows
+// count downward. `rows`, a RowShare or a RowRange, are those that may be touched.
+
+// The lower part: from the lowest corner up to the row of the middle one. Rows outside
+// the picture are passed over, yet the edges advance step by step through them: a product
+// would round differently, and pictures stay the same to the bit.
 template <typename Rows, typename FillRow>
 void ScreenTrigon::fillUpward(const ScreenCorner (&s)[3], Rows rows,
                               const FillRow &fillRow) const
@@ -196,12 +206,13 @@ void ScreenTrigon::shade(Triangle &t, unsigned int number, RowRange rows)
         Ramp(t.screen, n0.x, n1.x, n2.x),
         Ramp(t.screen, n0.y, n1.y, n2.y),
         Ramp(t.screen, n0.z, n1.z, n2.z),
-        1 - t.fog,
-        truncated(Helligkeit * 255.0 * t.fog),
+        1 - t.dust,
+        truncated(Helligkeit * 255.0 * t.dust),
         Trafo->SetzeDreiecksEckpunkte(t.vertices[0], t.vertices[1], t.vertices[2])};
 
-    // The part that was painted last comes first: a pixel that has its colour no
-    // longer holds the number.
+    // Both parts fill the middle row, and normals are added up from the left end of each.
+    // The part that was painted last decides, so it comes first here: a pixel that has
+    // its colour no longer holds the number.
     const auto shadeOne = [&](int row, const Edges &edges) {
         shadeRow(row, edges, shading, number);
     };
@@ -233,7 +244,7 @@ unsigned int ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
     const double intensity =
         (-n.y * Licht.y - n.x * Licht.x - n.z * Licht.z - n.w * Licht.w) /
         std::sqrt(n.z * n.z + n.y * n.y + n.x * n.x);
-    const auto dust = static_cast<unsigned int>(shading.dust);
+    const auto dust = static_cast<unsigned int>(shading.dustGrey);
     if (intensity < 0)
         return grey(dust);
     if (!m_texture) {

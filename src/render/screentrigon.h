@@ -21,7 +21,7 @@ struct Triangle {
     ScreenCorner screen[3];
     C4Vector vertices[3]; // world
     C4Vector normals[3];  // unit vectors
-    double fog = 0.0;     // weight of dust
+    double dust = 0.0;    // its weight
 };
 
 /// Knows the triangles by the numbers that were painted.
@@ -61,7 +61,7 @@ public:
     void resolve(const TriangleSource &source, RowRange rows);
     /// How many pixels of some rows hold a number.
     [[nodiscard]] std::int64_t countNumbers(RowRange rows) const;
-    /// How many pixels were painted since this was asked, each as often as it was.
+    /// How many pixels were painted since the last call; one painted twice counts twice.
     [[nodiscard]] std::int64_t takePainted() { return std::exchange(m_painted, 0); }
 
 private:
@@ -81,14 +81,14 @@ private:
                                         const Shading &shading) const;
     [[nodiscard]] unsigned int *pixels(int row) const;
 
-    int xMax, yMax;    // last column and row of the target
-    C4Vector Licht;    // unit vector along the travel of the light
-    double Helligkeit; // how bright dust and flat land are under this light
-    const Transformation *Trafo;
+    int xMax, yMax;              // last column and row of the target
+    C4Vector Licht;              // unit vector along the travel of the light
+    double Helligkeit;           // how bright dust and flat land are under this light
+    const Transformation *Trafo; // the camera
     std::optional<TextureSampler> m_texture; // source of colour; white without
     int Qualitaet;                           // 0 low, 1 high, 2 extra high
     RowShare m_share;
     std::int64_t m_painted = 0;
-    unsigned char *m_rows; // of the target
+    unsigned char *m_bits; // of the target
     long long m_bytesPerLine;
 };

@@ -97,8 +97,7 @@ void TerrainSweep::paintBackground(bool useBackground, unsigned int background)
 {
     if (!useBackground) {
         // The colour of a white flat landscape in the current light.
-        const double v =
-            std::abs(Licht.x * 0 + Licht.y * 0 + Licht.z + Licht.w * 0) * 256.0;
+        const double v = std::abs(Licht.z) * 256.0;
         const int grey = truncated(v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v);
         background = qRgb(grey, grey, grey);
     }

@@ -2,7 +2,6 @@
 
 #include "render/meshframe.h"
 #include "render/terrainsweep.h"
-#include "render/workerpool.h"
 
 #include <cmath>
 #include <utility>
@@ -15,7 +14,7 @@ constexpr double MeshMargin = 1e-05;
 constexpr int MostCells = 1 << 20;
 
 // The mesh line that is `lines` beyond the last one before v, with a margin that is
-// below 0 for a lower limit.
+// below 0 for a lower limit. Never a negative zero.
 double snapped(double v, double margin, double lines, double step)
 {
     return (std::trunc((v + margin) / step + lines) + 0.0) * step;

@@ -23,7 +23,8 @@ public:
         return m_texture.nearest(castRay(x, y));
     }
 
-    /// Antialiased colour of a pixel: up to five rays, two of them mirrored.
+    /// Antialiased colour of a pixel: one ray, or the mean of five points, of which rays
+    /// make three and mirroring two.
     [[nodiscard]] QRgb FarbeImDreieck1(int x, int y) const
     {
         C4Vector p[5];

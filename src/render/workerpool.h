@@ -21,8 +21,8 @@ public:
     /// all have ended.
     void run(const std::function<void(int worker)> &work);
     /// Calls work(worker, 0) to work(worker, pieces - 1), each once. The threads take the
-    /// pieces in turn as they become free, so that one whose core is wanted elsewhere
-    /// holds up nobody.
+    /// pieces in turn as they become free: one whose core is wanted elsewhere takes
+    /// fewer, though it has to wake before the call returns.
     void runPieces(int pieces, const std::function<void(int worker, int piece)> &work);
 
 private:

@@ -164,7 +164,7 @@ private slots:
 
     void dustBlendsTowardGrey_data()
     {
-        QTest::addColumn<double>("fog");
+        QTest::addColumn<double>("dust");
         QTest::addColumn<QRgb>("colour");
         QTest::newRow("none") << 0.0 << qRgb(200, 100, 50);
         // trunc(255 * 0.5) = 127, and half of the texel, cut.
@@ -173,10 +173,10 @@ private slots:
     }
     void dustBlendsTowardGrey()
     {
-        QFETCH(double, fog);
+        QFETCH(double, dust);
         QFETCH(QRgb, colour);
         Fixture f;
-        f.source.shape.fog = fog;
+        f.source.shape.dust = dust;
         f.draw({2, 2}, {2, 6}, {6, 6});
         QCOMPARE(f.target.pixel(3, 5), colour);
     }
@@ -184,7 +184,7 @@ private slots:
     void lightFromBelowShowsDustAlone()
     {
         Fixture f({0.0, 0.0, 1.0, 0.0});
-        f.source.shape.fog = 0.5;
+        f.source.shape.dust = 0.5;
         f.draw({2, 2}, {2, 6}, {6, 6});
         QCOMPARE(f.target.pixel(3, 5), qRgb(127, 127, 127));
     }
@@ -192,7 +192,7 @@ private slots:
     void lightAlongTheGroundShowsDustToo()
     {
         Fixture f({1.0, 0.0, 0.0, 0.0}); // intensity exactly 0, brightness 0
-        f.source.shape.fog = 0.5;
+        f.source.shape.dust = 0.5;
         f.draw({2, 2}, {2, 6}, {6, 6});
         QCOMPARE(f.target.pixel(3, 5), qRgb(0, 0, 0));
     }
@@ -200,7 +200,7 @@ private slots:
     void withoutTextureTheGroundIsWhite()
     {
         Fixture f({0.0, 0.6, -0.8, 0.0}, false);
-        f.source.shape.fog = 0.25;
+        f.source.shape.dust = 0.25;
         f.draw({2, 2}, {2, 6}, {6, 6});
         // 0.8 * 255 * 0.75 = 153, dust 0.8 * 255 * 0.25 = 51.
         QCOMPARE(f.target.pixel(3, 5), qRgb(204, 204, 204));

@@ -145,7 +145,7 @@ void Transformation::ZeichneEinDreieck(C4Vector *vertices, C4Vector *normals, do
     m_centroid = {
         (v0.x + v1.x + v2.x) / 3 - Position.x, (v0.y + v1.y + v2.y) / 3 - Position.y,
         (v0.z + v1.z + v2.z) / 3 - Position.z, (v0.w + v1.w + v2.w) / 3 - Position.w};
-    // Points down out of the terrain, so only its upper side is drawn.
+    // Points down into the terrain, so only its upper side is drawn.
     m_faceNormal = cross(difference(v1, v0), difference(v2, v0));
     m_faceNormal.w = 1.0;
     const double facing = m_centroid.x * m_faceNormal.x + m_centroid.y * m_faceNormal.y +
