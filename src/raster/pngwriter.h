@@ -9,7 +9,7 @@ class QIODevice;
 
 /// Writes a plain picture as PNG.
 ///
-/// What is read back is the same as from a file of the toolkit, and the file is little
-/// larger. It takes a tenth of the time: frames would wait for the toolkit's.
+/// What is read back is the same as from a file of the toolkit, and the file is about as
+/// large. It takes a seventh of the time: frames would wait for the toolkit's.
 /// False if the device does not take it all or there is not enough memory.
 [[nodiscard]] bool writePng(QIODevice &device, const QImage &image);

@@ -115,7 +115,7 @@ private slots:
             const int v = (x * x / 300 + y * y / 200) % 200 + random.bounded(8);
             return qRgb(v, v * 3 / 4, v / 2);
         });
-        const auto most = writtenByTheToolkit(image).size() * 108 / 100;
+        const auto most = writtenByTheToolkit(image).size() * 103 / 100;
         QVERIFY2(written(image).size() <= most, qPrintable(QString::number(most)));
         const QImage flat =
             painted({640, 480}, QImage::Format_RGB32, [](int, int) { return 7u; });
