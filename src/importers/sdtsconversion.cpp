@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <limits>
 
 void SdtsConversion::walk(const QString &fileName, int (*use)(sc_Subfield))
 {
@@ -66,6 +67,8 @@ ElevationImage SdtsConversion::makeImage() const
 
 void SdtsConversion::setElevation(double value)
 {
-    if (!image.isNull() && col > 0 && row > 0)
-        image.setElevation(col - 1, row - 1, value * calibrationFactor);
+    constexpr int Lowest = std::numeric_limits<int>::min();
+    if (image.isNull() || col == Lowest || row == Lowest)
+        return; // below them there is no number, and surely no cell
+    image.setElevation(col - 1, row - 1, value * calibrationFactor);
 }

@@ -24,7 +24,9 @@ public:
     /// Reads the cells; false if no image can be made of their extent.
     [[nodiscard]] bool readCells();
 
-    /// Stores an elevation of the file at the current column and row.
+    /// Stores an elevation of the file at the current column and row. The image rounds
+    /// a position by cutting half a pixel beyond it, so that one before the first counts
+    /// as the first.
     void setElevation(double value);
 
     CConverterType converterTypes[8];

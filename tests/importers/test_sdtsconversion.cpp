@@ -46,6 +46,7 @@ private slots:
     void voidAndFillBecomeZero();
     void gapsStayAtZero();
     void cellsOutsideAreDropped();
+    void cellsCountedFromZeroStandOnTheFirstRowAndColumn();
     void elevationsAreCalibrated();
     void anUnknownFormatGivesOnePixel();
     void cellsThatCannotBeReadGiveNoImage_data();
@@ -185,11 +186,33 @@ void TestSdtsConversion::cellsOutsideAreDropped()
     conversion.setElevation(5.0); // no image yet
     conversion.image = ElevationImage(2, 1, QImage::Format_RGB888);
     conversion.image.clear(0xFF000000);
-    for (const int position : {-2147483647 - 1, -1, 0, 3, 2147483647}) {
+    for (const int position : {-2147483647 - 1, -2147483647, -1, 3, 2147483647}) {
         conversion.col = conversion.row = position;
         conversion.setElevation(5.0);
     }
     QCOMPARE(pixelsOf(conversion.image), QString("0 0"));
+}
+
+// Half a pixel is added and the rest cut off, toward zero from either side: the position
+// before the first is the first.
+void TestSdtsConversion::cellsCountedFromZeroStandOnTheFirstRowAndColumn()
+{
+    const auto cell = [](int row, int column, int value) {
+        return isofile::record(
+            {{"CELL", isofile::units({std::to_string(row), std::to_string(column)})},
+             {"CVLS", isofile::bigEndian(value, 2)}});
+    };
+    const std::string description = isofile::ddr(
+        {{"CELL", "", "ROWI!COLI", "(2I)"}, {"CVLS", "", "*ELEVATION", "(B(16))", "26"}});
+    writeTransfer(3, 2, numbered);
+    QCOMPARE(pixelsOfCells(description + cell(0, 0, 7) + cell(2, 2, 8)),
+             QString("7 0 | 0 8"));
+    QCOMPARE(pixelsOfCells(description + cell(0, 2, 7) + cell(2, 0, 8)),
+             QString("0 7 | 8 0"));
+    QCOMPARE(pixelsOfCells(description + cell(1, 1, 6) + cell(0, 1, 7) + cell(2, 2, 8)),
+             QString("7 0 | 0 8"));
+    QCOMPARE(pixelsOfCells(description + cell(-1, 1, 7) + cell(2, 2, 8)),
+             QString("0 0 | 0 8"));
 }
 
 void TestSdtsConversion::elevationsAreCalibrated()
