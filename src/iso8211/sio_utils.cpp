@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
-#include <istream>
 #include <limits>
+#include <locale>
+#include <sstream>
 
 namespace {
 
@@ -41,7 +42,6 @@ std::size_t digitsAt(std::string_view text, std::size_t from)
 struct NumberShape {
     std::size_t length = 0;
     bool isWhole = false; // a mantissa, and digits in an exponent that was begun
-    bool isSmall = false; // the exponent is negative
 };
 
 NumberShape shapeOf(std::string_view text)
@@ -60,11 +60,22 @@ NumberShape shapeOf(std::string_view text)
         return shape;
     std::size_t exponent = shape.length + 1;
     if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-'))
-        shape.isSmall = text[exponent++] == '-';
+        ++exponent;
     const std::size_t exponentDigits = digitsAt(text, exponent);
     shape.isWhole = exponentDigits > 0;
     shape.length = exponent + exponentDigits;
     return shape;
+}
+
+// What a stream makes of a number beyond the greatest or below the smallest: the
+// greatest, or a number next to zero. Seldom asked, and too slow for all the others.
+double asAStreamHasIt(std::string_view text)
+{
+    std::istringstream stream{std::string(text)};
+    stream.imbue(std::locale::classic());
+    double number = 0.0;
+    stream >> number;
+    return number;
 }
 
 } // namespace
@@ -97,7 +108,7 @@ double sio_Utils::doubleOf(std::string_view text)
     double number = 0.0;
     const auto result = std::from_chars(text.data(), text.data() + shape.length, number);
     if (result.ec == std::errc::result_out_of_range)
-        number = shape.isSmall ? 0.0 : std::numeric_limits<double>::max();
+        number = asAStreamHasIt(text.substr(0, shape.length));
     return isNegative ? -number : number;
 }
 

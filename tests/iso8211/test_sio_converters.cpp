@@ -43,6 +43,8 @@ private slots:
     void aWholeNumberIsReadFromText();
     void anEmptyTextHasNoValue();
     void realNumbersAreReadFromText();
+    void numbersBeyondTheRangeAreReadAsAStreamReadsThem_data();
+    void numbersBeyondTheRangeAreReadAsAStreamReadsThem();
     void aTextEndsAtAZeroByte();
     void aTextOfTypeCIsStoredAsA();
     void binaryNumbersAreReadHighByteFirst_data();
@@ -108,6 +110,35 @@ void TestSioConverters::realNumbersAreReadFromText()
     QCOMPARE(value, -0.25);
     QVERIFY(made(&converterR, "none", 4, &consumed).getR(value));
     QCOMPARE(value, 0.0);
+}
+
+void TestSioConverters::numbersBeyondTheRangeAreReadAsAStreamReadsThem_data()
+{
+    constexpr double Greatest = std::numeric_limits<double>::max();
+    const QByteArray zeros(330, '0');
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<double>("number");
+    QTest::newRow("a large exponent") << QByteArray("1e999") << Greatest;
+    QTest::newRow("below zero") << QByteArray("-1e999") << -Greatest;
+    QTest::newRow("many digits") << "1" + zeros << Greatest;
+    QTest::newRow("too many digits for their exponent")
+        << "1" + zeros + "e-5" << Greatest;
+    QTest::newRow("a small exponent") << QByteArray("1e-999") << 0.0;
+    QTest::newRow("many zeros") << "0." + zeros + "1" << 0.0;
+    QTest::newRow("too many zeros for their exponent") << "0." + zeros + "1e+5" << 0.0;
+    QTest::newRow("many digits, small exponent") << "1" + zeros + "e-320" << 1e10;
+    QTest::newRow("many zeros, large exponent") << "0." + zeros + "1e+330" << 0.1;
+    QTest::newRow("the smallest") << QByteArray("4.9e-324") << 4.9e-324;
+}
+
+void TestSioConverters::numbersBeyondTheRangeAreReadAsAStreamReadsThem()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(double, number);
+    int consumed = 0;
+    double value = 7;
+    QVERIFY(made(&converterR, text, int(text.size()), &consumed).getR(value));
+    QVERIFY2(value == number, qPrintable(QString::number(value)));
 }
 
 void TestSioConverters::aTextEndsAtAZeroByte()
