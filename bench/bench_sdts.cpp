@@ -1,4 +1,6 @@
 #include "importers/sdtsconversion.h"
+#include "iso8211/sio_8211forwarditerator.h"
+#include "iso8211/sio_8211reader.h"
 #include "support/sdtstransfer.h"
 
 #include <QDir>
@@ -9,6 +11,7 @@
 
 #include <fstream>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
@@ -40,8 +43,24 @@ void importTransfer(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * columns * rows);
 }
 
+// A record whose fields are none of those that are described, as many as them.
+void skipUnknownTags(benchmark::State &state)
+{
+    const int count = static_cast<int>(state.range(0));
+    std::istringstream in(isofile::manyFields(count, 'K', 'L') +
+                          isofile::manyFields(count, 'U'));
+    sio_8211Reader reader(in);
+    sio_8211ForwardIterator i(reader);
+    sc_Record record;
+    for (auto _ : state)
+        if (!i.get(record) || !record.empty())
+            state.SkipWithError("the tags are known");
+    state.SetItemsProcessed(state.iterations() * count);
+}
+
 } // namespace
 
+BENCHMARK(skipUnknownTags)->Arg(70)->Arg(700)->Arg(7000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(importTransfer)
     ->Args({350, 460})
     ->Args({1200, 1400})

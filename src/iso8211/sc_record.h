@@ -9,14 +9,17 @@
 /// A list of subfields with the tag and the name of their field.
 class sc_Field : public std::vector<sc_Subfield> {
 public:
-    [[nodiscard]] const std::string &getName() const { return m_name; }
-    [[nodiscard]] const std::string &getMnemonic() const { return m_mnemonic; }
-    void setName(const std::string &name) { m_name = name; }
-    void setMnemonic(const std::string &mnemonic) { m_mnemonic = mnemonic; }
+    [[nodiscard]] const std::string &getName() const { return m_name.text(); }
+    [[nodiscard]] const std::string &getMnemonic() const { return m_mnemonic.text(); }
+    void setName(const std::string &name) { m_name = sc_Name(name); }
+    void setMnemonic(const std::string &mnemonic) { m_mnemonic = sc_Name(mnemonic); }
+    /// The same with a text that others hold too.
+    void shareName(const sc_Name &name) { m_name = name; }
+    void shareMnemonic(const sc_Name &mnemonic) { m_mnemonic = mnemonic; }
 
 private:
-    std::string m_name;
-    std::string m_mnemonic;
+    sc_Name m_name;
+    sc_Name m_mnemonic;
 };
 
 /// One record of a module.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "iso8211/sc_multitypevalue.h"
+#include "iso8211/sc_name.h"
 
 #include <cstdint>
 #include <iosfwd>
@@ -29,11 +30,14 @@ public:
     };
 
     [[nodiscard]] Type getSubfieldType() const { return m_type; }
-    [[nodiscard]] const std::string &getName() const { return m_name; }
-    [[nodiscard]] const std::string &getMnemonic() const { return m_mnemonic; }
+    [[nodiscard]] const std::string &getName() const { return m_name.text(); }
+    [[nodiscard]] const std::string &getMnemonic() const { return m_mnemonic.text(); }
     [[nodiscard]] const sc_MultiTypeValue &getValue() const { return m_value; }
-    void setName(const std::string &name) { m_name = name; }
-    void setMnemonic(const std::string &mnemonic) { m_mnemonic = mnemonic; }
+    void setName(const std::string &name) { m_name = sc_Name(name); }
+    void setMnemonic(const std::string &mnemonic) { m_mnemonic = sc_Name(mnemonic); }
+    /// The same with a text that others hold too.
+    void shareName(const sc_Name &name) { m_name = name; }
+    void shareMnemonic(const sc_Name &mnemonic) { m_mnemonic = mnemonic; }
 
     /// Each setter sets the type along with the value.
     void setA(const std::string &value) { setText(A, value); }
@@ -94,8 +98,8 @@ private:
     bool getUnsigned(Type type, std::uint32_t &value) const;
 
     // In the order in which two subfields are compared.
-    std::string m_mnemonic;
-    std::string m_name;
+    sc_Name m_mnemonic;
+    sc_Name m_name;
     Type m_type = I;
     sc_MultiTypeValue m_value;
 };

@@ -14,10 +14,22 @@ sio_8211ForwardIterator::sio_8211ForwardIterator(sio_8211Reader &reader)
 
 bool sio_8211ForwardIterator::get(sc_Record &record)
 {
-    if (m_reader->_fillScRecord(m_record, record))
-        return true;
-    m_reader->stream().setstate(std::ios::failbit);
-    return false;
+    return told(m_reader->_fillScRecord(m_record, record));
+}
+
+bool sio_8211ForwardIterator::walk(std::ostream &out)
+{
+    const bool isReadable = m_reader->walkFields(m_record, out);
+    out << '\n';
+    return told(isReadable);
+}
+
+// A record that cannot be read to its end is the last: that is what the stream tells.
+bool sio_8211ForwardIterator::told(bool isReadable)
+{
+    if (!isReadable)
+        m_reader->stream().setstate(std::ios::failbit);
+    return isReadable;
 }
 
 void sio_8211ForwardIterator::operator++() { readRecord(); }

@@ -30,12 +30,16 @@ public:
     sio_8211ForwardIterator &operator=(const sio_8211ForwardIterator &) = delete;
 
     bool get(sc_Record &record) override;
+    /// Inserts the current record into a stream as get() and the insertion of what it
+    /// fills would, whatever its size in no more memory than its bytes and one field.
+    bool walk(std::ostream &out);
     void operator++() override;
     [[nodiscard]] bool done() const override { return m_done; }
     operator void *() const override;
 
 private:
     void readRecord();
+    bool told(bool isReadable);
 
     std::int64_t m_nextRecord;
     sio_8211DR m_record;

@@ -8,6 +8,10 @@
 #include <cstdint>
 #include <iosfwd>
 #include <list>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
 
 /// Base of the readers of transfer files.
 class sio_Reader {
@@ -27,7 +31,7 @@ public:
     /// One format for each field that the file describes.
     [[nodiscard]] const std::list<sio_8211FieldFormat> &getSchema() const
     {
-        return m_schema;
+        return *m_schema;
     }
     [[nodiscard]] std::istream &stream() const { return m_stream; }
     [[nodiscard]] std::int64_t firstRecord() const { return m_firstRecord; }
@@ -37,10 +41,30 @@ public:
     bool _fillScRecord(const sio_8211DR &dr, sc_Record &record) const;
     /// The same for the data record at a stream position.
     bool _fillScRecord(std::int64_t position, sc_Record &record) const;
+    /// Inserts the fields of a data record into a stream as the record that
+    /// _fillScRecord() makes would be, but holds no more than one of them at a time.
+    bool walkFields(const sio_8211DR &dr, std::ostream &out) const;
 
 private:
+    using Schema = std::list<sio_8211FieldFormat>;
+
+    // A format of the schema, with its texts as all fields made by it share them.
+    struct KnownFormat {
+        const sio_8211FieldFormat *format = nullptr;
+        sc_Name tag;
+        sc_Name name;
+        std::vector<sc_Name> labels; // of the subfields
+        bool isAttribute = false;
+    };
+    class FieldFiller;
+
+    void know(const sio_8211FieldFormat &format);
+    template <class NextField, class FieldDone>
+    bool takeFields(const sio_8211DR &dr, NextField next, FieldDone done) const;
+
     std::istream &m_stream;
     sio_8211DDR m_ddr;
-    std::list<sio_8211FieldFormat> m_schema;
+    std::shared_ptr<Schema> m_schema = std::make_shared<Schema>();
+    std::unordered_map<std::string_view, KnownFormat> m_formats; // by tag
     std::int64_t m_firstRecord = -1;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <istream>
+#include <limits>
 
 void sio_8211Record::readFields(std::istream &stream, std::int64_t base)
 {
@@ -12,6 +13,8 @@ void sio_8211Record::readFields(std::istream &stream, std::int64_t base)
     for (sio_8211DirEntry &entry : m_directory)
         entry.setField(nullptr);
     std::int64_t total = 0;
+    // Where the stream stands; not known at first.
+    std::int64_t here = std::numeric_limits<std::int64_t>::min();
     for (sio_8211DirEntry &entry : m_directory) {
         const std::int64_t start = base + entry.getPosition();
         const std::int64_t end = start + entry.getFieldLength();
@@ -24,12 +27,14 @@ void sio_8211Record::readFields(std::istream &stream, std::int64_t base)
             stream.setstate(std::ios::failbit);
             return;
         }
-        sio_Utils::seekTo(stream, start);
+        if (start != here)
+            sio_Utils::seekTo(stream, start);
         m_fieldArea.emplace_back(entry.getFieldLength() - 1);
         stream >> m_fieldArea.back();
         if (!stream.good())
             return;
         entry.setField(&m_fieldArea.back());
+        here = end;
         m_endOfFields = furthest;
     }
 }

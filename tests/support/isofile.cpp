@@ -54,6 +54,17 @@ std::string record(const std::vector<Field> &fields, char leaderIdentifier)
     return assemble(fields, std::string(" ") + leaderIdentifier + "   ", "  ");
 }
 
+std::string manyFields(int count, char letter, char leaderIdentifier)
+{
+    std::string entries;
+    for (int i = 0; i < count; ++i)
+        entries += letter + padded(std::size_t(i), 4) + '1' + padded(std::size_t(i), 5);
+    entries += FieldEnd;
+    return "000002" + std::string(1, leaderIdentifier) + "   00" +
+           padded(24 + entries.size(), 5) + "   1505" + entries +
+           std::string(std::size_t(count), FieldEnd);
+}
+
 std::string fieldArea(const std::vector<Field> &fields)
 {
     std::string out;

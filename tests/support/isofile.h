@@ -30,6 +30,10 @@ struct Field {
 [[nodiscard]] std::string record(const std::vector<Field> &fields,
                                  char leaderIdentifier = 'D');
 
+/// A record of so many fields, at most 7,000, that hold nothing: their tags are a letter
+/// and four digits. One with the identifier L describes them.
+[[nodiscard]] std::string manyFields(int count, char letter, char leaderIdentifier = 'D');
+
 /// The field area alone, as a record that reuses an earlier directory has it.
 [[nodiscard]] std::string fieldArea(const std::vector<Field> &fields);
 
