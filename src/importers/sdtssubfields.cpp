@@ -8,16 +8,21 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 SdtsConversion *pSDTSImport = nullptr;
 
 namespace {
 
-std::string mnemonicOf(const sc_Subfield &subfield)
+// Whether a subfield goes by a name, which is in small letters; in any case.
+bool isCalled(const sc_Subfield &subfield, std::string_view name)
 {
-    std::string mnemonic = subfield.getMnemonic();
-    toLowerCaseSTD(mnemonic);
-    return mnemonic;
+    const auto isSame = [](char c, char small) {
+        return (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == small;
+    };
+    const std::string &mnemonic = subfield.getMnemonic();
+    return mnemonic.size() == name.size() &&
+           std::equal(mnemonic.begin(), mnemonic.end(), name.begin(), isSame);
 }
 
 // 0 without a value, as for the types that hold no number.
@@ -86,12 +91,11 @@ int UseSubfieldToDetermineFileNames(sc_Subfield subfield)
     if (!subfield.getA(text))
         return 0;
     SdtsConversion &import = *pSDTSImport;
-    const std::string mnemonic = mnemonicOf(subfield);
-    if (mnemonic == "name") {
+    if (isCalled(subfield, "name")) {
         toLowerCaseSTD(text);
         const bool isWanted = text == "ddsh" || text == "ddom" || text == "cel0";
         import.moduleName = isWanted ? QString::fromStdString(text) : QString();
-    } else if (mnemonic == "file") {
+    } else if (isCalled(subfield, "file")) {
         const QString file = QFile::decodeName(text.c_str());
         if (import.moduleName == "ddsh")
             import.ddshFile = file;
@@ -108,13 +112,12 @@ int UseSubfieldToDetermineUnits(sc_Subfield subfield)
     std::string text;
     if (!subfield.getA(text))
         return 0;
-    const std::string mnemonic = mnemonicOf(subfield);
-    if (mnemonic == "unit") {
+    if (isCalled(subfield, "unit")) {
         toLowerCaseSTD(text);
         pSDTSImport->inputUnit = QString::fromLocal8Bit(text.c_str());
-    } else if (mnemonic == "fmt") {
+    } else if (isCalled(subfield, "fmt")) {
         pSDTSImport->fmt = text;
-    } else if (mnemonic == "atlb") {
+    } else if (isCalled(subfield, "atlb")) {
         pSDTSImport->atlb = text;
     }
     return 0;
@@ -123,10 +126,9 @@ int UseSubfieldToDetermineUnits(sc_Subfield subfield)
 int UseSubfieldToDetermineVoidAndFill(sc_Subfield subfield)
 {
     SdtsConversion &import = *pSDTSImport;
-    const std::string mnemonic = mnemonicOf(subfield);
-    if (mnemonic == "dval") {
+    if (isCalled(subfield, "dval")) {
         import.moduleName = QString::number(doubleOf(subfield), 'f', 10);
-    } else if (mnemonic == "dvdf") {
+    } else if (isCalled(subfield, "dvdf")) {
         std::string text;
         subfield.getA(text);
         toLowerCaseSTD(text);
@@ -144,14 +146,13 @@ int UseSubfieldToDetermineVoidAndFill(sc_Subfield subfield)
 int UseSubfieldToDetermineFileSize(sc_Subfield subfield)
 {
     SdtsConversion &import = *pSDTSImport;
-    const std::string mnemonic = mnemonicOf(subfield);
-    if (mnemonic == "elevation") {
+    if (isCalled(subfield, "elevation")) {
         nextColumn(import.col);
         import.maxCol = std::max(import.maxCol, import.col);
-    } else if (mnemonic == "rowi") {
+    } else if (isCalled(subfield, "rowi")) {
         import.row = longOf(subfield);
         import.maxRow = std::max(import.maxRow, import.row);
-    } else if (mnemonic == "coli") {
+    } else if (isCalled(subfield, "coli")) {
         import.col = longOf(subfield);
         import.maxCol = std::max(import.maxCol, import.col);
     }
@@ -161,8 +162,7 @@ int UseSubfieldToDetermineFileSize(sc_Subfield subfield)
 int UseSubfieldToReadElevations(sc_Subfield subfield)
 {
     SdtsConversion &import = *pSDTSImport;
-    const std::string mnemonic = mnemonicOf(subfield);
-    if (mnemonic == "elevation") {
+    if (isCalled(subfield, "elevation")) {
         double value = doubleOf(subfield);
         if (std::trunc(value) == import.voidValue)
             value = 0.0;
@@ -170,9 +170,9 @@ int UseSubfieldToReadElevations(sc_Subfield subfield)
             value = 0.0;
         import.setElevation(value);
         nextColumn(import.col);
-    } else if (mnemonic == "rowi") {
+    } else if (isCalled(subfield, "rowi")) {
         import.row = truncatedToInt(doubleOf(subfield));
-    } else if (mnemonic == "coli") {
+    } else if (isCalled(subfield, "coli")) {
         import.col = truncatedToInt(doubleOf(subfield));
     }
     return 0;

@@ -105,11 +105,8 @@ int ReadSDTS(const char *fileName, const CConverterType *hints)
         return -1;
     const GatheredOutput gathered(std::cout);
     sio_8211Reader reader(file, &converters);
-    sc_Record record;
-    for (sio_8211ForwardIterator i(reader); i; ++i) {
-        i.get(record);
-        std::cout << record << '\n';
-    }
+    for (sio_8211ForwardIterator i(reader); i; ++i)
+        i.walk(std::cout);
     return 0;
 }
 
