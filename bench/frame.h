@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/pi.h"
 #include "bench/views.h"
 
 #include "render/terrainsweep.h"
@@ -26,7 +27,6 @@ template <typename Sweep, typename Camera> struct Frame {
           m_target(width, height, QImage::Format_RGB32),
           m_camera(nullptr, Light, width, height)
     {
-        constexpr double Pi = 3.141592653589793;
         m_camera.SetzeTexturDatei(&m_texture);
         m_camera.SetView(view.position, 0.0, view.pitch / 180 * Pi,
                          view.focal * width / 1280.0, 0.0);

@@ -1,12 +1,13 @@
 #include "flightpath/curvedflight.h"
 
+#include "base/pi.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
 constexpr int Order = 4;
 
 QString text(const char *source)

@@ -1,14 +1,14 @@
 #include "flightpath/flightplan.h"
 
+#include "base/pi.h"
+#include "base/truncate.h"
 #include "flightpath/pathcurve.h"
-#include "flightpath/saturate.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
 constexpr double ControlPointRadius = 10.0;
 constexpr double HandleRadius = 5.0;
 // Full turns that the unwrapping tries in each direction.

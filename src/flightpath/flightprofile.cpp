@@ -1,10 +1,11 @@
 #include "flightpath/flightprofile.h"
 
+#include "base/pi.h"
+
 #include <cmath>
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
 constexpr double ControlPointRadius = 10.0;
 constexpr double HandleRadius = 5.0;
 
@@ -48,7 +49,7 @@ HeightExtent heightExtent(const QList<ControlPoint> &controlPoints,
 qint32 updateStations(QList<ControlPoint> &controlPoints)
 {
     addUpStations(controlPoints);
-    return controlPoints.size() < 2 ? 0 : rounded(controlPoints.constLast().i);
+    return controlPoints.size() < 2 ? 0 : truncatedPlusHalf(controlPoints.constLast().i);
 }
 
 void updateStations(QList<Waypoint> &waypoints) { addUpStations(waypoints); }
@@ -94,7 +95,7 @@ int pitchHandleAt(const QList<Waypoint> &waypoints, int handleLength, int statio
 
 bool tiltTowards(Waypoint &waypoint, int station, int height)
 {
-    const double ds = double(station) - rounded(waypoint.i);
+    const double ds = double(station) - truncatedPlusHalf(waypoint.i);
     const double dh = double(height) - waypoint.z;
     if (ds == 0.0 && dh == 0.0)
         return false;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/truncate.h"
 #include "flightpath/controlpoint.h"
 #include "flightpath/pathcurve.h"
-#include "flightpath/saturate.h"
 #include "flightpath/waypoint.h"
 
 #include <QList>
@@ -28,9 +28,9 @@ struct HeightExtent {
     void include(double height)
     {
         if (height > highest)
-            highest = truncated(height);
+            highest = truncatedOrNearest(height);
         if (height < lowest)
-            lowest = truncated(height);
+            lowest = truncatedOrNearest(height);
     }
 };
 

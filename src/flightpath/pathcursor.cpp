@@ -1,6 +1,6 @@
 #include "flightpath/pathcursor.h"
 
-#include "flightpath/saturate.h"
+#include "base/truncate.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -30,5 +30,6 @@ QCursor bitmapCursor(const QBitmap &bitmap, const QBitmap &mask, const QPoint &h
 QPoint pixelUnder(const QMouseEvent *event)
 {
     const QPointF at = event->position();
-    return {truncated(std::floor(at.x())), truncated(std::floor(at.y()))};
+    return {truncatedOrNearest(std::floor(at.x())),
+            truncatedOrNearest(std::floor(at.y()))};
 }

@@ -1,7 +1,7 @@
 #include "flightpath/pathcurve.h"
 
+#include "base/truncate.h"
 #include "flightpath/nurbs.h"
-#include "flightpath/saturate.h"
 #include "flightpath/waypointlevel.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ QList<QPoint> roundedCurve(const std::vector<CurvePoint> &curve)
     QList<QPoint> points;
     points.reserve(static_cast<qsizetype>(curve.size()));
     for (const CurvePoint &p : curve)
-        points.append({rounded(p.u), rounded(p.v)});
+        points.append({truncatedPlusHalf(p.u), truncatedPlusHalf(p.v)});
     return points;
 }
 

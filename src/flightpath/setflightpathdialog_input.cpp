@@ -1,6 +1,7 @@
 // Mouse, keys and the window's own events of the plan editor.
 #include "flightpath/setflightpathdialog.h"
 
+#include "base/pi.h"
 #include "flightpath/flightplan.h"
 #include "flightpath/pathcursor.h"
 #include "flightpath/setflightpathprofiledialog.h"
@@ -16,8 +17,6 @@
 #include "ui_setflightpathdialog.h"
 
 namespace {
-
-constexpr double Pi = 3.141592653589793;
 
 } // namespace
 

@@ -1,7 +1,8 @@
 #include "flightpath/setflightpathprofiledialog.h"
 
+#include "base/pi.h"
+#include "base/truncate.h"
 #include "flightpath/pathcursor.h"
-#include "flightpath/saturate.h"
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
 constexpr int RefreshMilliseconds = 1000;
 const QPoint CursorHotSpot(9, 15);
 

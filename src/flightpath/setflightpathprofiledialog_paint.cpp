@@ -1,7 +1,7 @@
 // The picture of the profile editor.
 #include "flightpath/setflightpathprofiledialog.h"
 
-#include "flightpath/saturate.h"
+#include "base/truncate.h"
 #include "raster/elevationimage.h"
 
 #include <QPaintEvent>
@@ -31,8 +31,9 @@ void SetFlightPathProfileDialog::paintEvent(QPaintEvent *event)
     painter.setRenderHint(QPainter::Antialiasing);
     PathPainter paint(painter, m_icons, event->rect());
     for (const ControlPoint &p : std::as_const(*controlPoints))
-        paint.drawControlPointIcon(rounded(p.i - 11 + static_cast<double>(offsetX())),
-                                   baseline() - p.z - 11);
+        paint.drawControlPointIcon(
+            truncatedPlusHalf(p.i - 11 + static_cast<double>(offsetX())),
+            baseline() - p.z - 11);
     if (controlPoints->size() >= CurveMinimum) {
         paintTerrain(paint, ground);
         paintCurve(paint, updateProfile(*controlPoints, *waypoints, *waypointLevel));
@@ -74,11 +75,13 @@ void SetFlightPathProfileDialog::paintCurve(PathPainter &paint,
 void SetFlightPathProfileDialog::paintWaypoints(PathPainter &paint) const
 {
     for (const Waypoint &w : std::as_const(*waypoints))
-        paint.drawWaypointIcon(rounded(w.i - 6) + offsetX(), baseline() - w.z - 6);
+        paint.drawWaypointIcon(truncatedPlusHalf(w.i - 6) + offsetX(),
+                               baseline() - w.z - 6);
     paint.selectWaypointNumbers();
     for (qsizetype i = 0; i < waypoints->size(); ++i) {
         const Waypoint &w = waypoints->at(i);
-        paint.drawNumber(i, rounded(w.i - 20) + offsetX(), baseline() - w.z - 20);
+        paint.drawNumber(i, truncatedPlusHalf(w.i - 20) + offsetX(),
+                         baseline() - w.z - 20);
     }
 }
 
@@ -95,8 +98,8 @@ void SetFlightPathProfileDialog::paintDirections(PathPainter &paint) const
         lines.moveTo(PathPainter::onScreen(left + w.i + HandleStart * along,
                                            base - std::trunc(HandleStart * up + w.z)));
         const QPointF end =
-            PathPainter::onScreen(left + rounded(handleLength * along + w.i),
-                                  base - rounded(handleLength * up + w.z));
+            PathPainter::onScreen(left + truncatedPlusHalf(handleLength * along + w.i),
+                                  base - truncatedPlusHalf(handleLength * up + w.z));
         lines.lineTo(end);
         ends.append(end.toPoint());
     }
@@ -110,7 +113,7 @@ void SetFlightPathProfileDialog::paintControlPointNumbers(PathPainter &paint) co
     paint.selectControlPointNumbers();
     for (qsizetype i = 0; i < controlPoints->size(); ++i) {
         const ControlPoint &p = controlPoints->at(i);
-        paint.drawNumber(i, rounded(p.i - 20 + static_cast<double>(offsetX())),
+        paint.drawNumber(i, truncatedPlusHalf(p.i - 20 + static_cast<double>(offsetX())),
                          baseline() - p.z - 20);
     }
 }

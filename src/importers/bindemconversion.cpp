@@ -1,5 +1,6 @@
 #include "importers/bindemconversion.h"
 
+#include "base/truncate.h"
 #include "importers/bindemsamples.h"
 #include "importers/blankelevation.h"
 #include "importers/numbers.h"
@@ -80,10 +81,8 @@ ElevationImage imageOf(const BinDemHeader &header, const BinDemOptions &options)
 double snappedCoordinate(double value)
 {
     constexpr double Step = 0.000001;
-    const double steps = std::trunc(std::abs(value) / Step + 0.5);
-    if (std::isnan(steps))
-        return 0.0;
-    return (value < 0.0 ? -steps : steps) * Step;
+    const double steps = std::trunc(halfAwayFromZero(value / Step));
+    return std::isnan(steps) ? 0.0 : steps * Step;
 }
 
 QString binDemKilobytes(const BinDemHeader &header, const BinDemOptions &options)

@@ -1,5 +1,6 @@
 #include "importers/bindemsamples.h"
 
+#include "base/truncate.h"
 #include "importers/bindemconversion.h"
 #include "raster/elevationimage.h"
 
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cmath>
 #include <vector>
 
 namespace {
@@ -104,11 +104,9 @@ private:
     int m_statisticsMaximum;
 };
 
-// The low 16 bits of the whole part.
 quint16 low16Bits(double value)
 {
-    const double rest = std::fmod(std::trunc(value), 65536.0);
-    return std::isfinite(rest) ? static_cast<quint16>(static_cast<int>(rest)) : 0;
+    return static_cast<quint16>(lowBitsOfTruncated<16>(value));
 }
 
 template <bool BigEndian, typename Word> Word wordAt(const char *bytes)
@@ -121,7 +119,7 @@ public:
     // A raster without a value for "no data" has 0 for it, which changes nothing.
     WordSamples(const BinDemHeader &header, const BinDemOptions &options)
         : IntegerSamples(options.zScale, -32768, 32767),
-          m_dropped(options.keepNoDataValues ? 0 : low16Bits(header.noDataValue))
+          m_dropped(options.keepNoDataValues ? quint16(0) : low16Bits(header.noDataValue))
     {
     }
 

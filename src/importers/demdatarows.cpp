@@ -1,6 +1,6 @@
 #include "importers/demdatarows.h"
 
-#include "importers/numbers.h"
+#include "base/truncate.h"
 #include "importers/usgsdemdata.h"
 
 #include <QCoreApplication>
@@ -34,16 +34,17 @@ QString geographicText(int degrees, int minutes, double seconds)
     constexpr int LastFraction = 9999;
     const double whole = std::trunc(seconds);
     // The header's decimals are no binary fractions: truncating would lose one.
-    const int fraction = truncatedToInt(std::abs(seconds - whole) * 10000.0 + 0.5);
+    const int fraction =
+        truncatedOrNearestNanLowest(std::abs(seconds - whole) * 10000.0 + 0.5);
     return QStringLiteral("%1°%2'%3\".%4")
         .arg(degrees)
-        .arg(zeroFilled(minutes, 2), zeroFilled(truncatedToInt(whole), 2),
+        .arg(zeroFilled(minutes, 2), zeroFilled(truncatedOrNearestNanLowest(whole), 2),
              zeroFilled(std::clamp(fraction, 0, LastFraction), 4));
 }
 
 QString arcSecondsText(double value)
 {
-    const int seconds = truncatedToInt(value);
+    const int seconds = truncatedOrNearestNanLowest(value);
     return QStringLiteral("%1°%2'%3\"")
         .arg(seconds / 3600)
         .arg(zeroFilled(std::abs(seconds / 60 % 60), 2),

@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <system_error>
 
 namespace {
@@ -49,15 +48,6 @@ double leadingNumber(QByteArrayView text)
         return 0.0;
     const double value = unsignedNumber(p, end);
     return negative ? -value : value;
-}
-
-int truncatedToInt(double value)
-{
-    constexpr int Lowest = std::numeric_limits<int>::min();
-    constexpr int Highest = std::numeric_limits<int>::max();
-    if (!(value > Lowest)) // also what is no number
-        return Lowest;
-    return value < Highest ? static_cast<int>(value) : Highest;
 }
 
 QString wholeNumberText(double value)

@@ -8,9 +8,5 @@
 /// decimal point, whatever the locale.
 [[nodiscard]] double leadingNumber(QByteArrayView text);
 
-/// Truncates toward zero. What an int cannot hold becomes the nearest int, and what
-/// is no number becomes the lowest.
-[[nodiscard]] int truncatedToInt(double value);
-
 /// The whole part in decimal digits, however large.
 [[nodiscard]] QString wholeNumberText(double value);

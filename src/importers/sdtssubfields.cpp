@@ -1,5 +1,6 @@
 #include "importers/sdtssubfields.h"
 
+#include "base/truncate.h"
 #include "importers/numbers.h"
 #include "importers/sdtsconversion.h"
 
@@ -71,7 +72,7 @@ std::int32_t longOf(const sc_Subfield &subfield)
     if (subfield.getSubfieldType() != sc_Subfield::BFP32 &&
         subfield.getValue().getUnsignedLong(whole))
         return static_cast<std::int32_t>(whole);
-    return truncatedToInt(doubleOf(subfield));
+    return truncatedOrNearestNanLowest(doubleOf(subfield));
 }
 
 void nextColumn(int &column)
@@ -132,7 +133,8 @@ int UseSubfieldToDetermineVoidAndFill(sc_Subfield subfield)
         std::string text;
         subfield.getA(text);
         toLowerCaseSTD(text);
-        const int value = truncatedToInt(std::round(import.moduleName.toDouble()));
+        const int value =
+            truncatedOrNearestNanLowest(std::round(import.moduleName.toDouble()));
         if (text.find("void") != std::string::npos)
             import.voidValue = value;
         if (text.find("fill") != std::string::npos)
@@ -171,9 +173,9 @@ int UseSubfieldToReadElevations(sc_Subfield subfield)
         import.setElevation(value);
         nextColumn(import.col);
     } else if (isCalled(subfield, "rowi")) {
-        import.row = truncatedToInt(doubleOf(subfield));
+        import.row = truncatedOrNearestNanLowest(doubleOf(subfield));
     } else if (isCalled(subfield, "coli")) {
-        import.col = truncatedToInt(doubleOf(subfield));
+        import.col = truncatedOrNearestNanLowest(doubleOf(subfield));
     }
     return 0;
 }

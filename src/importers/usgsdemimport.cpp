@@ -1,7 +1,7 @@
 #include "importers/usgsdemimport.h"
 
+#include "base/truncate.h"
 #include "importers/blankelevation.h"
-#include "importers/numbers.h"
 #include "importers/usgsdemreader.h"
 
 #include <QFile>
@@ -68,12 +68,12 @@ ElevationImage UsgsDemMosaic::makeImage() const
 
 int UsgsDemMosaic::columnOf(double easting) const
 {
-    return truncatedToInt(stepsOf(easting - minEasting, resolutionX));
+    return truncatedOrNearestNanLowest(stepsOf(easting - minEasting, resolutionX));
 }
 
 int UsgsDemMosaic::rowOf(double northing) const
 {
-    return truncatedToInt(stepsOf(northing - minNorthing, resolutionY));
+    return truncatedOrNearestNanLowest(stepsOf(northing - minNorthing, resolutionY));
 }
 
 UsgsDemImport::UsgsDemImport(int voidValue, UsgsDemListener &listener)

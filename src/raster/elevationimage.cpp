@@ -1,5 +1,6 @@
 #include "raster/elevationimage.h"
 
+#include "base/truncate.h"
 #include "raster/imagefile.h"
 #include "raster/pixelreader.h"
 #include "raster/vectors.h"
@@ -16,14 +17,6 @@ int nearestIndex(double v, int count)
 {
     const double index = std::trunc(v + 0.5);
     return index >= 0.0 && index < count ? static_cast<int>(index) : -1;
-}
-
-// Low 24 bits of a whole number of any size.
-quint32 low24Bits(double whole)
-{
-    constexpr double Modulus = 16777216.0;
-    const double rest = std::fmod(whole, Modulus);
-    return static_cast<quint32>(static_cast<qint32>(rest)) & 0x00FFFFFFu;
 }
 
 } // namespace
@@ -106,9 +99,7 @@ double ElevationImage::elevation(double x, double y) const
 
 QRgb ElevationImage::pixelOf(double e, double zScale)
 {
-    const double v = e / zScale;
-    const double n = v < 0.0 ? -std::trunc(-v + 0.5) : std::trunc(v + 0.5);
-    return 0xFF000000u | (std::isfinite(n) ? low24Bits(n) : 0u);
+    return 0xFF000000u | lowBitsOfTruncated<24>(halfAwayFromZero(e / zScale));
 }
 
 void ElevationImage::setElevation(int x, int y, double e)

@@ -11,10 +11,10 @@
 
 #include "render/screentrigon.h"
 
+#include "base/truncate.h"
 #include "raster/textureimage.h"
 #include "render/transformation.h"
 #include "render/triangleplane.h"
-#include "render/truncate.h"
 #include "render/vectormath.h"
 
 #include <algorithm>
@@ -207,7 +207,7 @@ void ScreenTrigon::shade(Triangle &t, unsigned int number, RowRange rows)
         Ramp(t.screen, n0.y, n1.y, n2.y),
         Ramp(t.screen, n0.z, n1.z, n2.z),
         1 - t.dust,
-        truncated(Helligkeit * 255.0 * t.dust),
+        truncatedOrLowest(Helligkeit * 255.0 * t.dust),
         Trafo->SetzeDreiecksEckpunkte(t.vertices[0], t.vertices[1], t.vertices[2])};
 
     // Both parts fill the middle row, and normals are added up from the left end of each.
@@ -248,7 +248,7 @@ unsigned int ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
     if (intensity < 0)
         return grey(dust);
     if (!m_texture) {
-        const int lit = truncated(intensity * 255.0 * shading.keep);
+        const int lit = truncatedOrLowest(intensity * 255.0 * shading.keep);
         return grey(static_cast<unsigned int>(lit) + dust);
     }
     const TrianglePlane plane(*Trafo, *m_texture, shading.plane);
@@ -256,7 +256,7 @@ unsigned int ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
         Qualitaet < 1 ? plane.FarbeImDreieck2(x, row) : plane.FarbeImDreieck1(x, row);
     const auto lit = [&](int shift) {
         const unsigned int byte = colour >> shift & 0xFFu;
-        const int value = truncated(byte * intensity * shading.keep);
+        const int value = truncatedOrLowest(byte * intensity * shading.keep);
         return ((static_cast<unsigned int>(value) + dust) & 0xFFu) << shift;
     };
     return 0xFF000000u | lit(16) | lit(8) | lit(0);

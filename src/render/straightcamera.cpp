@@ -1,12 +1,11 @@
 #include "render/straightcamera.h"
 
+#include "base/pi.h"
 #include "scenery/scenerydata.h"
 
 #include <cmath>
 
 namespace {
-
-constexpr double Pi = 3.141592653589793;
 
 double radians(double degrees) { return degrees / 180 * Pi; }
 

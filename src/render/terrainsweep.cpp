@@ -1,9 +1,9 @@
 #include "render/terrainsweep.h"
 
+#include "base/truncate.h"
 #include "raster/textureimage.h"
 #include "render/meshframe.h"
 #include "render/transformation.h"
-#include "render/truncate.h"
 #include "render/workerpool.h"
 
 #include <algorithm>
@@ -98,7 +98,7 @@ void TerrainSweep::paintBackground(bool useBackground, unsigned int background)
     if (!useBackground) {
         // The colour of a white flat landscape in the current light.
         const double v = std::abs(Licht.z) * 256.0;
-        const int grey = truncated(v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v);
+        const int grey = truncatedOrLowest(v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v);
         background = qRgb(grey, grey, grey);
     }
     renderTarget->fill(background);

@@ -1,5 +1,6 @@
 #include "shell/imagemdichild.h"
 
+#include "base/truncate.h"
 #include "raster/image.h"
 #include "raster/imagefile.h"
 #include "shell/appsettings.h"
@@ -19,8 +20,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace {
 
@@ -33,19 +32,9 @@ WorkspaceWindow *activeWorkspace()
     return dynamic_cast<WorkspaceWindow *>(QApplication::activeWindow());
 }
 
-// Cuts toward zero; what no int can hold becomes the nearest one that exists.
-int cutToInt(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    constexpr double lowest = std::numeric_limits<int>::lowest();
-    constexpr double highest = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(value, lowest, highest));
-}
-
 int scaledLength(int length, double factor)
 {
-    return std::min(cutToInt(length * factor + 0.5), QWIDGETSIZE_MAX);
+    return std::min(truncatedPlusHalf(length * factor), QWIDGETSIZE_MAX);
 }
 
 QString percent(double factor) { return QString::number(100.0 * factor, 'f', 0); }
@@ -157,8 +146,8 @@ void ImageMdiChild::scaleImage(double factor)
 // Keeps the middle of the view where it is.
 void ImageMdiChild::adjustScrollBar(QScrollBar *scrollBar, double factor)
 {
-    scrollBar->setValue(cutToInt(factor * scrollBar->value() +
-                                 (factor - 1.0) * scrollBar->pageStep() / 2.0));
+    scrollBar->setValue(truncatedOrNearest(factor * scrollBar->value() +
+                                           (factor - 1.0) * scrollBar->pageStep() / 2.0));
 }
 
 void ImageMdiChild::setPixmap(const QImage *image, bool adjust)
@@ -298,10 +287,10 @@ void ImageMdiChild::mouseMoveEvent(QMouseEvent *event)
     if (!workspace || size.isEmpty())
         return;
     const QPointF mouse = event->position();
-    const int x = cutToInt((scrollArea->horizontalScrollBar()->value() + int(mouse.x())) /
-                           scaleFactor);
-    const int y = cutToInt((scrollArea->verticalScrollBar()->value() + int(mouse.y())) /
-                           scaleFactor);
+    const int x = truncatedOrNearest(
+        (scrollArea->horizontalScrollBar()->value() + int(mouse.x())) / scaleFactor);
+    const int y = truncatedOrNearest(
+        (scrollArea->verticalScrollBar()->value() + int(mouse.y())) / scaleFactor);
     const qint64 fromBottom = qint64(size.height()) - 1 - y;
     workspace->showMessage(
         QStringLiteral("%1% - %2/%3").arg(percent(scaleFactor)).arg(x).arg(fromBottom),

@@ -1,5 +1,6 @@
 #include "tools/elevationconversions.h"
 
+#include "base/truncate.h"
 #include "raster/pixelreader.h"
 #include "tools/imagerows.h"
 
@@ -26,8 +27,7 @@ QRgb grayOf(double g, GrayConversion &conversion)
         ++conversion.aboveCount;
         return opaqueGray(255);
     }
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves go away from zero
-    return opaqueGray(g == g ? static_cast<int>(g + 0.5) : 0);
+    return opaqueGray(truncatedPlusHalf(g));
 }
 
 void cutToGrays(ElevationImage &image, GrayConversion &conversion)

@@ -1,23 +1,15 @@
 #include "tools/merge.h"
 
+#include "base/truncate.h"
 #include "tools/bilinearrows.h"
 #include "tools/imagerows.h"
 
-#include <cmath>
 #include <vector>
 
 namespace {
 
 // The merged byte of any two bytes: [first * 256 + second].
 using MergeTable = std::vector<uchar>;
-
-// Low 8 bits of a number cut to an integer.
-uchar lowByte(double v)
-{
-    constexpr double FitsInteger = 4.0e18;
-    return std::abs(v) < FitsInteger ? static_cast<uchar>(static_cast<qint64>(v))
-                                     : uchar(0);
-}
 
 MergeTable tableOf(const MergeOptions &options)
 {
@@ -28,7 +20,7 @@ MergeTable tableOf(const MergeOptions &options)
             const double merged = options.mode == MergeOptions::Mode::Add
                                       ? b * options.bias2 + a * options.bias1
                                       : (b + options.bias2) * (a + options.bias1) / 255.0;
-            table.push_back(lowByte(merged));
+            table.push_back(static_cast<uchar>(lowBitsOfTruncated<8>(merged)));
         }
     }
     return table;

@@ -1,5 +1,6 @@
 #include "tools/resample.h"
 
+#include "base/truncate.h"
 #include "tools/imagerows.h"
 
 #include <algorithm>
@@ -52,16 +53,7 @@ private:
 
 // Low 24 bits of an elevation rounded to nearest, halves away from zero: what
 // ElevationImage::pixelOf gives for a z scale of 1.
-QRgb stepsToStore(double e)
-{
-    constexpr double FitsInteger = 4.0e18;
-    if (!(std::abs(e) < FitsInteger))
-        return ElevationImage::pixelOf(e, 1.0);
-    const qint64 n =
-        // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves go away from zero
-        e < 0.0 ? -static_cast<qint64>(-e + 0.5) : static_cast<qint64>(e + 0.5);
-    return static_cast<QRgb>(n & 0x00FFFFFF);
-}
+QRgb stepsToStore(double e) { return lowBitsOfTruncated<24>(halfAwayFromZero(e)); }
 
 void store(QRgb steps, uchar *pixel)
 {
@@ -74,8 +66,7 @@ void store(QRgb steps, uchar *pixel)
 
 int pixelsOfPercent(int source, double percent)
 {
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves go away from zero
-    return static_cast<int>(source * percent / 100.0 + 0.5);
+    return truncatedPlusHalf(source * percent / 100.0);
 }
 
 double percentOfPixels(int source, int pixels) { return pixels * 100.0 / source; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/pi.h"
 #include "flightpath/controlpoint.h"
 #include "flightpath/waypoint.h"
 
@@ -10,7 +11,6 @@
 #include <limits>
 
 /// Figures and comparisons that the tests of the flight path share.
-constexpr double Pi = 3.141592653589793;
 constexpr qint32 Most = std::numeric_limits<qint32>::max();
 constexpr qint32 Least = std::numeric_limits<qint32>::min();
 

@@ -1,7 +1,7 @@
+#include "base/truncate.h"
 #include "flightpath/figures.h"
 #include "flightpath/flightplan.h"
 #include "flightpath/pathcurve.h"
-#include "flightpath/saturate.h"
 
 #include <QTest>
 
@@ -70,7 +70,7 @@ void TestFlightPlan::valuesAreCutToThirtyTwoBits_data()
 void TestFlightPlan::valuesAreCutToThirtyTwoBits()
 {
     QFETCH(double, value);
-    QTEST(rounded(value), "whole");
+    QTEST(truncatedPlusHalf(value), "whole");
 }
 
 void TestFlightPlan::controlPointIsHitWithinTenPixels_data()

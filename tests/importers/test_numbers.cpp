@@ -3,7 +3,6 @@
 #include <QTest>
 
 #include <cmath>
-#include <limits>
 
 class TestNumbers : public QObject {
     Q_OBJECT
@@ -33,25 +32,6 @@ private slots:
         QFETCH(QByteArray, text);
         QFETCH(double, number);
         QCOMPARE(leadingNumber(text), number);
-    }
-
-    void truncationHoldsWithinInt_data()
-    {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("truncated");
-        const int lowest = std::numeric_limits<int>::min();
-        const int highest = std::numeric_limits<int>::max();
-        QTest::newRow("toward zero") << -1.9 << -1;
-        QTest::newRow("highest") << 2147483647.0 << highest;
-        QTest::newRow("beyond") << 2147483648.0 << highest;
-        QTest::newRow("infinite") << -HUGE_VAL << lowest;
-        QTest::newRow("no number") << std::nan("") << lowest;
-    }
-    void truncationHoldsWithinInt()
-    {
-        QFETCH(double, value);
-        QFETCH(int, truncated);
-        QCOMPARE(truncatedToInt(value), truncated);
     }
 
     void wholeNumbersShowNoFraction()

@@ -1,5 +1,6 @@
 #include "render/screentrigon.h"
 
+#include "base/pi.h"
 #include "raster/textureimage.h"
 #include "render/transformation.h"
 
@@ -32,7 +33,7 @@ struct Fixture {
                        quality);
         target.fill(Empty);
         // Straight down from 100 above the middle, a pixel a unit.
-        camera.SetView({8.0, 8.0, 100.0, 1.0}, 0.0, -3.141592653589793 / 2, 100.0, 0.0);
+        camera.SetView({8.0, 8.0, 100.0, 1.0}, 0.0, -Pi / 2, 100.0, 0.0);
         for (int k = 0; k < 3; ++k)
             source.shape.normals[k] = {0.0, 0.0, 1.0, 1.0};
     }
@@ -248,8 +249,7 @@ private slots:
     {
         QFETCH(int, quality);
         Fixture f({0.0, 0.0, -1.0, 0.0}, true, quality);
-        f.camera.SetView({500.0, 500.0, 100.0, 1.0}, 0.0, -3.141592653589793 / 2, 100.0,
-                         0.0);
+        f.camera.SetView({500.0, 500.0, 100.0, 1.0}, 0.0, -Pi / 2, 100.0, 0.0);
         f.draw({2, 2}, {2, 6}, {6, 6});
         QCOMPARE(f.target.pixel(3, 5), qRgb(10, 20, 30));
     }

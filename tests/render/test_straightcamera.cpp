@@ -1,5 +1,6 @@
 #include "render/straightcamera.h"
 
+#include "base/pi.h"
 #include "scenery/scenerydata.h"
 
 #include <QTest>
@@ -75,7 +76,6 @@ private slots:
         data.RichtungA = 90.0;
         data.NeigungA = -45.0;
         data.VerkantenA = 180.0;
-        constexpr double Pi = 3.141592653589793;
         const FrameCamera camera = straightCamera(data, 0, 1.0);
         QCOMPARE(camera.direction, Pi / 2);
         QCOMPARE(camera.pitch, -Pi / 4);
@@ -104,8 +104,7 @@ private slots:
         data.Traegheit = 0.0;
         data.NeigungA = first;
         data.NeigungE = last;
-        QCOMPARE(straightCamera(data, frame, 1.0).pitch,
-                 degrees / 180 * 3.141592653589793);
+        QCOMPARE(straightCamera(data, frame, 1.0).pitch, degrees / 180 * Pi);
     }
 
     void focalLengthFollowsTheSizeOfTheTarget()

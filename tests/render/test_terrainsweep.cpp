@@ -1,5 +1,6 @@
 #include "render/terrainsweep.h"
 
+#include "base/pi.h"
 #include "render/testscene.h"
 #include "render/transformation.h"
 
@@ -10,7 +11,6 @@
 namespace {
 
 using Run = TestRun<TerrainSweep, Transformation>;
-constexpr double Pi = 3.141592653589793;
 
 bool isOf(const QImage &picture, QRgb colour)
 {

@@ -1,5 +1,6 @@
 #include "render/transformation.h"
 
+#include "base/pi.h"
 #include "render/vectormath.h"
 
 #include <QSettings>
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
 constexpr double Focal = 500.0;
 const C4Vector Observer{100.0, 200.0, 50.0, 1.0};
 

@@ -1,8 +1,8 @@
 #include "render/plain/screentrigon.h"
 
+#include "base/truncate.h"
 #include "raster/textureimage.h"
 #include "render/plain/transformation.h"
-#include "render/truncate.h"
 #include "render/vectormath.h"
 
 #include <algorithm>
@@ -103,7 +103,7 @@ void ScreenTrigon::Rechnen(C4Vector *screen, C4Vector *vertices, C4Vector *norma
         interpolate(&C4Vector::z);
     }
     shading.keep = 1 - fog;
-    shading.dust = truncated(Helligkeit * 255.0 * fog);
+    shading.dust = truncatedOrLowest(Helligkeit * 255.0 * fog);
 
     Trafo->SetzeDreiecksEckpunkte(vertices);
     fillUpward(screen, shading);
@@ -116,8 +116,8 @@ void ScreenTrigon::fillUpward(const C4Vector *screen, const Shading &shading)
 {
     const C4Vector &s0 = screen[0], &s1 = screen[1], &s2 = screen[2];
     Edges edges(s2.x, slope(s1.x - s2.x, s2.y - s1.y), slope(s0.x - s2.x, s2.y - s0.y));
-    const int first = std::max(truncated(s1.y), yMin);
-    for (int row = truncated(s2.y); row >= first;) {
+    const int first = std::max(truncatedOrLowest(s1.y), yMin);
+    for (int row = truncatedOrLowest(s2.y); row >= first;) {
         fillRow(row, edges, shading);
         if (--row >= first)
             edges.step();
@@ -130,8 +130,8 @@ void ScreenTrigon::fillDownward(const C4Vector *screen, const Shading &shading)
 {
     const C4Vector &s0 = screen[0], &s1 = screen[1], &s2 = screen[2];
     Edges edges(s0.x, slope(s0.x - s1.x, s0.y - s1.y), slope(s0.x - s2.x, s0.y - s2.y));
-    const int last = std::min(truncated(s1.y), yMax);
-    for (int row = truncated(s0.y); row <= last;) {
+    const int last = std::min(truncatedOrLowest(s1.y), yMax);
+    for (int row = truncatedOrLowest(s0.y); row <= last;) {
         fillRow(row, edges, shading);
         if (++row <= last)
             edges.step();
@@ -142,8 +142,8 @@ void ScreenTrigon::fillRow(int row, const Edges &edges, const Shading &shading)
 {
     if (row < yMin || row > yMax)
         return;
-    const int first = std::max(truncated(edges.left), xMin);
-    const int end = std::min(truncated(edges.right), xMax);
+    const int first = std::max(truncatedOrLowest(edges.left), xMin);
+    const int end = std::min(truncatedOrLowest(edges.right), xMax);
     C4Vector normal = shading.mean;
     const C4Vector &gx = shading.acrossX;
     if (!shading.constant) {
@@ -175,7 +175,7 @@ unsigned int ScreenTrigon::shade(int x, int row, const C4Vector &n,
     if (intensity < 0)
         return 0xFF000000u | grey(dust);
     if (!Textur) {
-        const int lit = truncated(intensity * 255.0 * shading.keep);
+        const int lit = truncatedOrLowest(intensity * 255.0 * shading.keep);
         return 0xFF000000u | grey(static_cast<unsigned int>(lit) + dust);
     }
 
@@ -186,7 +186,7 @@ unsigned int ScreenTrigon::shade(int x, int row, const C4Vector &n,
         Trafo->FarbeImDreieck1(x, row, &colour);
     const auto lit = [&](int shift) {
         const unsigned int byte = colour >> shift & 0xFFu;
-        const int value = truncated(byte * intensity * shading.keep);
+        const int value = truncatedOrLowest(byte * intensity * shading.keep);
         return ((static_cast<unsigned int>(value) + dust) & 0xFFu) << shift;
     };
     return 0xFF000000u | lit(16) | lit(8) | lit(0);

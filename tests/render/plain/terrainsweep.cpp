@@ -1,10 +1,10 @@
 #include "render/plain/terrainsweep.h"
 
+#include "base/truncate.h"
 #include "raster/elevationimage.h"
 #include "raster/textureimage.h"
 #include "render/plain/screentrigon.h"
 #include "render/plain/transformation.h"
-#include "render/truncate.h"
 #include "render/vectormath.h"
 
 #include <algorithm>
@@ -85,7 +85,7 @@ void TerrainSweep::paintBackground(bool useBackground, unsigned int background)
         // The colour of a white flat landscape in the current light.
         const double v =
             std::abs(Licht.x * 0 + Licht.y * 0 + Licht.z + Licht.w * 0) * 256.0;
-        const int grey = truncated(v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v);
+        const int grey = truncatedOrLowest(v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v);
         background = qRgb(grey, grey, grey);
     }
     renderTarget->fill(background);
