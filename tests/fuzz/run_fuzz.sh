@@ -1,4 +1,4 @@
-#!/bin/sh
+#!/usr/bin/env bash
 # run_fuzz.sh SECONDS [ENTRY...]: runs each fuzz entry, or those named, for a time.
 # Inputs that broke an entry are left in build/fuzz/findings; new inputs that reach
 # new code stay in build/fuzz/corpus and serve the next run.
@@ -8,10 +8,8 @@ seconds=${1:?"usage: run_fuzz.sh SECONDS [ENTRY...]"}
 shift
 source=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$source"
-if [ ! -f build/fuzz/build.ninja ]; then
-    cmake --preset fuzz
-fi
-cmake --build --preset fuzz --target fuzzers
+. scripts/common.sh
+build fuzz fuzzers
 [ $# -gt 0 ] || set -- $(ls build/fuzz/fuzz)
 
 status=0
