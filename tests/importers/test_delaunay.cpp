@@ -1,54 +1,13 @@
-#include "importers/delaunay.h"
 #include "importers/plaindelaunay.h"
+#include "importers/triangulate.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTest>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cmath>
 #include <random>
 
 namespace {
-
-template <int D> using Cloud = std::vector<std::array<double, D>>;
-
-template <int D> struct Result {
-    int code = 0;
-    std::vector<std::array<std::int32_t, D + 1>> triangles;
-    std::int32_t maxSimplices = 0, maxUsed = 0;
-    Cloud<D> perturbed;
-    QStringList notices;
-};
-
-// The state in which the C library's generator starts.
-void restartGenerator() { std::srand(1); }
-
-template <int D> Result<D> triangulate(const Cloud<D> &cloud)
-{
-    const auto count = std::int32_t(cloud.size());
-    CDoubleMatrix points;
-    points.Allocate(count + D + 1, D);
-    for (std::int32_t i = 0; i < count; ++i)
-        std::copy_n(cloud[i].data(), D, points.rows[i]);
-    CIntMatrix triangles;
-    std::int32_t numTriangles = 0;
-    Result<D> result;
-    result.code =
-        Delaunay(&points, count, &triangles, &numTriangles, D, &result.maxSimplices,
-                 &result.maxUsed, [&](const QString &title, const QString &text) {
-                     result.notices << title << text;
-                 });
-    for (std::int32_t t = 0; t < numTriangles; ++t) {
-        result.triangles.emplace_back();
-        std::copy_n(triangles.rows[t], D + 1, result.triangles.back().data());
-    }
-    result.perturbed.resize(count + D + 1);
-    for (std::int32_t i = 0; i < count + D + 1; ++i)
-        std::copy_n(points.rows[i], D, result.perturbed[i].data());
-    return result;
-}
 
 double determinant(const Result<2> &result, std::size_t t)
 {
@@ -142,7 +101,6 @@ private slots:
     void givesWhatThePlainWalkGivesInSpace();
     void enormousCoordinatesEnd();
     void tablesHaveAtLeastTwoRowsAndColumns();
-    void referenceListsAreMet();
 };
 
 void TestDelaunay::threePointsGiveOneTriangleOfPositiveOrientation()
@@ -376,39 +334,6 @@ void TestDelaunay::tablesHaveAtLeastTwoRowsAndColumns()
     QVERIFY(!vector.Allocate(-1));
     QVERIFY(!vector.data);
     QCOMPARE(vector.size, 0);
-}
-
-// Lists worked out elsewhere, where they are at hand: p.txt or in.txt beside
-// triangles.txt.
-void TestDelaunay::referenceListsAreMet()
-{
-    const QString golden = qEnvironmentVariable("ZEPHRANT_GOLDEN");
-    if (golden.isEmpty())
-        QSKIP("ZEPHRANT_GOLDEN names no folder");
-    const QDir folder(golden + QStringLiteral("/raster"));
-    const QStringList cases =
-        folder.entryList({QStringLiteral("delaunay-*")}, QDir::Dirs);
-    QVERIFY(!cases.isEmpty());
-    for (const QString &name : cases) {
-        if (name == QStringLiteral("delaunay-dimension-4"))
-            continue;
-        QFile pointFile(folder.filePath(name + QStringLiteral("/p.txt")));
-        QFile listFile(folder.filePath(name + QStringLiteral("/triangles.txt")));
-        QVERIFY(pointFile.open(QIODevice::ReadOnly));
-        QVERIFY(listFile.open(QIODevice::ReadOnly));
-        Cloud<2> cloud;
-        QTextStream in(&pointFile);
-        double x, y, z;
-        while (in >> x >> y >> z, in.status() == QTextStream::Ok)
-            cloud.push_back({x, y});
-        std::vector<std::array<std::int32_t, 3>> expected;
-        QTextStream list(&listFile);
-        std::array<std::int32_t, 3> row;
-        while (list >> row[0] >> row[1] >> row[2], list.status() == QTextStream::Ok)
-            expected.push_back(row);
-        restartGenerator();
-        QVERIFY2(triangulate<2>(cloud).triangles == expected, qPrintable(name));
-    }
 }
 
 QTEST_APPLESS_MAIN(TestDelaunay)

@@ -1,16 +1,11 @@
 #include "importers/scantriangles.h"
 #include "raster/elevationimage.h"
+#include "support/standardoutput.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryFile>
 #include <QTest>
-#include <QTextStream>
 
 #include <cmath>
-#include <cstdio>
 #include <limits>
-#include <unistd.h>
 
 namespace {
 
@@ -50,23 +45,6 @@ QStringList spans(const ElevationImage &image)
     return all;
 }
 
-// What a function writes to standard output.
-template <typename F> QByteArray output(F function)
-{
-    QTemporaryFile file;
-    if (!file.open())
-        return {};
-    std::fflush(stdout);
-    const int saved = dup(STDOUT_FILENO);
-    dup2(file.handle(), STDOUT_FILENO);
-    function();
-    std::fflush(stdout);
-    dup2(saved, STDOUT_FILENO);
-    close(saved);
-    file.seek(0);
-    return file.readAll();
-}
-
 } // namespace
 
 class TestScanTriangles : public QObject {
@@ -86,7 +64,6 @@ private slots:
     void manyTrianglesKeepTheirOrderInTheOutput();
     void whatIsNoNumberEnds();
     void almostEqualEndsAtAHundredThousandth();
-    void referencePicturesAreMet();
 };
 
 void TestScanTriangles::aLevelBottomEdge()
@@ -179,8 +156,8 @@ void TestScanTriangles::theValueIsThePlaneThroughTheCorners()
 void TestScanTriangles::threeLinesGoToStandardOutput()
 {
     ElevationImage image = blank(8, 8);
-    const QByteArray lines =
-        output([&] { scanOneTriangle(1.5, 6, 1, -2, 3, 1, 1e7, 4.25, 1, &image); });
+    const QByteArray lines = standardOutputOf(
+        [&] { scanOneTriangle(1.5, 6, 1, -2, 3, 1, 1e7, 4.25, 1, &image); });
     QCOMPARE(lines, QByteArray("p1: -2.000000\t3.000000\n"
                                "p2: 10000000.000000\t4.250000\n"
                                "p3: 1.500000\t6.000000\n"));
@@ -208,7 +185,7 @@ void TestScanTriangles::manyTrianglesKeepTheirOrderInTheOutput()
                         QByteArray::number(t + k) + ".000000\n";
         }
     ElevationImage image = blank(8, 8);
-    const QByteArray lines = output(
+    const QByteArray lines = standardOutputOf(
         [&] { QCOMPARE(ScanTriangles(&points, &z, &triangles, Count, &image), 1); });
     QVERIFY(lines == expected);
 }
@@ -218,7 +195,7 @@ void TestScanTriangles::whatIsNoNumberEnds()
     const double none = std::nan("");
     const double infinite = std::numeric_limits<double>::infinity();
     ElevationImage image = blank(16, 16);
-    output([&] {
+    standardOutputOf([&] {
         for (const double odd : {none, infinite, -infinite, 1e300, -1e300}) {
             scanOneTriangle(odd, 1, 1, 2, odd, 2, 3, 3, odd, &image);
             scanOneTriangle(odd, odd, odd, odd, odd, odd, odd, odd, odd, &image);
@@ -226,7 +203,8 @@ void TestScanTriangles::whatIsNoNumberEnds()
         }
     });
     ElevationImage null;
-    output([&] { QCOMPARE(scanOneTriangle(0, 0, 1, 2, 0, 1, 0, 2, 1, &null), 1); });
+    standardOutputOf(
+        [&] { QCOMPARE(scanOneTriangle(0, 0, 1, 2, 0, 1, 0, 2, 1, &null), 1); });
 }
 
 void TestScanTriangles::almostEqualEndsAtAHundredThousandth()
@@ -235,41 +213,6 @@ void TestScanTriangles::almostEqualEndsAtAHundredThousandth()
     QVERIFY(approxEqual(-1.000009, -1));
     QVERIFY(!approxEqual(0, 0.00001));
     QVERIFY(!approxEqual(std::nan(""), 0));
-}
-
-// Pictures and lines worked out elsewhere, where they are at hand.
-void TestScanTriangles::referencePicturesAreMet()
-{
-    const QString golden = qEnvironmentVariable("ZEPHRANT_GOLDEN");
-    if (golden.isEmpty())
-        QSKIP("ZEPHRANT_GOLDEN names no folder");
-    const QDir folder(golden + QStringLiteral("/raster"));
-    const QStringList cases = folder.entryList({QStringLiteral("scan-*")}, QDir::Dirs);
-    QVERIFY(!cases.isEmpty());
-    for (const QString &name : cases) {
-        const QDir one(folder.filePath(name));
-        const QImage expected(one.filePath(QStringLiteral("expected.png")));
-        QFile list(one.filePath(QStringLiteral("tri.txt")));
-        QFile lines(one.filePath(QStringLiteral("stdout.txt")));
-        QVERIFY(!expected.isNull());
-        QVERIFY(list.open(QIODevice::ReadOnly) && lines.open(QIODevice::ReadOnly));
-        ElevationImage image = blank(expected.width(), expected.height());
-        QTextStream in(&list);
-        const QByteArray written = output([&] {
-            for (double c[9];;) {
-                for (double &v : c)
-                    in >> v;
-                if (in.status() != QTextStream::Ok)
-                    return;
-                scanOneTriangle(c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7], c[8],
-                                &image);
-            }
-        });
-        QCOMPARE(written, lines.readAll());
-        QVERIFY2(image.convertToFormat(QImage::Format_RGB32) ==
-                     expected.convertToFormat(QImage::Format_RGB32),
-                 qPrintable(name));
-    }
 }
 
 QTEST_APPLESS_MAIN(TestScanTriangles)

@@ -1,5 +1,5 @@
-// Frames that others have worked out, where they are at hand: in the folder render/ of
-// the one that ZEPHRANT_GOLDEN names.
+// The frames of a larger collection of cases, where there is one: in the folder render/
+// of the one that ZEPHRANT_GOLDEN names.
 
 #include "render/framecasetest.h"
 #include "support/goldenfolder.h"

@@ -5,8 +5,8 @@
 
 #include <cstdio>
 
-/// Cases with expected outputs that are not part of the project: a program that has
-/// nothing else to judge by is skipped as a whole where they are not at hand.
+/// A collection of cases larger than that of the project. A program that judges by
+/// nothing else is skipped as a whole where there is none.
 
 /// A folder of the one that the environment variable ZEPHRANT_GOLDEN names, by a whole
 /// path. It may be missing.

@@ -1,0 +1,121 @@
+#include "cases/toolcases.h"
+
+#include "cases/casefile.h"
+#include "tools/convolution.h"
+#include "tools/elevationconversions.h"
+#include "tools/mask.h"
+#include "tools/merge.h"
+#include "tools/rectify.h"
+#include "tools/resample.h"
+
+#include <QMap>
+
+namespace {
+
+QString grayToElevationCase(const CaseFile &file)
+{
+    const QImage source = file.colours("source").convertToFormat(QImage::Format_RGB888);
+    ElevationImage image(source.size(), QImage::Format_RGB888);
+    for (int y = 0; y < source.height(); ++y)
+        memcpy(image.scanLine(y), source.constScanLine(y), size_t(source.width()) * 3);
+    grayToElevation(image);
+    return file.differenceOfElevations(image);
+}
+
+QString elevationToGrayCase(const CaseFile &file)
+{
+    ElevationImage image = file.elevations("source");
+    GrayConversion conversion;
+    conversion.zScale = file.number("z-scale", 1.0);
+    elevationToGray(image, false, conversion);
+    if (conversion.belowCount != file.integer("below") ||
+        conversion.aboveCount != file.integer("above"))
+        return QStringLiteral("below %1, above %2")
+            .arg(conversion.belowCount)
+            .arg(conversion.aboveCount);
+    return file.differenceOfColours(image);
+}
+
+QString elevationToColorCase(const CaseFile &file)
+{
+    ElevationImage image = file.elevations("source");
+    if (!elevationToColor(image, file.colours("palette"), file.integer("lower"),
+                          file.integer("upper")))
+        return "no palette";
+    return file.differenceOfColours(image);
+}
+
+QString changeBlue0Case(const CaseFile &file)
+{
+    QImage image = file.colours("source");
+    changeBlue0Pixels(image);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qAlpha(image.pixel(x, y)) != 255)
+                return "a pixel is not opaque";
+    return file.differenceOfColours(image);
+}
+
+QString convolutionCase(const CaseFile &file)
+{
+    return file.differenceOfColours(
+        convolve(file.colours("source"), file.colours("kernel")));
+}
+
+QString maskCase(const CaseFile &file)
+{
+    QImage image = file.colours("source");
+    if (!applyMask(image, file.colours("mask")))
+        return "no mask";
+    return file.differenceOfColours(image);
+}
+
+QString mergeCase(const CaseFile &file)
+{
+    MergeOptions options;
+    options.bias1 = file.number("bias-1");
+    options.bias2 = file.number("bias-2");
+    if (!file.option("multiply").isEmpty())
+        options.mode = MergeOptions::Mode::Multiply;
+    return file.differenceOfColours(
+        merge(file.colours("first"), file.colours("second"), options));
+}
+
+QString resampleCase(const CaseFile &file)
+{
+    ElevationImage image(file.integer("width"), file.integer("height"),
+                         QImage::Format_RGB888);
+    resample(file.elevations("source"), file.number("z-scale", 1.0), image);
+    return file.differenceOfElevations(image);
+}
+
+QString rectifyCase(const CaseFile &file)
+{
+    // Corrected x and y, then distorted x and y, of each corner.
+    double *const corners[] = {&Ax, &Ay, &Ax_, &Ay_, &Bx, &By, &Bx_, &By_,
+                               &Cx, &Cy, &Cx_, &Cy_, &Dx, &Dy, &Dx_, &Dy_};
+    for (int corner = 0; corner < 4; ++corner) {
+        const QStringList words = file.option("corner-" + QString::number(corner + 1));
+        for (int i = 0; i < 4; ++i)
+            *corners[corner * 4 + i] = words.value(i).toDouble();
+    }
+    return file.differenceOfColours(rectify(file.colours("source")));
+}
+
+} // namespace
+
+QString (*toolCase(const QString &tool))(const CaseFile &)
+{
+    static const QMap<QString, QString (*)(const CaseFile &)> tools = {
+        {"gray-to-elevation", grayToElevationCase},
+        {"elevation-to-gray", elevationToGrayCase},
+        {"elevation-to-color", elevationToColorCase},
+        {"change-blue-0", changeBlue0Case},
+        {"convolution", convolutionCase},
+        {"mask", maskCase},
+        {"merge", mergeCase},
+        {"resample", resampleCase},
+        {"rectify", rectifyCase},
+    };
+    return tools.value(tool);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "importers/delaunay.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <vector>
+
+/// Triangulations as tests ask for them.
+
+template <int D> using Cloud = std::vector<std::array<double, D>>;
+
+template <int D> struct Result {
+    int code = 0;
+    std::vector<std::array<std::int32_t, D + 1>> triangles;
+    std::int32_t maxSimplices = 0, maxUsed = 0;
+    Cloud<D> perturbed;
+    QStringList notices;
+};
+
+/// The state in which the C library's generator starts.
+inline void restartGenerator() { std::srand(1); }
+
+template <int D> Result<D> triangulate(const Cloud<D> &cloud)
+{
+    const auto count = std::int32_t(cloud.size());
+    CDoubleMatrix points;
+    points.Allocate(count + D + 1, D);
+    for (std::int32_t i = 0; i < count; ++i)
+        std::copy_n(cloud[i].data(), D, points.rows[i]);
+    CIntMatrix triangles;
+    std::int32_t numTriangles = 0;
+    Result<D> result;
+    result.code =
+        Delaunay(&points, count, &triangles, &numTriangles, D, &result.maxSimplices,
+                 &result.maxUsed, [&](const QString &title, const QString &text) {
+                     result.notices << title << text;
+                 });
+    for (std::int32_t t = 0; t < numTriangles; ++t) {
+        result.triangles.emplace_back();
+        std::copy_n(triangles.rows[t], D + 1, result.triangles.back().data());
+    }
+    result.perturbed.resize(count + D + 1);
+    for (std::int32_t i = 0; i < count + D + 1; ++i)
+        std::copy_n(points.rows[i], D, result.perturbed[i].data());
+    return result;
+}
