@@ -80,8 +80,8 @@ private slots:
     void aPlaneIsFilled();
     void aWideImageIsFilledAsFarAsItIsHigh();
     void aScaleOfZeroIsFlat();
-    void badInputEnds_data();
-    void badInputEnds();
+    void oddInputGivesNoPointsOrNoHeights_data();
+    void oddInputGivesNoPointsOrNoHeights();
 };
 
 void TestAsciiIrregular::pointsSpanTheOutput()
@@ -192,26 +192,51 @@ void TestAsciiIrregular::aScaleOfZeroIsFlat()
     QVERIFY(isFlat(convert("0 0 5\n10 0 6\n0 10 7\n10 10 8\n", options)));
 }
 
-void TestAsciiIrregular::badInputEnds_data()
+void TestAsciiIrregular::oddInputGivesNoPointsOrNoHeights_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("empty") << QByteArray();
+    QTest::addColumn<int>("points");
+    QTest::newRow("empty") << QByteArray() << 0;
     QTest::newRow("junk") << QByteArray("\x7F"
                                         "ELF\0\1\2 \xFF \xFE\n\0 \0 \0\n",
-                                        17);
-    QTest::newRow("infinite") << QByteArray("1 2 3\n1e400 5 6\n7 8 9\n-inf 3 3\n");
-    QTest::newRow("no numbers") << QByteArray("nan nan nan\n1 2 nan\n5 3 inf\n3 9 1\n");
-    QTest::newRow("huge") << QByteArray("1e308 1 1\n-1e308 1e308 2\n0 -1e308 3\n5 5 1\n");
-    QTest::newRow("all equal") << QByteArray("5 5 1\n").repeated(20);
-    QTest::newRow("on a diagonal") << QByteArray("0 0 1\n1 1 2\n2 2 3\n3 3 4\n4 4 5\n");
+                                        17)
+                          << 0;
+    // The extent is infinite, and so no place in it is a number.
+    QTest::newRow("infinite") << QByteArray("1 2 3\n1e400 5 6\n7 8 9\n-inf 3 3\n") << 0;
+    QTest::newRow("huge") << QByteArray("1e308 1 1\n-1e308 1e308 2\n0 -1e308 3\n5 5 1\n")
+                          << 0;
+    // There is no extent.
+    QTest::newRow("all equal") << QByteArray("5 5 1\n").repeated(20) << 0;
+    // The triangle's plane is no number, and that is stored as 0.
+    QTest::newRow("no numbers")
+        << QByteArray("nan nan nan\n1 2 nan\n5 3 inf\n3 9 1\n") << 3;
+    // No triangle lies between points of one line.
+    QTest::newRow("on a diagonal")
+        << QByteArray("0 0 1\n1 1 2\n2 2 3\n3 3 4\n4 4 5\n") << 5;
+    // Numbers of that size are multiples of 2 to the 24th: nothing is left to store.
     QTest::newRow("huge heights")
-        << QByteArray("0 0 1e300\n9 0 -1e300\n0 9 1e305\n9 9 1\n");
+        << QByteArray("0 0 1e300\n9 0 -1e300\n0 9 1e305\n9 9 1\n") << 4;
 }
 
-void TestAsciiIrregular::badInputEnds()
+void TestAsciiIrregular::oddInputGivesNoPointsOrNoHeights()
 {
     QFETCH(QByteArray, text);
-    convert(text, size(16, 16));
+    QFETCH(int, points);
+    Reading result;
+    result.options = size(16, 16);
+    read(text, result);
+    QCOMPARE(result.points.count, points);
+    QCOMPARE(result.stored, points > 0);
+    QCOMPARE(result.rows.isEmpty(), points > 0);
+    ElevationImage image;
+    if (points == 0) {
+        QCOMPARE(result.rows.constFirst(),
+                 QStringLiteral("Not a single valid line encountered."));
+        return;
+    }
+    QCOMPARE(fillScatteredPoints(result.points, result.options, image, {}), 0);
+    QCOMPARE(image.size(), QSize(16, 16));
+    QVERIFY(isFlat(image));
 }
 
 QTEST_APPLESS_MAIN(TestAsciiIrregular)

@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -62,7 +64,9 @@ private slots:
     void theValueIsThePlaneThroughTheCorners();
     void threeLinesGoToStandardOutput();
     void manyTrianglesKeepTheirOrderInTheOutput();
-    void whatIsNoNumberEnds();
+    void whatIsNoNumberHasItsPlace_data();
+    void whatIsNoNumberHasItsPlace();
+    void noImageIsNoAccident();
     void almostEqualEndsAtAHundredThousandth();
 };
 
@@ -190,21 +194,64 @@ void TestScanTriangles::manyTrianglesKeepTheirOrderInTheOutput()
     QVERIFY(lines == expected);
 }
 
-void TestScanTriangles::whatIsNoNumberEnds()
+// A position that is no number counts as 0 and one beyond an end as that end; a height
+// that cannot be stored is stored as 0. What the triangle does not reach stays as it was.
+void TestScanTriangles::whatIsNoNumberHasItsPlace_data()
 {
     const double none = std::nan("");
     const double infinite = std::numeric_limits<double>::infinity();
-    ElevationImage image = blank(16, 16);
-    standardOutputOf([&] {
-        for (const double odd : {none, infinite, -infinite, 1e300, -1e300}) {
-            scanOneTriangle(odd, 1, 1, 2, odd, 2, 3, 3, odd, &image);
-            scanOneTriangle(odd, odd, odd, odd, odd, odd, odd, odd, odd, &image);
-            scanOneTriangle(1, 1, odd, 9, 2, odd, 3, 9, odd, &image);
+    QTest::addColumn<double>("odd");
+    QTest::addColumn<QString>(
+        "oneCoordinateEach"); // pixels that are written: row:columns
+    QTest::addColumn<QString>("nothingElse");
+    QTest::newRow("no number") << none << "0:0-0 1:0-0 2:0-0 3:0-0"
+                               << "0:0-0";
+    QTest::newRow("infinite") << infinite << "1:7-7 2:7-7 3:0-0 4:0-0 5:0-0 6:0-0 7:0-0"
+                              << "7:0-0";
+    QTest::newRow("infinite below zero") << -infinite << "0:0-0 1:0-0 2:0-0 3:0-0"
+                                         << "0:0-0";
+    QTest::newRow("huge") << 1e300 << "1:7-7 2:7-7 3:3-7 4:3-7 5:3-7 6:3-7 7:3-7"
+                          << "7:7-7";
+    QTest::newRow("huge below zero") << -1e300 << "0:0-3 1:0-3 2:0-3 3:3-3"
+                                     << "0:0-0";
+}
+
+void TestScanTriangles::whatIsNoNumberHasItsPlace()
+{
+    QFETCH(double, odd);
+    constexpr int Before = 7;
+    // Which pixels a triangle of odd numbers has written; all of them hold 0.
+    const auto writtenBy = [](const std::array<double, 9> &c) {
+        ElevationImage image = blank(8, 8);
+        image.clear(0xFF000000u + Before);
+        standardOutputOf([&] {
+            scanOneTriangle(c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7], c[8], &image);
+        });
+        QStringList rows;
+        for (int y = 0; y < image.height(); ++y) {
+            ElevationImage row = blank(image.width(), 1);
+            for (int x = 0; x < image.width(); ++x) {
+                const int stored = at(image, x, y);
+                row.setElevation(x, 0, stored == 0 ? 1 : stored == Before ? 0 : 1000);
+            }
+            if (span(row, 0) != QStringLiteral("-"))
+                rows << QStringLiteral("%1:%2").arg(y).arg(span(row, 0));
         }
-    });
+        return rows.join(' ');
+    };
+    QTEST(writtenBy({odd, 1, 1, 2, odd, 2, 3, 3, odd}), "oneCoordinateEach");
+    QTEST(writtenBy({odd, odd, odd, odd, odd, odd, odd, odd, odd}), "nothingElse");
+    // The places are those of any triangle when nothing but the heights is odd.
+    QCOMPARE(writtenBy({1, 1, odd, 6, 2, odd, 3, 6, odd}),
+             QString("1:1-1 2:1-6 3:2-5 4:2-5 5:3-4 6:3-3"));
+}
+
+void TestScanTriangles::noImageIsNoAccident()
+{
     ElevationImage null;
     standardOutputOf(
         [&] { QCOMPARE(scanOneTriangle(0, 0, 1, 2, 0, 1, 0, 2, 1, &null), 1); });
+    QVERIFY(null.isNull());
 }
 
 void TestScanTriangles::almostEqualEndsAtAHundredThousandth()
