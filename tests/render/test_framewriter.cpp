@@ -1,6 +1,7 @@
 #include "render/framewriter.h"
 
 #include "raster/imagefile.h"
+#include "support/heldformat.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -26,37 +27,70 @@ private slots:
     void framesAreReportedInOrder()
     {
         const QTemporaryDir folder;
+        const auto nameOf = [&](int k, const char *format) {
+            return folder.filePath(QStringLiteral("%1.%2").arg(k).arg(format));
+        };
         QList<int> frames;
+        FrameWriter writer(
+            3, [&](int frame, const QStringList &) { frames.append(frame); }, [] {});
+        writer.write(0, picture(qRgb(0, 2, 3)), false, {nameOf(0, "held")});
+        HeldFormat::begun.acquire();
+        for (const int k : {1, 2})
+            writer.write(k, picture(qRgb(k, 2, 3)), false, {nameOf(k, "png")});
+        // The later ones are written before the first, which is reported before them.
+        QTRY_COMPARE(writer.busy(), 1);
+        QVERIFY(QFile::exists(nameOf(1, "png")) && QFile::exists(nameOf(2, "png")));
+        QVERIFY(!QFile::exists(nameOf(0, "held")));
+        QCOMPARE(frames, QList<int>());
+        HeldFormat::mayEnd.release();
+        writer.finish();
+        QCOMPARE(frames, (QList<int>{0, 1, 2}));
+        QCOMPARE(loadImageFile(nameOf(2, "png")).pixel(3, 3), qRgb(2, 2, 3));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 3);
+    }
+
+    void nextFrameWaitsForRoom()
+    {
+        const QTemporaryDir folder;
         int waits = 0;
-        {
-            FrameWriter writer(
-                2, [&](int frame, const QStringList &) { frames.append(frame); },
-                [&] { ++waits; });
-            for (int k = 0; k < 9; ++k) {
-                // The first ones take longer than those behind them.
-                const int side = k % 2 ? 8 : 600;
-                writer.write(k, picture(qRgb(k, 2, 3), side, side), false,
-                             {folder.filePath(QStringLiteral("%1.png").arg(k))});
-            }
-        }
-        QCOMPARE(frames, (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8}));
-        for (int k = 0; k < 9; ++k)
-            QCOMPARE(loadImageFile(folder.filePath(QStringLiteral("%1.png").arg(k)))
-                         .pixel(3, 3),
-                     qRgb(k, 2, 3));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 9);
+        FrameWriter writer(
+            1, [](int, const QStringList &) {},
+            [&] {
+                if (++waits == 3) // somebody is kept waiting
+                    HeldFormat::mayEnd.release(2);
+            });
+        writer.write(0, picture(qRgb(1, 0, 0)), false, {folder.filePath("a.held")});
+        HeldFormat::begun.acquire();
+        QCOMPARE(waits, 0);
+        writer.write(1, picture(qRgb(2, 0, 0)), false, {folder.filePath("b.held")});
+        QVERIFY(waits >= 3);
+        QVERIFY(QFile::exists(folder.filePath("a.held")));
+        writer.finish();
+        HeldFormat::begun.acquire();
     }
 
     void laterFrameOfTheSameNameIsTheOneThatStays()
     {
         const QTemporaryDir folder;
-        const QString name = folder.filePath(QStringLiteral("same.png"));
+        const QString name = folder.filePath(QStringLiteral("same.held"));
+        int waits = 0;
         FrameWriter writer(
-            4, [](int, const QStringList &) {}, [] {});
-        for (int k = 0; k < 6; ++k)
-            writer.write(k, picture(qRgb(k, 0, 0), 500 - 80 * k, 500), false, {name});
+            4, [](int, const QStringList &) {},
+            [&] {
+                ++waits;
+                HeldFormat::mayEnd.release();
+            });
+        for (int k = 0; k < 3; ++k) {
+            const int before = waits;
+            writer.write(k, picture(qRgb(k, 0, 0)), false, {name});
+            QCOMPARE(waits > before, k > 0); // for the one before it, which is held
+            HeldFormat::begun.acquire();
+        }
         writer.finish();
-        QCOMPARE(loadImageFile(name).pixel(0, 0), qRgb(5, 0, 0));
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("#020000"));
+        HeldFormat::mayEnd.acquire(HeldFormat::mayEnd.available());
     }
 
     void pictureMayChangeOnceItIsHandedOver()
@@ -91,11 +125,13 @@ private slots:
         FrameWriter writer(
             2, [](int, const QStringList &) {}, [] {});
         QCOMPARE(writer.busy(), 0);
-        // Larger than what is done before the next line is reached.
-        writer.write(0, picture(qRgb(1, 2, 3), 2000, 2000), false,
-                     {folder.filePath(QStringLiteral("a.png")),
-                      folder.filePath(QStringLiteral("a.tga"))});
-        QCOMPARE(writer.busy(), 1);
+        for (const int k : {1, 2}) {
+            writer.write(k, picture(qRgb(1, 2, 3)), false,
+                         {folder.filePath(QStringLiteral("%1.held").arg(k))});
+            HeldFormat::begun.acquire();
+            QCOMPARE(writer.busy(), k);
+        }
+        HeldFormat::mayEnd.release(2);
         writer.finish();
         QCOMPARE(writer.busy(), 0);
     }
