@@ -356,17 +356,25 @@ private slots:
         QCOMPARE(m_range.text(), QString("minimum 3.40282e+38\nmaximum -3.40282e+38"));
     }
 
-    void junkPositionsAreHarmless_data()
+    // Four bytes are read ahead, the lower row comes first, and a row that the file does
+    // not have repeats the one that was read before, of zeros at first.
+    void rowsBeyondTheFileRepeatTheLast_data()
     {
+        constexpr int Abcd[] = {25185, 25699}; // two words of each four letters
+        constexpr int Efgh[] = {26213, 26727};
         QTest::addColumn<int>("columns");
         QTest::addColumn<double>("upperLeft");
-        QTest::newRow("highest") << 2147483647 << 0.0;
-        QTest::newRow("lowest") << -2147483647 << 0.0;
-        QTest::newRow("far away") << 2 << 1e300;
-        QTest::newRow("far the other way") << 2147483647 << -1e300;
-        QTest::newRow("not a number") << 2 << std::nan("");
+        QTest::addColumn<QVector<int>>("stored");
+        QTest::newRow("the lower row lies far behind the end")
+            << 2147483647 << 0.0 << QVector<int>{Abcd[0], Abcd[1], 0, 0};
+        QTest::newRow("the lower row lies before the beginning")
+            << -2147483647 << 0.0 << QVector<int>{Abcd[0], Abcd[1], Efgh[0], Efgh[1]};
+        const QVector<int> readOn = {Efgh[0], Efgh[1], Efgh[0], Efgh[1]};
+        QTest::newRow("far away") << 2 << 1e300 << readOn;
+        QTest::newRow("far the other way") << 2147483647 << -1e300 << readOn;
+        QTest::newRow("not a number") << 2 << std::nan("") << readOn;
     }
-    void junkPositionsAreHarmless()
+    void rowsBeyondTheFileRepeatTheLast()
     {
         QFETCH(int, columns);
         QFETCH(double, upperLeft);
@@ -376,6 +384,7 @@ private slots:
         h.upperLeftX = h.upperLeftY = upperLeft;
         QVERIFY(convert("abcdefgh", h, options));
         QCOMPARE(m_image.size(), QSize(2, 2));
+        QTEST(pixels(), "stored");
     }
 
     void offsetsGoBeyondFourGibibytes()

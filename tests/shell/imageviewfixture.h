@@ -4,6 +4,7 @@
 #include "shell/appsettings.h"
 #include "shell/imagemdichild.h"
 #include "shell/workspacewindow.h"
+#include "support/settle.h"
 
 #include <QAction>
 #include <QApplication>
@@ -62,7 +63,7 @@ protected:
         m_workspace->message.clear();
         QTest::mouseMove(m_workspace->windowHandle(),
                          m_view->mapTo(m_workspace.get(), place));
-        QTest::qWait(10);
+        settle();
     }
     [[nodiscard]] QString picture(int width, int height) const
     {

@@ -44,12 +44,16 @@ private slots:
         for (int i = 0; i < 4000; ++i)
             m_view->slotZoomIn();
         QCOMPARE(label()->size(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
-        QTest::qWait(20); // paints
+        settle(); // paints
         moveMouse({5, 5});
+        QCOMPARE(m_workspace->message, QString("inf% - 0/149")); // the corner
         for (int i = 0; i < 8000; ++i)
             m_view->slotZoomOut();
-        QTest::qWait(20);
+        settle();
         moveMouse({6, 6});
+        // No factor brings that back.
+        QCOMPARE(m_workspace->message, QString("inf% - 0/149"));
+        QCOMPARE(label()->size(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
         m_view->slotNormalSize();
         QCOMPARE(label()->size(), QSize(200, 150));
     }

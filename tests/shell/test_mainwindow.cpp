@@ -4,6 +4,7 @@
 #include "shell/appsettings.h"
 #include "shell/imagemdichild.h"
 #include "support/modalanswer.h"
+#include "support/settle.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -13,6 +14,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -277,7 +279,7 @@ private slots:
         ModalAnswers answers;
         expectCloseQuestion(answers, view, QMessageBox::Cancel);
         action("action_Close")->trigger();
-        QTest::qWait(20);
+        settle();
         QCOMPARE(answers.complaints(), QStringList());
         QCOMPARE(windows().size(), 1);
         QVERIFY(view->isVisible());
@@ -307,7 +309,7 @@ private slots:
         QCOMPARE(m_window->pos(), QPoint(200, 200));
         m_window->move(120, 90);
         m_window->resize(640, 410);
-        QTest::qWait(20);
+        settle();
         QVERIFY(m_window->close());
         QCOMPARE(AppSettings().value("MainWindow/Position").toPoint(), QPoint(120, 90));
         QCOMPARE(AppSettings().value("MainWindow/Size").toSize(), QSize(640, 410));
@@ -320,7 +322,13 @@ private slots:
     {
         m_window->open(picture("a.png"));
         m_window->open(picture("b.png"));
+        QList<QPointer<MdiChild>> views;
+        for (MdiChild *const view : m_window->findChildren<MdiChild *>())
+            views.append(view);
+        QCOMPARE(views.size(), 2);
         m_window.reset();
+        for (const QPointer<MdiChild> &view : views)
+            QVERIFY(view.isNull());
     }
 
 private:

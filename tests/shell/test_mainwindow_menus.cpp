@@ -2,6 +2,7 @@
 #include "shell/imagemdichild.h"
 #include "shell/mainwindow.h"
 #include "support/modalanswer.h"
+#include "support/settle.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -42,7 +43,7 @@ private slots:
     {
         openImages(2);
         area()->activeSubWindow()->showMaximized();
-        QTest::qWait(20);
+        settle();
         press(Qt::Key_W, Qt::ControlModifier);
         QTRY_COMPARE(windows().size(), 1);
     }
@@ -213,7 +214,7 @@ private slots:
         openImages(2);
         action("action_Close")->trigger();
         QTRY_COMPARE(windows().size(), 1);
-        QTest::qWait(20);
+        settle();
         QVERIFY(action("action_Copy")->isEnabled());
         QCOMPARE(message(), QString());
     }
