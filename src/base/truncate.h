@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
-/// Numbers become whole ones by being cut toward zero. The functions differ in what they
-/// make of numbers that the result cannot hold, and bear that in their names.
+// Numbers become whole ones by being cut toward zero. The functions differ in what they
+// make of numbers that the result cannot hold, and bear that in their names.
 
 /// Cuts toward zero. What no int can hold, not a number included, gives the lowest int,
 /// whose low byte is 0.

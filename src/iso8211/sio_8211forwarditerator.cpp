@@ -14,18 +14,18 @@ sio_8211ForwardIterator::sio_8211ForwardIterator(sio_8211Reader &reader)
 
 bool sio_8211ForwardIterator::get(sc_Record &record)
 {
-    return told(m_reader->_fillScRecord(m_record, record));
+    return endUnless(m_reader->_fillScRecord(m_record, record));
 }
 
 bool sio_8211ForwardIterator::walk(std::ostream &out)
 {
     const bool isReadable = m_reader->walkFields(m_record, out);
     out << '\n';
-    return told(isReadable);
+    return endUnless(isReadable);
 }
 
 // A record that cannot be read to its end is the last: that is what the stream tells.
-bool sio_8211ForwardIterator::told(bool isReadable)
+bool sio_8211ForwardIterator::endUnless(bool isReadable)
 {
     if (!isReadable)
         m_reader->stream().setstate(std::ios::failbit);

@@ -39,7 +39,7 @@ public:
 
 private:
     void readRecord();
-    bool told(bool isReadable);
+    bool endUnless(bool isReadable);
 
     std::int64_t m_nextRecord;
     sio_8211DR m_record;
