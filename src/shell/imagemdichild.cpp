@@ -226,6 +226,7 @@ bool ImageMdiChild::loadFile(const QString &fileName)
     imageLabel->setPixmap(pixmap);
     setCurrentFile(fileName);
     setWindowModified(false);
+    saveFailed = false;
     scaleImage(1.0);
     return true;
 }
@@ -246,6 +247,7 @@ bool ImageMdiChild::saveFile(const QString &fileName)
         saved = saveImageFile(image, fileName);
         setCurrentFile(fileName);
         setWindowModified(false);
+        saveFailed = !saved;
     }
     if (!saved)
         QMessageBox::critical(this, tr("Error"), tr("Cannot save \"%1\".").arg(fileName));
@@ -276,7 +278,7 @@ bool ImageMdiChild::paste()
     return true;
 }
 
-bool ImageMdiChild::isModified() const { return isWindowModified(); }
+bool ImageMdiChild::isModified() const { return isWindowModified() || saveFailed; }
 
 // --- Events ----------------------------------------------------------------------
 

@@ -28,6 +28,7 @@ public:
     bool saveFile(const QString &fileName) override;
     bool copy() override;
     bool paste() override;
+    /// Whether the picture would be lost: it was changed, or the last save failed.
     [[nodiscard]] bool isModified() const override;
 
     [[nodiscard]] bool isFitToWindow() const { return fitToWindow; }
@@ -66,4 +67,5 @@ private:
     double scaleFactor = 1.0;
     bool mayBeClosed = true;
     bool fitToWindow = false;
+    bool saveFailed = false; // the title does not tell
 };

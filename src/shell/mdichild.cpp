@@ -14,7 +14,13 @@ void MdiChild::newFile()
     setWindowTitle(curFile + QStringLiteral("[*]"));
 }
 
-bool MdiChild::save() { return isUntitled ? saveAs() : saveFile(curFile); }
+bool MdiChild::save()
+{
+    if (isUntitled)
+        return saveAs();
+    const QString fileName = curFile; // saving sets the name anew
+    return saveFile(fileName);
+}
 
 QString MdiChild::userFriendlyCurrentFile() const { return strippedName(curFile); }
 
@@ -22,7 +28,10 @@ QString MdiChild::currentFile() const { return curFile; }
 
 void MdiChild::setCurrentFile(const QString &fileName)
 {
-    curFile = QFileInfo(fileName).canonicalFilePath();
+    const QFileInfo file(fileName);
+    curFile = file.canonicalFilePath();
+    if (curFile.isEmpty()) // nothing of that name is on disk
+        curFile = file.absoluteFilePath();
     isUntitled = false;
     setWindowTitle(userFriendlyCurrentFile() + QStringLiteral("[*]"));
 }

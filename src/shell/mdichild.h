@@ -21,7 +21,8 @@ public:
     virtual bool paste() = 0;
     /// File name without its folder, for titles and menus.
     [[nodiscard]] virtual QString userFriendlyCurrentFile() const;
-    /// Canonical path, or the made-up name while untitled.
+    /// Canonical path, the absolute one where no such file is on disk, or the made-up
+    /// name while untitled.
     [[nodiscard]] virtual QString currentFile() const;
     [[nodiscard]] virtual bool isModified() const = 0;
     virtual void setCurrentFile(const QString &fileName);

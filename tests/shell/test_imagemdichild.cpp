@@ -165,8 +165,45 @@ private slots:
                             QMessageBox::Ok);
         QVERIFY(!m_view->saveFile(path));
         QCOMPARE(answers.complaints(), QStringList());
-        QVERIFY(!m_view->isModified());
-        QCOMPARE(m_view->windowTitle(), QString("[*]"));
+        QCOMPARE(m_view->currentFile(), path);
+        QCOMPARE(m_view->windowTitle(), QString("x.png[*]"));
+        QVERIFY(!m_view->isWindowModified());
+    }
+
+    void failedSaveOfANamedPictureTellsItsName()
+    {
+        QVERIFY(QDir().mkpath(m_dir.filePath("gone")));
+        const QString path = m_dir.filePath("gone/a.png");
+        QVERIFY(QFile::copy(picture(40, 30), path));
+        QVERIFY(m_view->loadFile(path));
+        QVERIFY(QDir(m_dir.filePath("gone")).removeRecursively());
+        ModalAnswers answers;
+        for (int attempt = 1; attempt <= 2; ++attempt) {
+            answers.pressButton("Error", QString("Cannot save \"%1\".").arg(path),
+                                QMessageBox::Ok);
+            QVERIFY(!m_view->save());
+            QCOMPARE(answers.complaints(), QStringList());
+            QCOMPARE(m_view->currentFile(), path);
+            QCOMPARE(m_view->windowTitle(), QString("a.png[*]"));
+        }
+    }
+
+    void pictureOfAFailedSaveIsNotLostInSilence()
+    {
+        QVERIFY(m_view->loadFile(picture(40, 30)));
+        const QString path = m_dir.filePath("none/x.png");
+        const QString closing =
+            QString("The file has been modified:\n\"%1\"\nSave the changes?").arg(path);
+        ModalAnswers answers;
+        answers.pressButton("Error", QString("Cannot save \"%1\".").arg(path),
+                            QMessageBox::Ok);
+        QVERIFY(!m_view->saveFile(path));
+        answers.pressButton("Close File", closing, QMessageBox::Cancel);
+        QVERIFY(!m_view->close());
+        // Saved elsewhere it closes as any other.
+        QVERIFY(m_view->saveFile(m_dir.filePath("rescued.png")));
+        QVERIFY(m_view->close());
+        QCOMPARE(answers.complaints(), QStringList());
     }
 
     void emptyViewCannotBeSaved()
