@@ -19,6 +19,8 @@ bool SceneryDelegate::curvedFlight(TextureImage *texture)
     if (!checkCurvedFlight(controlPoints.size(), waypoints.size(), data->Bildanzahl,
                            &error)) {
         notices->critical(view, tr("SceneryDelegate::CurvedFlight()"), error);
+        setErrorString(error);
+        failureTold = true;
         return false;
     }
     const CurvedFlight flight(controlPoints, waypoints, data->Bildanzahl);

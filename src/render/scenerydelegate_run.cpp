@@ -58,6 +58,7 @@ bool SceneryDelegate::renderPreview(ImageMdiChild *target)
 bool SceneryDelegate::run(ImageMdiChild *target)
 {
     isRendering = true;
+    failureTold = false;
     activeView = target;
     if (activeView) {
         activeView->setMayBeClosed(false);

@@ -76,6 +76,8 @@ public:
     /// A full run shown in `view`, which may be null for a run without a window.
     /// False means failed, with the reason in errorString(); stopped is true.
     bool renderFinal(ImageMdiChild *view);
+    /// Whether the notices have told already why the last run failed.
+    [[nodiscard]] bool toldFailure() const { return failureTold; }
     /// The same at half size on a quarter of the mesh.
     bool renderPreview(ImageMdiChild *view);
     void stopRendering() { isRendering = false; }
@@ -136,6 +138,7 @@ private:
     double QualityFactor = 1.0;         // 0.5 preview, 2.0 extra high quality
     bool isPreview = false;
     bool isRendering = false; // false asks the run to stop
+    bool failureTold = false;
     std::function<bool(int frame)> frameWanted;
 
     bool modified = false;

@@ -97,7 +97,8 @@ void SceneryMdiChild::render(bool (SceneryDelegate::*run)(ImageMdiChild *),
     if (!(sceneryDelegate.get()->*run)(image)) {
         if (image)
             image->hide();
-        QMessageBox::critical(this, tr("Error"), sceneryDelegate->errorString());
+        if (!sceneryDelegate->toldFailure())
+            QMessageBox::critical(this, tr("Error"), sceneryDelegate->errorString());
     }
     delete refreshTimer;
     refreshTimer = nullptr;

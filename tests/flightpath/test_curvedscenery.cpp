@@ -135,6 +135,8 @@ void TestCurvedScenery::limitsAreToldAndEndTheRun()
     load(flight(controlPoints, waypoints, frames));
     QVERIFY(!m_delegate->renderFinal(nullptr));
     QCOMPARE(m_notices.said, QStringList({"SceneryDelegate::CurvedFlight()", text}));
+    QVERIFY(m_delegate->toldFailure());
+    QCOMPARE(m_delegate->errorString(), text);
     QVERIFY(this->frames().isEmpty());
 }
 

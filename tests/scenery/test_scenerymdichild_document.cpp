@@ -165,8 +165,14 @@ void TestSceneryMdiChildDocument::curvedRunWithoutPathIsTold()
         "SceneryDelegate::CurvedFlight()",
         "The number of control points is 0; it has to be greater than 3.\n",
         QMessageBox::Ok);
-    // The reason was told above; the run has no other words for it.
-    answers.pressButton("Error", "Unknown error", QMessageBox::Ok);
+    m_view->renderFinal(); // one box, and none behind it
+    QCOMPARE(answers.complaints(), QStringList());
+    QVERIFY(m_view->findChild<ImageMdiChild *>()->isHidden());
+    // A later run tells its own reason.
+    click(m_form->radioButtonStraight);
+    m_form->lineEditTextureFile->setText("none.png");
+    answers.pressButton("Error", "Could not open texture file \"none.png\"",
+                        QMessageBox::Ok);
     m_view->renderFinal();
     QCOMPARE(answers.complaints(), QStringList());
 }
