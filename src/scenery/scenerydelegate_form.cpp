@@ -18,7 +18,7 @@ template <class Widget, class Value> struct Binding {
     Value Data::*field;
 };
 
-constexpr Binding<QDoubleSpinBox, double> Reals[]{
+constexpr Binding<DecimalSpinBox, double> Reals[]{
     {&Form::doubleSpinBoxElevScaleX, &Data::HDateiSkalaX},
     {&Form::doubleSpinBoxElevScaleY, &Data::HDateiSkalaY},
     {&Form::doubleSpinBoxLightX, &Data::LichtX},
@@ -43,7 +43,7 @@ constexpr Binding<QDoubleSpinBox, double> Reals[]{
     {&Form::doubleSpinBoxSmoothness, &Data::Traegheit},
 };
 
-constexpr Binding<QDoubleSpinBox, double> Dusts[]{
+constexpr Binding<DecimalSpinBox, double> Dusts[]{
     {&Form::doubleSpinBoxCameraFromDust, &Data::NebelA},
     {&Form::doubleSpinBoxCameraToDust, &Data::NebelE},
 };
