@@ -111,7 +111,8 @@ void MainWindow::newFile()
     view->newFile();
     showView(view);
     QWidget *const window = view->parentWidget();
-    window->resize(NewScenerySize + (window->size() - view->size()));
+    if (!window->isMaximized()) // with another one maximized, this one is too
+        window->resize(NewScenerySize + (window->size() - view->size()));
 }
 
 void MainWindow::open()

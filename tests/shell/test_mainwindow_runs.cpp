@@ -50,6 +50,43 @@ private slots:
                         "action_NormalSize", "action_FitToWindow", "action_Stop"});
     }
 
+    void newSceneryIsNowhereSmallerThanItNeeds()
+    {
+        ModalAnswers answers;
+        answers.withDialog([](QDialog *dialog) { dialog->accept(); });
+        action("action_New")->trigger();
+        const MdiChild *const view = m_window->activeMdiChild();
+        QCOMPARE(view->size(), QSize(400, 300));
+        const auto widgets = view->findChildren<QWidget *>();
+        for (const QWidget *widget : widgets) {
+            const bool inForm = widget->inherits("QGroupBox") ||
+                                widget->parentWidget()->inherits("QGroupBox");
+            const QSize least =
+                widget->minimumSizeHint().boundedTo(widget->maximumSize());
+            if (inForm)
+                QVERIFY2(widget->width() >= least.width() &&
+                             widget->height() >= least.height(),
+                         qPrintable(widget->objectName()));
+        }
+    }
+
+    void newSceneryFillsAMaximizedWorkspace()
+    {
+        QVERIFY(openScenery());
+        windows()[0]->showMaximized();
+        ModalAnswers answers;
+        answers.withDialog([](QDialog *dialog) { dialog->accept(); });
+        action("action_New")->trigger();
+        QCOMPARE(answers.complaints().join("; "), QString());
+        QCOMPARE(windows().size(), 2);
+        QVERIFY(windows()[1]->isMaximized());
+        QCOMPARE(windows()[1]->size(), windows()[0]->parentWidget()->size());
+        // Back from there it has the size of every new scenery.
+        windows()[1]->showNormal();
+        QTest::qWait(20);
+        QVERIFY(windows()[1]->width() > 300);
+    }
+
     void brokenSceneryLeavesNoWindow()
     {
         const QString path = m_dir.filePath("broken.zph");
