@@ -49,6 +49,10 @@ public slots:
     void renderFinal();
     void renderPreview();
 
+signals:
+    /// A picture window was made that will show the runs.
+    void pictureMade(ImageMdiChild *picture);
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 

@@ -45,6 +45,7 @@ ImageMdiChild *SceneryMdiChild::imageOfRun()
     zoom(actionNormalSize, &ImageMdiChild::slotNormalSize);
     zoom(actionFitToWindow, &ImageMdiChild::slotFitToWindow);
     connect(image, &QObject::destroyed, this, &SceneryMdiChild::imageMdiChildClosed);
+    emit pictureMade(image);
     return image;
 }
 

@@ -100,7 +100,11 @@ private:
     void updateMenusForScenery(const SceneryMdiChild *view);
     void enableZoom(bool enable);
     void enableRun(bool enable);
-    void run(void (SceneryMdiChild::*operation)());
+    void run(SceneryMdiChild *view, void (SceneryMdiChild::*operation)());
+    /// Asks whether the view's run is to end; `parent` is the question's window.
+    void askToStop(SceneryMdiChild *view, QWidget *parent);
+    /// Gives the window that shows a scenery's runs the keys to start and stop them.
+    void addRunKeys(SceneryMdiChild *view, ImageMdiChild *picture);
 
     std::unique_ptr<Ui_MainWindow> ui;
     QMdiArea *mdiArea = nullptr;

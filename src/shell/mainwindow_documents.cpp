@@ -77,6 +77,8 @@ SceneryMdiChild *MainWindow::createSceneryView()
 {
     auto *const view = new SceneryMdiChild(this, ui->action_ZoomIn, ui->action_ZoomOut,
                                            ui->action_NormalSize, ui->action_FitToWindow);
+    connect(view, &SceneryMdiChild::pictureMade, this,
+            [this, view](ImageMdiChild *picture) { addRunKeys(view, picture); });
     addToWorkspace(view);
     return view;
 }
