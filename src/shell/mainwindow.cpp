@@ -3,6 +3,7 @@
 #include "scenery/scenerymdichild.h"
 #include "shell/appsettings.h"
 #include "shell/imagemdichild.h"
+#include "shell/menutext.h"
 #include "shell/recentfiles.h"
 #include "ui_mainwindow.h"
 
@@ -261,11 +262,10 @@ void MainWindow::updateWindowMenu()
         if (!view)
             continue;
         ++number;
-        // The file name is no place for accelerators, so its ampersands stay as they are.
         const QString text =
             number <= 9 ? QStringLiteral("&%1 %2") : QStringLiteral("%1 %2");
-        QAction *const entry =
-            menu->addAction(text.arg(number).arg(view->userFriendlyCurrentFile()));
+        QAction *const entry = menu->addAction(
+            text.arg(number).arg(menuText(view->userFriendlyCurrentFile())));
         entry->setCheckable(true);
         entry->setChecked(view == MainWindow::activeMdiChild());
         connect(

@@ -3,6 +3,7 @@
 #include "scenery/scenerymdichild.h"
 #include "shell/appsettings.h"
 #include "shell/imagemdichild.h"
+#include "shell/menutext.h"
 #include "shell/newfiledialog.h"
 #include "shell/recentfiles.h"
 #include "ui_mainwindow.h"
@@ -212,7 +213,7 @@ void MainWindow::showRecent(const RecentFiles &files)
     const std::array actions{ui->action_OpenMRU1, ui->action_OpenMRU2,
                              ui->action_OpenMRU3, ui->action_OpenMRU4};
     for (size_t i = 0; i < actions.size(); ++i) {
-        actions[i]->setText(files.names[i]);
+        actions[i]->setText(menuText(files.names[i]));
         if (!files.names[i].isEmpty())
             actions[i]->setVisible(true);
     }

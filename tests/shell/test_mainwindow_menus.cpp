@@ -140,6 +140,23 @@ private slots:
         QCOMPARE(area()->activeSubWindow(), windows()[2]);
     }
 
+    void ampersandOfAFileNameShowsAsItself()
+    {
+        const QString path = m_dir.filePath("rock & roll & sea.png");
+        QVERIFY(QImage(8, 8, QImage::Format_RGB32).save(path));
+        m_window->open(path);
+        QMenu *const menu = m_window->findChild<QMenu *>("menu_Window");
+        emit menu->aboutToShow();
+        // Two ampersands stand for one that is shown.
+        QCOMPARE(menu->actions().last()->text(), QString("&1 rock && roll && sea.png"));
+        QString shown = path;
+        QCOMPARE(action("action_OpenMRU1")->text(), shown.replace("&", "&&"));
+        action("action_Close")->trigger();
+        QTRY_COMPARE(windows().size(), 0);
+        action("action_OpenMRU1")->trigger();
+        QCOMPARE(windows().size(), 1);
+    }
+
     void windowMenuEntryOfAClosedWindowDoesNothing()
     {
         openImages(2);
