@@ -8,6 +8,7 @@
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
 #include "shell/label.h"
+#include "shell/windowplace.h"
 
 #include <QMessageBox>
 #include <QScrollArea>
@@ -38,8 +39,9 @@ SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
     // The program ends with its main window, whose documents end their editors.
     setAttribute(Qt::WA_QuitOnClose, false);
     const auto stored = settings();
-    move(stored.value("SetFlightPathDialog/Position", QPoint(100, 100)).toPoint());
-    resize(stored.value("SetFlightPathDialog/Size", QSize(600, 400)).toSize());
+    placeWindow(this,
+                stored.value("SetFlightPathDialog/Position", QPoint(100, 100)).toPoint(),
+                stored.value("SetFlightPathDialog/Size", QSize(600, 400)).toSize());
 
     if (!loadFiles(textureFile, elevationFile, scaleX, scaleY)) {
         failed = true;
@@ -148,9 +150,9 @@ void SetFlightPathDialog::makeProfileDialog(double zA, double zE)
         nullptr, elevationImage.get(), *controlPoints, *waypoints, *waypointLevel, zA,
         zE);
     const auto stored = settings();
-    profileDialog->move(
-        stored.value("SetFlightPathProfileDialog/Position", QPoint(200, 200)).toPoint());
-    profileDialog->resize(
+    placeWindow(
+        profileDialog.get(),
+        stored.value("SetFlightPathProfileDialog/Position", QPoint(200, 200)).toPoint(),
         stored.value("SetFlightPathProfileDialog/Size", QSize(600, 400)).toSize());
     profileDialog->show();
 }

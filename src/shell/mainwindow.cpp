@@ -5,6 +5,7 @@
 #include "shell/imagemdichild.h"
 #include "shell/menutext.h"
 #include "shell/recentfiles.h"
+#include "shell/windowplace.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
@@ -286,9 +287,10 @@ void MainWindow::setActiveSubWindow(QWidget *window)
 void MainWindow::readSettings()
 {
     const AppSettings settings;
-    move(settings.value(QStringLiteral("MainWindow/Position"), QPoint(200, 200))
-             .toPoint());
-    resize(settings.value(QStringLiteral("MainWindow/Size"), QSize(400, 400)).toSize());
+    placeWindow(
+        this,
+        settings.value(QStringLiteral("MainWindow/Position"), QPoint(200, 200)).toPoint(),
+        settings.value(QStringLiteral("MainWindow/Size"), QSize(400, 400)).toSize());
 }
 
 void MainWindow::writeSettings() const

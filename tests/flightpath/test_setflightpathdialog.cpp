@@ -18,6 +18,7 @@ private slots:
     void emptyTextureNameIsReported();
     void missingElevationIsReported();
     void windowsStandWhereTheyWereLeft();
+    void windowsStoredOffEveryScreenComeBack();
     void formHasItsTexts();
     void actionsStartAsTheListsDemand_data();
     void actionsStartAsTheListsDemand();
@@ -93,6 +94,18 @@ void TestSetFlightPathDialog::windowsStandWhereTheyWereLeft()
     QSettings stored("Kolvenar", "Zephrant");
     QCOMPARE(stored.value("SetFlightPathDialog/Position"), QVariant(QPoint(40, 50)));
     QCOMPARE(stored.value("SetFlightPathProfileDialog/Size"), QVariant(QSize(520, 240)));
+}
+
+void TestSetFlightPathDialog::windowsStoredOffEveryScreenComeBack()
+{
+    EditorFixture f;
+    QSettings stored("Kolvenar", "Zephrant");
+    stored.setValue("SetFlightPathDialog/Position", QPoint(9000, 50));
+    stored.setValue("SetFlightPathProfileDialog/Position", QPoint(60, -9000));
+    f.open();
+    const QRect screen = f.plan->screen()->availableGeometry();
+    QVERIFY(screen.contains(f.plan->frameGeometry()));
+    QVERIFY(screen.contains(f.profile->frameGeometry()));
 }
 
 void TestSetFlightPathDialog::formHasItsTexts()

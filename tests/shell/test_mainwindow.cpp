@@ -15,6 +15,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -316,6 +317,16 @@ private slots:
         restart();
         QCOMPARE(m_window->size(), QSize(640, 410));
         QCOMPARE(m_window->pos(), QPoint(120, 90));
+    }
+
+    void windowStoredOffEveryScreenComesBack()
+    {
+        AppSettings().setValue("MainWindow/Position", QPoint(-5000, 9000));
+        AppSettings().setValue("MainWindow/Size", QSize(300, 200));
+        restart();
+        QVERIFY(
+            m_window->screen()->availableGeometry().contains(m_window->frameGeometry()));
+        QCOMPARE(m_window->size(), QSize(300, 200));
     }
 
     void programEndsWithViewsStillOpen()
