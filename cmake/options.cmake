@@ -25,3 +25,7 @@ endif()
 add_library(strict INTERFACE)
 target_link_libraries(strict INTERFACE warnings)
 target_compile_options(strict INTERFACE -Wconversion -Wno-sign-conversion)
+
+# The programs' version as a string, ZEPHRANT_VERSION; who tells it links this.
+add_library(version INTERFACE)
+target_compile_definitions(version INTERFACE ZEPHRANT_VERSION="${PROJECT_VERSION}")

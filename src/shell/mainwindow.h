@@ -32,6 +32,8 @@ public slots:
     void open();
     /// Names that end in ZPH, in any case, open as scenery; all others as image.
     void open(const QString &path);
+    /// Opens the files that the program was started with.
+    void openGiven(const QStringList &paths);
     void openMRU1();
     void openMRU2();
     void openMRU3();

@@ -161,6 +161,12 @@ void MainWindow::open(const QString &path)
     showView(view);
 }
 
+void MainWindow::openGiven(const QStringList &paths)
+{
+    for (const QString &path : paths)
+        open(path);
+}
+
 void MainWindow::revert(QMdiSubWindow *window, const QString &path)
 {
     auto *const view = qobject_cast<MdiChild *>(window->widget());
