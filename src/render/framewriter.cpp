@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -20,6 +21,17 @@ QImage halved(const QImage &image)
                         Qt::SmoothTransformation);
 }
 
+// Too little memory is a failure like any other: left to itself it would end the program
+// from its thread.
+template <typename Step> bool succeeds(const Step &step)
+{
+    try {
+        return step();
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
 } // namespace
 
 FrameWriter::FrameWriter(int most, Written written, Wait wait)
@@ -27,14 +39,23 @@ FrameWriter::FrameWriter(int most, Written written, Wait wait)
 {
 }
 
-FrameWriter::~FrameWriter() { finish(); }
+FrameWriter::~FrameWriter()
+{
+    // Each frame is told once, so this ends even if every telling fails.
+    const auto finished = [this] {
+        finish();
+        return true;
+    };
+    while (!succeeds(finished)) {
+    }
+}
 
 void FrameWriter::Job::run()
 {
-    if (halve)
-        picture = halved(picture);
+    if (halve && !succeeds([this] { return !(picture = halved(picture)).isNull(); }))
+        picture = QImage();
     for (const QString &name : names)
-        if (!saveImageFile(picture, name))
+        if (!succeeds([&] { return saveImageFile(picture, name); }))
             failed.append(name);
     picture = QImage();
     done = true;
@@ -55,14 +76,21 @@ void FrameWriter::write(int frame, const QImage &picture, bool halve,
         m_jobs.push_back(std::move(job));
         return reportDone();
     }
-    const bool aside = picture.sizeInBytes() <= MostBytesAside;
+    job->failed.reserve(names.size()); // what fails for want of memory is told as well
+    bool aside = picture.sizeInBytes() <= MostBytesAside;
     job->picture = aside ? picture.copy() : picture;
+    if (job->picture.isNull()) { // no memory for a copy
+        job->picture = picture;
+        aside = false;
+    }
     Job &started = *job;
     m_jobs.push_back(std::move(job));
     try {
         started.thread = std::thread([&started] { started.run(); });
     } catch (const std::system_error &) {
         started.run(); // the system gives no thread
+    } catch (const std::bad_alloc &) {
+        started.run();
     }
     if (!aside)
         finish();

@@ -89,6 +89,7 @@ void TerrainSweep::showable()
 
 void TerrainSweep::endOfRun()
 {
+    m_drawing = false; // the frame may have been given up in its midst
     m_frame.reset();
     m_workers.reset();
 }

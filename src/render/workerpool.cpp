@@ -1,6 +1,8 @@
 #include "render/workerpool.h"
 
+#include <algorithm>
 #include <chrono>
+#include <new>
 #include <system_error>
 
 namespace {
@@ -22,11 +24,13 @@ template <typename Condition> void waitAwake(const Condition &met)
 
 WorkerPool::WorkerPool(int threads)
 {
+    // Those that are there do the work if the system gives no more.
     try {
+        m_threads.reserve(static_cast<std::size_t>(std::max(threads - 1, 0)));
         for (int worker = 1; worker < threads; ++worker)
             m_threads.emplace_back([this, worker] { serve(worker); });
     } catch (const std::system_error &) {
-        // The system gives no more: those that are there do the work.
+    } catch (const std::bad_alloc &) {
     }
 }
 
@@ -52,11 +56,23 @@ void WorkerPool::run(const std::function<void(int)> &work)
         ++m_round;
     }
     m_begin.notify_all();
-    work(0);
+    attempt(work, 0);
     const auto ended = [this] { return m_running == 0; };
     waitAwake(ended);
     std::unique_lock lock(m_mutex);
     m_end.wait(lock, ended);
+    if (m_outOfMemory.exchange(false))
+        throw std::bad_alloc();
+}
+
+// An exception that left a thread would end the program: the caller throws it again.
+void WorkerPool::attempt(const std::function<void(int)> &work, int worker)
+{
+    try {
+        work(worker);
+    } catch (const std::bad_alloc &) {
+        m_outOfMemory = true;
+    }
 }
 
 void WorkerPool::runPieces(int pieces, const std::function<void(int, int)> &work)
@@ -83,7 +99,7 @@ void WorkerPool::serve(int worker)
         served = m_round;
         const std::function<void(int)> &work = *m_work;
         lock.unlock();
-        work(worker);
+        attempt(work, worker);
         lock.lock();
         if (--m_running == 0)
             m_end.notify_one();

@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] int size() const { return static_cast<int>(m_threads.size()) + 1; }
     /// Calls work(0) to work(size() - 1), each on a thread of its own, and returns when
-    /// all have ended.
+    /// all have ended. Throws std::bad_alloc if one of them had too little memory.
     void run(const std::function<void(int worker)> &work);
     /// Calls work(worker, 0) to work(worker, pieces - 1), each once. The threads take the
     /// pieces in turn as they become free: one whose core is wanted elsewhere takes
@@ -27,6 +27,7 @@ public:
 
 private:
     void serve(int worker);
+    void attempt(const std::function<void(int)> &work, int worker);
 
     std::mutex m_mutex;
     std::condition_variable m_begin, m_end;
@@ -35,5 +36,6 @@ private:
     std::atomic<int> m_round = 0;   // counts the pieces of work
     std::atomic<int> m_running = 0; // threads still at this one
     std::atomic<bool> m_quit = false;
+    std::atomic<bool> m_outOfMemory = false; // at this piece of work
     std::vector<std::thread> m_threads;
 };

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <new>
 
 class TestWorkerPool : public QObject {
     Q_OBJECT
@@ -40,6 +41,36 @@ private slots:
                 QCOMPARE(done[piece].load(), piece < pieces ? 1 : 0);
             QVERIFY(knownWorker);
         }
+    }
+
+    void tooLittleMemoryIsToldToTheCaller_data()
+    {
+        QTest::addColumn<int>("threads");
+        QTest::addColumn<int>("failing");
+        QTest::newRow("caller alone") << 1 << 0;
+        QTest::newRow("caller of three") << 3 << 0;
+        QTest::newRow("second of three") << 3 << 1;
+        QTest::newRow("all of three") << 3 << -1;
+    }
+    void tooLittleMemoryIsToldToTheCaller()
+    {
+        QFETCH(int, threads);
+        QFETCH(int, failing);
+        WorkerPool pool(threads);
+        if (pool.size() < threads)
+            QSKIP("the system gives too few threads");
+        std::atomic<int> ended = 0;
+        const auto work = [&](int worker) {
+            const bool fails = failing < 0 || worker == failing;
+            if (fails)
+                throw std::bad_alloc();
+            ++ended;
+        };
+        QVERIFY_EXCEPTION_THROWN(pool.run(work), std::bad_alloc);
+        QCOMPARE(ended.load(), failing < 0 ? 0 : threads - 1); // nobody still works
+        ended = 0;
+        pool.run([&](int) { ++ended; });
+        QCOMPARE(ended.load(), threads);
     }
 
 private:
