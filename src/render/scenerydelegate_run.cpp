@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -64,11 +65,18 @@ bool SceneryDelegate::run(ImageMdiChild *target)
         activeView->setMayBeClosed(false);
         activeView->show();
     }
-    const bool done = renderFlight();
+    bool done = false;
+    try {
+        done = renderFlight();
+    } catch (const std::bad_alloc &) {
+        setErrorString(tr("There is not enough memory for this run."));
+    }
     sweep->renderTarget = nullptr;
     sweep->renderElevation = nullptr;
     sweep->activeTransformation = nullptr;
     sweep->endOfRun();
+    sweep->coresTaken = nullptr;
+    frameWriter.reset();
     if (activeView)
         activeView->setMayBeClosed(true);
     activeView = nullptr;
@@ -121,8 +129,6 @@ bool SceneryDelegate::renderFlight()
     const bool done =
         data->isStraight ? straightFlight(&texture) : curvedFlight(&texture);
     frameWriter->finish(); // whole frames are kept, also of a run that was stopped
-    sweep->coresTaken = nullptr;
-    frameWriter.reset();
     return done;
 }
 

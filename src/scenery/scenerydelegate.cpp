@@ -76,6 +76,7 @@ QString SceneryDelegate::inputFile(const QString &name) const
 
 bool SceneryDelegate::open(const QString &fileName)
 {
+    close(); // a reading for which memory ran out left it open
     setFileName(absolutePath(fileName));
     if (!open(ReadOnly | Text))
         return false;

@@ -12,6 +12,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScopeGuard>
 
 void SceneryDelegate::fixScale()
 {
@@ -20,6 +21,7 @@ void SceneryDelegate::fixScale()
     if (texture.isNull())
         return;
     view->setCursor(Qt::WaitCursor);
+    const auto end = qScopeGuard([this] { view->setCursor(Qt::ArrowCursor); });
     const QImage elevation = loadImageFile(inputFile(data->HDateiname));
     if (!elevation.isNull()) {
         data->HDateiSkalaX = double(texture.width()) / elevation.width();
@@ -28,7 +30,6 @@ void SceneryDelegate::fixScale()
         view->form().doubleSpinBoxElevScaleY->setValue(data->HDateiSkalaY);
         setModified();
     }
-    view->setCursor(Qt::ArrowCursor);
 }
 
 void SceneryDelegate::repositionSceneryFrom() { reposition(false); }
@@ -40,11 +41,10 @@ void SceneryDelegate::reposition(bool lastFrame)
 {
     viewToData();
     view->setCursor(Qt::WaitCursor);
+    const auto end = qScopeGuard([this] { view->setCursor(Qt::ArrowCursor); });
     const QSize texture = loadImageFile(inputFile(data->TDateiname)).size();
-    if (texture.isEmpty()) {
-        view->setCursor(Qt::ArrowCursor);
+    if (texture.isEmpty())
         return;
-    }
     const auto set = [&](double SceneryData::*first, double SceneryData::*last,
                          double value) { (*data).*(lastFrame ? last : first) = value; };
     const ElevationImage elevation(inputFile(data->HDateiname), data->HDateiSkalaX,
@@ -64,7 +64,6 @@ void SceneryDelegate::reposition(bool lastFrame)
     set(&SceneryData::VerkantenA, &SceneryData::VerkantenE, 0.0);
     dataToView();
     setModified();
-    view->setCursor(Qt::ArrowCursor);
 }
 
 void SceneryDelegate::browseTextureFile()

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QTimer>
 
 #include <algorithm>
@@ -90,6 +91,11 @@ void SceneryMdiChild::render(bool (SceneryDelegate::*run)(ImageMdiChild *),
     if (rendering)
         return; // a run pumps events, so a command may come in the midst of it
     rendering = true;
+    const auto end = qScopeGuard([this] { // also where memory runs out
+        delete refreshTimer;
+        refreshTimer = nullptr;
+        rendering = false;
+    });
     if (AppSettings().value(QStringLiteral("periodicalRefresh"), false).toBool())
         startRefreshTimer(refreshCycle);
     const QPointer<ImageMdiChild> image = imageOfRun();
@@ -101,7 +107,4 @@ void SceneryMdiChild::render(bool (SceneryDelegate::*run)(ImageMdiChild *),
         if (!sceneryDelegate->toldFailure())
             QMessageBox::critical(this, tr("Error"), sceneryDelegate->errorString());
     }
-    delete refreshTimer;
-    refreshTimer = nullptr;
-    rendering = false;
 }

@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <new>
+
 class TestSceneryMdiChildDocument : public QObject, private SceneryViewFixture {
     Q_OBJECT
 
@@ -25,6 +27,7 @@ private slots:
     void viewCannotBeClosedDuringItsRun();
     void failedRunIsTold();
     void curvedRunWithoutPathIsTold();
+    void runForWhichMemoryLacksIsToldAndEnds();
 };
 
 void TestSceneryMdiChildDocument::failedLoadIsTold()
@@ -175,6 +178,30 @@ void TestSceneryMdiChildDocument::curvedRunWithoutPathIsTold()
                         QMessageBox::Ok);
     m_view->renderFinal();
     QCOMPARE(answers.complaints(), QStringList());
+}
+
+void TestSceneryMdiChildDocument::runForWhichMemoryLacksIsToldAndEnds()
+{
+    prepareRun();
+    bool lacks = true;
+    connect(&m_view->delegate(), &SceneryDelegate::frameStarted, this, [&](int frame) {
+        if (lacks && frame == 1)
+            throw std::bad_alloc();
+    });
+    ModalAnswers answers;
+    answers.pressButton("Error", "There is not enough memory for this run.",
+                        QMessageBox::Ok);
+    m_view->renderFinal();
+    QCOMPARE(answers.complaints(), QStringList());
+    QVERIFY(!m_view->isRendering());
+    QVERIFY(QFile::exists(path("f00.png"))); // the frames before are kept
+    QVERIFY(!QFile::exists(path("f01.png")));
+    m_view->refreshTimerTick(); // there is nothing left to show
+    lacks = false;
+    m_view->renderFinal();
+    QVERIFY(QFile::exists(path("f02.png")));
+    m_view->delegate().setModified(false);
+    QVERIFY(m_view->close());
 }
 
 QTEST_MAIN(TestSceneryMdiChildDocument)
