@@ -1,7 +1,7 @@
+#include "shell/application.h"
 #include "shell/mainwindow.h"
 #include "shell/startarguments.h"
 
-#include <QApplication>
 #include <QIcon>
 #include <QTimer>
 
@@ -35,7 +35,7 @@ int main(int argc, char *argv[])
     if (printed(argc, argv, &status))
         return status;
     qInitResources_Zephrant();
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/ZephrantLogo.png")));
     const auto window = std::make_unique<MainWindow>();
     window->show();

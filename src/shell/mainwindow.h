@@ -92,6 +92,8 @@ private:
     SceneryMdiChild *createSceneryView();
     /// Gives a view its window in the workspace.
     QMdiSubWindow *addToWorkspace(MdiChild *view);
+    /// The view's loading; too little memory is told and counts as a failure.
+    bool load(MdiChild *view, const QString &path);
     /// Asks about unsaved changes of a file that is open already, and loads it anew.
     void revert(QMdiSubWindow *window, const QString &path);
     void addToMRU(const QString &file);

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 namespace {
 
@@ -139,6 +140,18 @@ void MainWindow::open()
     open(path);
 }
 
+bool MainWindow::load(MdiChild *view, const QString &path)
+{
+    try {
+        return view->loadFile(path);
+    } catch (const std::bad_alloc &) {
+        QMessageBox::critical(
+            this, tr("Error"),
+            tr("There is not enough memory to open file \"%1\".").arg(path));
+        return false;
+    }
+}
+
 void MainWindow::open(const QString &path)
 {
     if (QMdiSubWindow *const window = findMdiChild(path)) {
@@ -150,7 +163,7 @@ void MainWindow::open(const QString &path)
         view = createSceneryView();
     else
         view = createImageView();
-    if (!view->loadFile(path)) {
+    if (!load(view, path)) {
         view->parentWidget()->close(); // asks the view, and leaves no empty window
         return;
     }
@@ -176,7 +189,7 @@ void MainWindow::revert(QMdiSubWindow *window, const QString &path)
             tr("By reverting the file to the state saved on disk, you will lose all "
                "changes.\nOK to revert?"),
             QMessageBox::Yes | QMessageBox::No);
-        if (answer == QMessageBox::Yes && view->loadFile(path)) {
+        if (answer == QMessageBox::Yes && load(view, path)) {
             addToMRU(path);
             showMessage(tr("File loaded"), MessageTime);
             ui->action_Copy->setEnabled(true);

@@ -7,6 +7,7 @@
 
 #include <QMessageBox>
 #include <QPointer>
+#include <QScopeGuard>
 
 void MainWindow::renderPreview()
 {
@@ -30,14 +31,16 @@ void MainWindow::run(SceneryMdiChild *view, void (SceneryMdiChild::*operation)()
         ui->action_Stop->setEnabled(true);
         enableZoom(true);
     }
+    const auto end = qScopeGuard([this, active] { // also where memory runs out
+        --renderDepth;
+        if (!active) {
+            updateMenus();
+        } else if (renderDepth == 0) {
+            enableRun(true);
+            ui->action_Stop->setEnabled(false);
+        }
+    });
     (view->*operation)();
-    --renderDepth;
-    if (!active) {
-        updateMenus();
-    } else if (renderDepth == 0) {
-        enableRun(true);
-        ui->action_Stop->setEnabled(false);
-    }
 }
 
 void MainWindow::askToStop(SceneryMdiChild *view, QWidget *parent)
