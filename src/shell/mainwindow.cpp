@@ -52,12 +52,9 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     ui->action_Copy->setEnabled(false);
     ui->action_Paste->setEnabled(false);
 
-    const RecentFiles recent = RecentFiles::read();
-    const std::array actions{ui->action_OpenMRU1, ui->action_OpenMRU2,
-                             ui->action_OpenMRU3, ui->action_OpenMRU4};
-    for (QAction *action : actions)
+    for (QAction *action : recentActions())
         action->setVisible(false);
-    showRecent(recent);
+    showRecent(RecentFiles::read());
 }
 
 MainWindow::~MainWindow()
@@ -83,6 +80,8 @@ void MainWindow::connectDocumentActions()
     on(ui->action_OpenMRU2, &MainWindow::openMRU2);
     on(ui->action_OpenMRU3, &MainWindow::openMRU3);
     on(ui->action_OpenMRU4, &MainWindow::openMRU4);
+    connect(ui->menu_File, &QMenu::aboutToShow, this, [this] { spellRecent(true); });
+    connect(ui->menu_File, &QMenu::aboutToHide, this, [this] { spellRecent(false); });
     on(ui->action_SwitchLayoutDirection, &MainWindow::switchLayoutDirection);
     connect(ui->action_Exit, &QAction::triggered, qApp, &QApplication::closeAllWindows);
     on(ui->action_Copy, &MainWindow::copy);

@@ -4,9 +4,11 @@
 
 #include <QMainWindow>
 
+#include <array>
 #include <memory>
 
 class ImageMdiChild;
+class QAction;
 class QMdiArea;
 class QMdiSubWindow;
 class QWidget;
@@ -99,6 +101,10 @@ private:
     void addToMRU(const QString &file);
     void openRecent(int index);
     void showRecent(const RecentFiles &files);
+    [[nodiscard]] std::array<QAction *, 4> recentActions() const;
+    /// The text of a recent entry is its path; while the menu is open, it is spelled so
+    /// that its ampersands show.
+    void spellRecent(bool inMenu);
 
     void updateMenusForImage(ImageMdiChild *view);
     void updateMenusForScenery(const SceneryMdiChild *view);

@@ -226,15 +226,29 @@ void MainWindow::addToMRU(const QString &file)
     files.write();
 }
 
+std::array<QAction *, 4> MainWindow::recentActions() const
+{
+    return {ui->action_OpenMRU1, ui->action_OpenMRU2, ui->action_OpenMRU3,
+            ui->action_OpenMRU4};
+}
+
 // Entries only ever appear; none is hidden while the program runs.
 void MainWindow::showRecent(const RecentFiles &files)
 {
-    const std::array actions{ui->action_OpenMRU1, ui->action_OpenMRU2,
-                             ui->action_OpenMRU3, ui->action_OpenMRU4};
+    const auto actions = recentActions();
     for (size_t i = 0; i < actions.size(); ++i) {
-        actions[i]->setText(menuText(files.names[i]));
+        actions[i]->setText(files.names[i]);
+        actions[i]->setData(files.names[i]);
         if (!files.names[i].isEmpty())
             actions[i]->setVisible(true);
+    }
+}
+
+void MainWindow::spellRecent(bool inMenu)
+{
+    for (QAction *action : recentActions()) {
+        const QString path = action->data().toString();
+        action->setText(inMenu ? menuText(path) : path);
     }
 }
 

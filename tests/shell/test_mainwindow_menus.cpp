@@ -149,8 +149,14 @@ private slots:
         emit menu->aboutToShow();
         // Two ampersands stand for one that is shown.
         QCOMPARE(menu->actions().last()->text(), QString("&1 rock && roll && sea.png"));
+        QMenu *const files = m_window->findChild<QMenu *>("menu_File");
+        const QAction *const recent = action("action_OpenMRU1");
         QString shown = path;
-        QCOMPARE(action("action_OpenMRU1")->text(), shown.replace("&", "&&"));
+        shown.replace("&", "&&");
+        files->popup({10, 10});
+        QCOMPARE(recent->text(), shown);
+        files->close();
+        QCOMPARE(recent->text(), path);
         action("action_Close")->trigger();
         QTRY_COMPARE(windows().size(), 0);
         action("action_OpenMRU1")->trigger();
