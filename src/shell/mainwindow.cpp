@@ -14,6 +14,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QWhatsThis>
 
 namespace {
 
@@ -39,6 +40,8 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     mdiArea = new QMdiArea;
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setAccessibleName(tr("Workspace"));
+    mdiArea->setWhatsThis(tr("Here the windows of sceneries and pictures are opened."));
     setCentralWidget(mdiArea);
     readSettings();
     separatorAction = new QAction(this);
@@ -107,6 +110,8 @@ void MainWindow::connectWindowActions()
     on(ui->action_Cascade, &QMdiArea::cascadeSubWindows);
     on(ui->action_Next, &QMdiArea::activateNextSubWindow);
     on(ui->action_Previous, &QMdiArea::activatePreviousSubWindow);
+    connect(ui->action_WhatsThis, &QAction::triggered, this,
+            [] { QWhatsThis::enterWhatsThisMode(); });
     connect(mdiArea, &QMdiArea::subWindowActivated, this, &MainWindow::updateMenus);
     connect(ui->menu_Window, &QMenu::aboutToShow, this, &MainWindow::updateWindowMenu);
 }

@@ -56,6 +56,7 @@ QMdiSubWindow *MainWindow::addToWorkspace(MdiChild *view)
 {
     QMdiSubWindow *const window = mdiArea->addSubWindow(view);
     leaveShortcutsToMainMenu(window);
+    window->setWindowFlag(Qt::WindowContextHelpButtonHint);
     // A view may close by itself; its window must not stay behind empty.
     connect(view, &QObject::destroyed, window, &QObject::deleteLater);
     return window;

@@ -15,6 +15,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWhatsThis>
 
 /// The menus: real keys, the Window menu, the states of the entries.
 class TestMainWindowMenus : public QObject {
@@ -175,6 +176,18 @@ private slots:
         QCOMPARE(area()->activeSubWindow(), windows()[0]);
         m_window->setActiveSubWindow(nullptr);
         m_window->setActiveSubWindow(m_window.get());
+    }
+
+    void helpIsAskedForByAClick()
+    {
+        action("action_WhatsThis")->trigger();
+        QVERIFY(QWhatsThis::inWhatsThisMode());
+        QWhatsThis::leaveWhatsThisMode();
+        openImages(1);
+        const Qt::WindowFlags flags = windows()[0]->windowFlags();
+        QVERIFY(flags.testFlag(Qt::WindowContextHelpButtonHint));
+        QVERIFY(flags.testFlag(Qt::WindowMaximizeButtonHint));
+        QVERIFY(flags.testFlag(Qt::WindowCloseButtonHint));
     }
 
     void ruleAboveTheWindowsShowsOnlyWithWindows()
