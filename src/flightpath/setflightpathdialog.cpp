@@ -7,6 +7,7 @@
 #include "flightpath/waypointlevel.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
+#include "shell/fieldhelp.h"
 #include "shell/label.h"
 #include "shell/windowplace.h"
 
@@ -48,6 +49,7 @@ SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
         return;
     }
     makeImageWidget();
+    completeHelp(this);
     connectSignals();
     loadCursors();
 
@@ -96,6 +98,7 @@ void SetFlightPathDialog::makeImageWidget()
 
     scrollArea = new QScrollArea(this);
     scrollArea->setObjectName(QStringLiteral("scrollArea"));
+    scrollArea->setAccessibleName(tr("Texture with the flight path"));
     // A frame would shift the picture against the positions of the pointer.
     scrollArea->setFrameShape(QFrame::NoFrame);
     scrollArea->setWidget(imageWidget);

@@ -3,6 +3,7 @@
 #include "base/pi.h"
 #include "base/truncate.h"
 #include "flightpath/pathcursor.h"
+#include "shell/fieldhelp.h"
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>
@@ -30,6 +31,7 @@ SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
       waypointLevel(&level), zScaleA(zA), zScaleE(zE), refreshTimer(new QTimer(this))
 {
     ui->setupUi(this);
+    completeHelp(this);
     // The program must not wait for a window that the user cannot close.
     setAttribute(Qt::WA_QuitOnClose, false);
     verticalBarWidth = ui->verticalScrollBar->width();

@@ -1,6 +1,7 @@
 #include "importers/converterdialog.h"
 
 #include "raster/imagefile.h"
+#include "shell/fieldhelp.h"
 #include "shell/waitcursor.h"
 
 #include <QFileDialog>
@@ -40,6 +41,7 @@ void ConverterDialog::setUpFiles(QPushButton *ok, QPushButton *browseToFile,
     connect(browseToFile, &QPushButton::clicked, this,
             [this] { pushButtonBrowseToFileClicked(); });
     ok->setEnabled(false);
+    completeHelp(this);
 }
 
 void ConverterDialog::pushButtonBrowseToFileClicked()

@@ -35,7 +35,7 @@ protected:
     explicit ConverterDialog(const QString &messageTitle, QWidget *parent);
 
     /// Names the widgets of the form that every such dialog has and all fields
-    /// besides `toFile` that have to be filled; disables OK.
+    /// besides `toFile` that have to be filled; disables OK, and completes the help.
     void setUpFiles(QPushButton *ok, QPushButton *browseToFile, QLineEdit *toFile,
                     const QList<QLineEdit *> &inputs);
 

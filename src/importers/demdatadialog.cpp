@@ -1,10 +1,12 @@
 #include "importers/demdatadialog.h"
 
 #include "importers/demdatarows.h"
+#include "shell/fieldhelp.h"
 
 DemDataDialog::DemDataDialog(QWidget *parent, UsgsDemData *header) : QDialog(parent)
 {
     setupUi(this);
+    completeHelp(this);
     tableWidgetDEMData->clear();
     tableWidgetDEMData->setColumnCount(1);
     for (const DemDataRow &row : demDataRows(*header))

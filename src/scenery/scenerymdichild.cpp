@@ -1,6 +1,7 @@
 #include "scenery/scenerymdichild.h"
 
 #include "scenery/scenerydelegate.h"
+#include "shell/fieldhelp.h"
 #include "shell/waitcursor.h"
 #include "ui_scenerymdichildform.h"
 
@@ -18,6 +19,7 @@ SceneryMdiChild::SceneryMdiChild(QWidget *parent, QAction *zoomIn, QAction *zoom
       actionFitToWindow(fitToWindow)
 {
     ui->setupUi(this);
+    completeHelp(this);
     sceneryDelegate = std::make_unique<SceneryDelegate>(this);
     connectButtons();
     connectEdits();

@@ -4,6 +4,7 @@
 #include "raster/image.h"
 #include "raster/imagefile.h"
 #include "shell/appsettings.h"
+#include "shell/fieldhelp.h"
 #include "shell/picturelabel.h"
 #include "shell/waitcursor.h"
 #include "shell/workspacewindow.h"
@@ -58,6 +59,11 @@ ImageMdiChild::ImageMdiChild(QWidget *parent)
     scrollArea->setBackgroundRole(QPalette::Dark);
     scrollArea->setWidget(imageLabel);
     scrollArea->setParent(this);
+    scrollArea->setAccessibleName(tr("Picture"));
+    scrollArea->setWhatsThis(
+        tr("Shows the picture. The status bar tells the magnification, and the position "
+           "of the mouse in pixels from the left and from the bottom of the picture."));
+    completeHelp(this);
     setFitToWindow(false);
     setMouseTracking(true);
     imageLabel->setMouseTracking(true);

@@ -1,8 +1,10 @@
 #include "shell/newfiledialog.h"
 
+#include "shell/fieldhelp.h"
 #include "ui_newfiledialog.h"
 
 #include <QIntValidator>
+#include <QPushButton>
 
 namespace {
 
@@ -14,6 +16,11 @@ NewFileDialog::NewFileDialog(QWidget *parent)
     : QDialog(parent), ui(std::make_unique<Ui_NewFileDialog>())
 {
     ui->setupUi(this);
+    ui->buttonBox->button(QDialogButtonBox::Ok)
+        ->setWhatsThis(tr("Creates the file and closes the dialog."));
+    ui->buttonBox->button(QDialogButtonBox::Cancel)
+        ->setWhatsThis(tr("Closes the dialog. No file is created."));
+    completeHelp(this);
     ui->lineEditWidth->setValidator(new QIntValidator(0, LargestSide, this));
     ui->lineEditHeight->setValidator(new QIntValidator(0, LargestSide, this));
     connect(ui->radioButtonImage, &QRadioButton::clicked, this,

@@ -1,6 +1,7 @@
 #include "shell/settingsdialog.h"
 
 #include "shell/appsettings.h"
+#include "shell/fieldhelp.h"
 #include "ui_settingsdialog.h"
 
 namespace {
@@ -13,6 +14,7 @@ SettingsDialog::SettingsDialog(QWidget *parent)
     : QDialog(parent), ui(std::make_unique<Ui_SettingsDialog>())
 {
     ui->setupUi(this);
+    completeHelp(this);
     const AppSettings settings;
     ui->checkBoxRefreshPeriodically->setChecked(
         settings.value(QStringLiteral("periodicalRefresh"), false).toBool());
