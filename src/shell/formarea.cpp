@@ -25,7 +25,9 @@ FormArea::FormArea(QWidget *parent) : QScrollArea(parent)
 
 QSize FormArea::sizeHint() const
 {
-    return widget() ? widget()->sizeHint() : QScrollArea::sizeHint();
+    const QWidget *const form = widget();
+    return form ? form->sizeHint().expandedTo(form->minimumSizeHint())
+                : QScrollArea::sizeHint();
 }
 
 bool FormArea::scrolls() const
@@ -37,6 +39,7 @@ bool FormArea::scrolls() const
 void FormArea::showEvent(QShowEvent *event)
 {
     QScrollArea::showEvent(event);
+    updateGeometry(); // only now the fields have their style
     const auto fields = findChildren<QWidget *>();
     for (QWidget *field : fields) {
         if (!turns(field))
@@ -48,6 +51,8 @@ void FormArea::showEvent(QShowEvent *event)
 
 bool FormArea::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest)
+        updateGeometry(); // the form needs another size, and so does this
     if (event->type() != QEvent::Wheel || !turns(watched) || !scrolls() ||
         static_cast<QWidget *>(watched)->hasFocus())
         return QScrollArea::eventFilter(watched, event);

@@ -48,6 +48,13 @@ void showView(MdiChild *view)
     window->move(std::max(window->x(), 0), std::max(window->y(), 0));
 }
 
+void resizeView(MdiChild *view, const QSize &size)
+{
+    QWidget *const window = view->parentWidget();
+    if (!window->isMaximized()) // with another one maximized, this one is too
+        window->resize(size + (window->size() - view->size()));
+}
+
 } // namespace
 
 // --- Views -----------------------------------------------------------------------
@@ -115,9 +122,7 @@ void MainWindow::newFile()
     SceneryMdiChild *const view = createSceneryView();
     view->newFile();
     showView(view);
-    QWidget *const window = view->parentWidget();
-    if (!window->isMaximized()) // with another one maximized, this one is too
-        window->resize(NewScenerySize + (window->size() - view->size()));
+    resizeView(view, NewScenerySize);
 }
 
 void MainWindow::open()
@@ -173,6 +178,10 @@ void MainWindow::open(const QString &path)
     connect(view, &QObject::destroyed, this, &MainWindow::mdiChildDestroyed);
     ui->action_Copy->setEnabled(true);
     showView(view);
+    // The form could do with less room, and would be given no more than a small workspace
+    // has.
+    if (qobject_cast<SceneryMdiChild *>(view))
+        resizeView(view, view->sizeHint());
 }
 
 void MainWindow::openGiven(const QStringList &paths)

@@ -15,6 +15,7 @@ private slots:
     void init();
     void cleanup() { delete m_area; }
     void itsSizeIsThatOfTheForm();
+    void itsSizeFollowsTheForm();
     void fieldsKeepTheirSizeInLittleRoom();
     void theFieldReachedByTheTabKeyIsSeen();
     void theWheelScrollsAndChangesNoNumberOnItsWay();
@@ -72,6 +73,18 @@ void TestFormArea::itsSizeIsThatOfTheForm()
     giveRoom(m_area->sizeHint());
     QVERIFY(!m_area->verticalScrollBar()->isVisible());
     QVERIFY(!m_area->horizontalScrollBar()->isVisible());
+}
+
+void TestFormArea::itsSizeFollowsTheForm()
+{
+    QWidget around;
+    auto *const layout = new QVBoxLayout(&around);
+    layout->addWidget(m_area);
+    around.show();
+    const int before = around.sizeHint().height();
+    m_form->layout()->addWidget(new QSpinBox);
+    QTRY_VERIFY(around.sizeHint().height() > before);
+    m_area->setParent(nullptr);
 }
 
 void TestFormArea::fieldsKeepTheirSizeInLittleRoom()

@@ -2,6 +2,9 @@
 #include "shell/imagemdichild.h"
 #include "shell/runfixture.h"
 
+#include <QScrollArea>
+#include <QScrollBar>
+
 /// Sceneries in the workspace, and runs that the main window starts and stops.
 class TestMainWindowRuns : public QObject, private RunFixture {
     Q_OBJECT
@@ -47,6 +50,15 @@ private slots:
                              widget->height() >= least.height(),
                          qPrintable(widget->objectName()));
         }
+    }
+
+    void openedSceneryShowsItsWholeForm()
+    {
+        QVERIFY(openScenery()); // in a workspace that is smaller
+        const auto *area = m_window->activeMdiChild()->findChild<QScrollArea *>();
+        QVERIFY(area->height() > m_window->height());
+        QTRY_VERIFY(!area->verticalScrollBar()->isVisible());
+        QTRY_VERIFY(!area->horizontalScrollBar()->isVisible());
     }
 
     void newSceneryFillsAMaximizedWorkspace()
