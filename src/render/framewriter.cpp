@@ -52,7 +52,11 @@ FrameWriter::~FrameWriter()
 
 void FrameWriter::Job::run()
 {
-    if (halve && !succeeds([this] { return !(picture = halved(picture)).isNull(); }))
+    const auto halveIt = [this] {
+        picture = halved(picture);
+        return true;
+    };
+    if (halve && !succeeds(halveIt))
         picture = QImage();
     for (const QString &name : names)
         if (!succeeds([&] { return saveImageFile(picture, name); }))
