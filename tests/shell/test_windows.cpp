@@ -8,6 +8,7 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QTest>
 
 int qInitResources_Zephrant();
@@ -23,6 +24,8 @@ private slots:
     }
     void everyFieldSaysWhatItIs_data() { windows(); }
     void everyFieldSaysWhatItIs();
+    void labelsAreReadWithoutMarkup_data() { windows(); }
+    void labelsAreReadWithoutMarkup();
     void everyFieldHasHelp_data() { windows(); }
     void everyFieldHasHelp();
     void everyDialogHasAQuestionMark_data() { windows(); }
@@ -62,6 +65,20 @@ void TestWindows::everyFieldSaysWhatItIs()
         if (names.contains(name))
             faults << "two are called \"" + name + "\"";
         names << name;
+    }
+    QCOMPARE(faults.join("; "), QString());
+}
+
+void TestWindows::labelsAreReadWithoutMarkup()
+{
+    QFETCH(WindowCase, window);
+    const auto made = window.make();
+    QStringList faults;
+    for (QLabel *label : made->findChildren<QLabel *>()) {
+        const QString name =
+            QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name);
+        if (Qt::mightBeRichText(name))
+            faults << label->objectName() + " is read as \"" + name + "\"";
     }
     QCOMPARE(faults.join("; "), QString());
 }
