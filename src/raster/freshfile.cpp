@@ -1,0 +1,151 @@
+#include "raster/freshfile.h"
+
+#include "raster/unfinished.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <QString>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr char Prefix[] = ".zephrant-";
+constexpr char Suffix[] = ".part";
+constexpr int Tries = 100; // names that happen to be taken
+
+QByteArray folderOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : path.left(slash);
+}
+
+// The name under which the system shows a descriptor; empty where it does not.
+QByteArray linkOf(int descriptor)
+{
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    return ::access(link.constData(), F_OK) == 0 ? link : QByteArray();
+}
+
+bool giveName(const QByteArray &link, const QByteArray &name)
+{
+    return ::linkat(AT_FDCWD, link.constData(), AT_FDCWD, name.constData(),
+                    AT_SYMLINK_FOLLOW) == 0;
+}
+
+// Tells removeLeftovers() that the file is no leftover. False where that came too late.
+bool hold(int descriptor)
+{
+    struct stat status {};
+    const bool locked = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+    return !locked || ::fstat(descriptor, &status) != 0 || status.st_nlink > 0;
+}
+
+} // namespace
+
+FreshFile::~FreshFile()
+{
+    if (m_name.isEmpty())
+        return;
+    ::unlink(m_name.constData());
+    forgetUnfinished(m_name);
+}
+
+QByteArray FreshFile::ownName() const
+{
+    const quint64 number = QRandomGenerator::system()->generate64();
+    return m_folder + '/' + Prefix + QByteArray::number(number, 36) + Suffix;
+}
+
+bool FreshFile::open(const QByteArray &target, unsigned int permissions)
+{
+    m_target = target;
+    m_folder = folderOf(target);
+    return openUnnamed(permissions) || openNamed(permissions);
+}
+
+bool FreshFile::openUnnamed(unsigned int permissions)
+{
+    const int descriptor =
+        ::open(m_folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, permissions);
+    if (descriptor < 0)
+        return false;
+    static_cast<void>(::flock(descriptor, LOCK_EX | LOCK_NB)); // it may get a name later
+    return !linkOf(descriptor).isEmpty() ? adopt(descriptor)
+                                         : (::close(descriptor), false);
+}
+
+bool FreshFile::openNamed(unsigned int permissions)
+{
+    for (int i = 0; i < Tries; ++i) {
+        m_name = ownName();
+        rememberUnfinished(m_name);
+        const int descriptor = ::open(m_name.constData(),
+                                      O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, permissions);
+        if (descriptor >= 0 && hold(descriptor))
+            return adopt(descriptor);
+        const int error = errno;
+        forgetUnfinished(m_name);
+        m_name.clear();
+        if (descriptor >= 0)
+            ::close(descriptor);
+        else if (error != EEXIST)
+            return errno = error, false;
+    }
+    return false;
+}
+
+bool FreshFile::adopt(int descriptor)
+{
+    return m_file.open(descriptor, QIODevice::ReadWrite, QFile::AutoCloseHandle);
+}
+
+bool FreshFile::takePlace()
+{
+    if (!moveToTarget())
+        return false;
+    if (!m_name.isEmpty())
+        forgetUnfinished(m_name);
+    m_name.clear();
+    return true;
+}
+
+bool FreshFile::moveToTarget()
+{
+    const FileReplacement guard;
+    if (m_name.isEmpty()) {
+        const QByteArray link = linkOf(m_file.handle());
+        if (giveName(link, m_target))
+            return true;
+        if (errno != EEXIST)
+            return false;
+        // There is an earlier file, which only a file with a name can replace.
+        const QByteArray name = ownName();
+        if (!giveName(link, name))
+            return false;
+        m_name = name;
+    }
+    return ::rename(m_name.constData(), m_target.constData()) == 0;
+}
+
+void removeLeftovers(const QString &folder)
+{
+    const QDir dir(folder);
+    const QString pattern =
+        QLatin1String(Prefix) + QLatin1Char('*') + QLatin1String(Suffix);
+    for (const QString &entry : dir.entryList({pattern}, QDir::Files | QDir::Hidden)) {
+        const QByteArray name = QFile::encodeName(dir.filePath(entry));
+        const int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+        if (descriptor < 0)
+            continue;
+        if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) // its maker is gone
+            ::unlink(name.constData());
+        ::close(descriptor);
+    }
+}
