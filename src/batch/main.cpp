@@ -2,6 +2,7 @@
 
 #include "batch/batchrun.h"
 #include "batch/stopsignal.h"
+#include "raster/failedwrites.h"
 
 #include <QApplication>
 
@@ -31,6 +32,7 @@ void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 
 int main(int argc, char **argv)
 {
+    surviveFailedWrites();
     // The form that holds a scenery's values needs a window system, though no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(logMessage);

@@ -1,3 +1,4 @@
+#include "raster/failedwrites.h"
 #include "shell/application.h"
 #include "shell/mainwindow.h"
 #include "shell/startarguments.h"
@@ -31,6 +32,7 @@ bool printed(int argc, char **argv, int *status)
 
 int main(int argc, char *argv[])
 {
+    surviveFailedWrites();
     int status = EXIT_SUCCESS;
     if (printed(argc, argv, &status))
         return status;
