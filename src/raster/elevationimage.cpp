@@ -22,7 +22,7 @@ int nearestIndex(double v, int count)
 } // namespace
 
 ElevationImage::ElevationImage(const QString &fileName, const char *format)
-    : QImage(loadImageFile(fileName, format))
+    : QImage(loadImageFile(fileName, format, PictureUse::AsStored))
 {
 }
 

@@ -1,5 +1,7 @@
 #include "raster/imagefile.h"
 
+#include "raster/memorybudget.h"
+#include "raster/notices.h"
 #include "raster/pngwriter.h"
 #include "raster/wholefile.h"
 
@@ -10,6 +12,9 @@
 #include <QImageWriter>
 #include <QPluginLoader>
 
+#include <algorithm>
+#include <cerrno>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -34,37 +39,107 @@ std::unique_ptr<QImageIOHandler> ownHandler(QIODevice *device, const QByteArray 
     return nullptr;
 }
 
-bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format)
+bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format,
+             QString *error)
 {
+    *error = qt_error_string(ENOMEM); // without which our own writers give up
     if (const auto handler = ownHandler(&device, format, QImageIOPlugin::CanWrite))
         return handler->write(image);
     if (format == "png" && isPlainPicture(image))
         return writePng(device, image);
-    return QImageWriter(&device, format).write(image);
+    QImageWriter writer(&device, format);
+    const bool written = writer.write(image);
+    *error = writer.errorString();
+    return written;
+}
+
+// The size that a TGA file claims. Its handler is bound to tell another one.
+QSize sizeOfTga(QIODevice &file)
+{
+    constexpr qsizetype HeadSize = 18;
+    const QByteArray head = file.peek(HeadSize);
+    if (head.size() < HeadSize)
+        return {};
+    const auto number = [&head](int at) {
+        return static_cast<uchar>(head[at]) | static_cast<uchar>(head[at + 1]) << 8;
+    };
+    return {number(12), number(14)};
+}
+
+// Whether a picture may be read; a size that is not known in advance may.
+bool mayBeRead(const QString &name, const QSize &size, int depth, PictureUse use)
+{
+    if (size.isEmpty())
+        return true;
+    const qint64 pixels = qint64(size.width()) * size.height();
+    const bool converted = use == PictureUse::As32Bit && depth != 32;
+    const qint64 claim = pixels * depth / 8 + (converted ? pixels * 4 : 0);
+    if (fitsMemory(claim))
+        return true;
+    tellNotice(overBudgetText(QStringLiteral("\"%1\" (%2 x %3 pixels)")
+                                  .arg(QFileInfo(name).fileName())
+                                  .arg(size.width())
+                                  .arg(size.height()),
+                              claim));
+    return false;
+}
+
+int depthOf(QImage::Format format)
+{
+    return format == QImage::Format_Invalid
+               ? 32
+               : QImage::toPixelFormat(format).bitsPerPixel();
+}
+
+// The toolkit's own limit, in megabytes, holds for pictures whose size is known only when
+// they are read.
+void limitAllocations(bool sizeIsKnown)
+{
+    constexpr qint64 Megabyte = qint64(1) << 20;
+    constexpr qint64 Most = std::numeric_limits<int>::max();
+    const qint64 budget = (memoryBudget() + Megabyte - 1) / Megabyte;
+    QImageReader::setAllocationLimit(
+        sizeIsKnown ? 0 : static_cast<int>(std::min(budget, Most)));
 }
 
 } // namespace
 
-QImage loadImageFile(const QString &name, const QByteArray &format)
+QImage loadImageFile(const QString &name, const QByteArray &format, PictureUse use)
 {
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QImage image;
     const QByteArray key = format.isEmpty() ? extensionOf(name) : format.toLower();
-    if (const auto handler = ownHandler(&file, key, QImageIOPlugin::CanRead))
-        return handler->read(&image) ? image : QImage();
-
-    QImageReader::setAllocationLimit(0);
+    if (const auto handler = ownHandler(&file, key, QImageIOPlugin::CanRead)) {
+        const bool read =
+            mayBeRead(name, sizeOfTga(file), 32, use) && handler->read(&image);
+        return read ? image : QImage();
+    }
     QImageReader reader(&file, format);
+    const QSize size = reader.size();
+    if (!mayBeRead(name, size, depthOf(reader.imageFormat()), use))
+        return {};
+    limitAllocations(!size.isEmpty());
     return reader.read();
 }
 
-bool saveImageFile(const QImage &image, const QString &name)
+bool saveImageFile(const QImage &image, const QString &name, QString *error)
 {
-    if (image.isNull())
+    QString ignored;
+    QString &reason = error ? *error : ignored;
+    if (image.isNull()) {
+        reason = qt_error_string(ENOMEM);
         return false;
-    return writeWholeFile(name, [&](QIODevice &device) {
-        return writeTo(device, image, extensionOf(name));
-    });
+    }
+    QString fromWriter;
+    const bool written = writeWholeFile(
+        name,
+        [&](QIODevice &device) {
+            return writeTo(device, image, extensionOf(name), &fromWriter);
+        },
+        &reason);
+    if (!written && reason.isEmpty())
+        reason = fromWriter;
+    return written;
 }
