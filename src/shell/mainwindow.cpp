@@ -4,6 +4,7 @@
 #include "shell/appsettings.h"
 #include "shell/imagemdichild.h"
 #include "shell/menutext.h"
+#include "shell/noticelabel.h"
 #include "shell/recentfiles.h"
 #include "shell/windowplace.h"
 #include "ui_mainwindow.h"
@@ -43,6 +44,7 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     mdiArea->setAccessibleName(tr("Workspace"));
     mdiArea->setWhatsThis(tr("Here the windows of sceneries and pictures are opened."));
     setCentralWidget(mdiArea);
+    showNotices();
     readSettings();
     separatorAction = new QAction(this);
     separatorAction->setSeparator(true);
@@ -62,12 +64,24 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
 
 MainWindow::~MainWindow()
 {
+    setNoticeSink({});
     // Views that are left use the zoom actions to their end, and area, windows and
     // views tell of it; by then there is no workspace to ask for its active view.
     mdiArea->disconnect(this);
     for (QObject *part : mdiArea->findChildren<QObject *>())
         part->disconnect(this);
     delete mdiArea;
+}
+
+void MainWindow::showNotices()
+{
+    notice = new NoticeLabel(statusBar());
+    statusBar()->addPermanentWidget(notice);
+    // A notice may come from a thread that writes a file.
+    setNoticeSink([label = QPointer(notice)](const QString &text, NoticeStay stay) {
+        if (label)
+            QMetaObject::invokeMethod(label, [=] { label->tell(text, stay); });
+    });
 }
 
 // --- Connections -----------------------------------------------------------------

@@ -9,6 +9,7 @@
 
 class ImageMdiChild;
 class QAction;
+class NoticeLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QWidget;
@@ -85,6 +86,8 @@ private:
     void connectDialogActions();
     /// Runs the dialog that stands behind a menu entry.
     void runDialogOf(const QAction *entry);
+    /// Gives the notices of the program their place in the status bar.
+    void showNotices();
     void readSettings();
     void writeSettings() const;
 
@@ -117,6 +120,7 @@ private:
     void addRunKeys(SceneryMdiChild *view, ImageMdiChild *picture);
 
     std::unique_ptr<Ui_MainWindow> ui;
+    NoticeLabel *notice = nullptr;
     QMdiArea *mdiArea = nullptr;
     QAction *separatorAction = nullptr; // between the Window menu's entries and windows
     quint32 renderDepth = 0; // runs that have been started and have not returned

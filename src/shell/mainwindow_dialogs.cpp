@@ -7,6 +7,7 @@
 #include "importers/sdtsconversiondialog.h"
 #include "importers/usgsdemconversiondialog.h"
 #include "shell/aboutzephrantdialog.h"
+#include "shell/noticelabel.h"
 #include "shell/settingsdialog.h"
 #include "tools/changeblue0pixelsdialog.h"
 #include "tools/convolutiondialog.h"
@@ -78,6 +79,7 @@ void MainWindow::connectDialogActions()
 
 void MainWindow::runDialogOf(const QAction *entry)
 {
+    notice->dismiss();
     for (const DialogEntry &candidate : Entries) {
         if (ui.get()->*candidate.action == entry)
             candidate.run(this);

@@ -5,6 +5,7 @@
 #include "shell/imagemdichild.h"
 #include "shell/menutext.h"
 #include "shell/newfiledialog.h"
+#include "shell/noticelabel.h"
 #include "shell/recentfiles.h"
 #include "ui_mainwindow.h"
 
@@ -110,6 +111,7 @@ QMdiSubWindow *MainWindow::findMdiChild(const QString &file) const
 
 void MainWindow::newFile()
 {
+    notice->dismiss();
     NewFileDialog dialog(this);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -160,6 +162,7 @@ bool MainWindow::load(MdiChild *view, const QString &path)
 
 void MainWindow::open(const QString &path)
 {
+    notice->dismiss();
     if (QMdiSubWindow *const window = findMdiChild(path)) {
         revert(window, path);
         return;
@@ -212,6 +215,7 @@ void MainWindow::revert(QMdiSubWindow *window, const QString &path)
 
 void MainWindow::save()
 {
+    notice->dismiss();
     MdiChild *const view = activeMdiChild();
     if (view && view->save())
         showMessage(tr("File saved"), MessageTime);
@@ -219,6 +223,7 @@ void MainWindow::save()
 
 void MainWindow::saveAs()
 {
+    notice->dismiss();
     MdiChild *const view = activeMdiChild();
     if (!view || !view->saveAs())
         return;

@@ -3,6 +3,7 @@
 #include "scenery/scenerymdichild.h"
 #include "shell/imagemdichild.h"
 #include "shell/mainwindow.h"
+#include "shell/noticelabel.h"
 #include "ui_mainwindow.h"
 
 #include <QMessageBox>
@@ -25,6 +26,7 @@ void MainWindow::run(SceneryMdiChild *view, void (SceneryMdiChild::*operation)()
     // From the window of its pictures a scenery can be started that is not active; the
     // entries then go on telling of the document that is.
     const bool active = view == activeScenery();
+    notice->dismiss();
     ++renderDepth;
     if (active) {
         enableRun(false);
