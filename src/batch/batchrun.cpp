@@ -96,10 +96,10 @@ int BatchRun::countWanted(const SceneryDelegate &delegate) const
 }
 
 void BatchRun::frameSaved(const SceneryDelegate &delegate, int frame,
-                          const QStringList &failed)
+                          const QStringList &complaints)
 {
-    if (!failed.isEmpty()) {
-        m_err(QStringLiteral("Could not save file \"%1\".").arg(failed.constFirst()));
+    if (!complaints.isEmpty()) {
+        m_err(complaints.constFirst());
         m_failed = true;
         m_running->stopRendering();
         return;
@@ -145,8 +145,8 @@ int BatchRun::run()
     delegate.setThreads(m_options.threads);
     delegate.setFrameFilter([&](int frame) { return isWanted(delegate, frame); });
     connect(&delegate, &SceneryDelegate::frameSaved, this,
-            [&](int frame, const QStringList &failed) {
-                frameSaved(delegate, frame, failed);
+            [&](int frame, const QStringList &complaints) {
+                frameSaved(delegate, frame, complaints);
             });
     m_running = &delegate;
     m_clock.start();

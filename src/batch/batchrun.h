@@ -57,7 +57,7 @@ private:
     [[nodiscard]] bool isWanted(const SceneryDelegate &delegate, int frame) const;
     [[nodiscard]] int countWanted(const SceneryDelegate &delegate) const;
     void frameSaved(const SceneryDelegate &delegate, int frame,
-                    const QStringList &failed);
+                    const QStringList &complaints);
 
     const BatchOptions m_options;
     const Sink m_out;

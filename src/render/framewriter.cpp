@@ -2,7 +2,10 @@
 
 #include "raster/imagefile.h"
 
+#include <QObject>
+
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <new>
 #include <system_error>
@@ -21,18 +24,12 @@ QImage halved(const QImage &image)
                         Qt::SmoothTransformation);
 }
 
-// Too little memory is a failure like any other: left to itself it would end the program
-// from its thread.
-template <typename Step> bool succeeds(const Step &step)
-{
-    try {
-        return step();
-    } catch (const std::bad_alloc &) {
-        return false;
-    }
-}
-
 } // namespace
+
+QString unsavedText(const QString &name, const QString &reason)
+{
+    return QObject::tr("Could not save file \"%1\": %2.").arg(name, reason);
+}
 
 FrameWriter::FrameWriter(int most, Written written, Wait wait)
     : m_most(std::max(most, 1)), m_written(std::move(written)), m_wait(std::move(wait))
@@ -42,27 +39,37 @@ FrameWriter::FrameWriter(int most, Written written, Wait wait)
 FrameWriter::~FrameWriter()
 {
     // Each frame is told once, so this ends even if every telling fails.
-    const auto finished = [this] {
-        finish();
-        return true;
-    };
-    while (!succeeds(finished)) {
+    for (bool finished = false; !finished;) {
+        try {
+            finish();
+            finished = true;
+        } catch (const std::bad_alloc &) {
+        }
     }
 }
 
 void FrameWriter::Job::run()
 {
-    const auto halveIt = [this] {
-        picture = halved(picture);
-        return true;
-    };
-    if (halve && !succeeds(halveIt))
-        picture = QImage();
-    for (const QString &name : names)
-        if (!succeeds([&] { return saveImageFile(picture, name); }))
-            failed.append(name);
+    try {
+        save();
+    } catch (const std::bad_alloc &) {
+        // Nothing was written, and that is what the complaints say so far.
+    }
     picture = QImage();
     done = true;
+}
+
+void FrameWriter::Job::save()
+{
+    if (halve)
+        picture = halved(picture);
+    QStringList found;
+    for (const QString &name : names) {
+        QString reason;
+        if (!saveImageFile(picture, name, &reason))
+            found.append(unsavedText(name, reason));
+    }
+    complaints.swap(found);
 }
 
 void FrameWriter::write(int frame, const QImage &picture, bool halve,
@@ -75,12 +82,13 @@ void FrameWriter::write(int frame, const QImage &picture, bool halve,
     job->frame = frame;
     job->halve = halve;
     job->names = names;
+    for (const QString &name : names)
+        job->complaints.append(unsavedText(name, qt_error_string(ENOMEM)));
     if (names.isEmpty()) {
         job->done = true;
         m_jobs.push_back(std::move(job));
         return reportDone();
     }
-    job->failed.reserve(names.size()); // what fails for want of memory is told as well
     bool aside = picture.sizeInBytes() <= MostBytesAside;
     job->picture = aside ? picture.copy() : picture;
     if (job->picture.isNull()) { // no memory for a copy
@@ -128,7 +136,7 @@ void FrameWriter::reportDone()
         m_jobs.pop_front();
         if (job->thread.joinable())
             job->thread.join();
-        m_written(job->frame, job->failed);
+        m_written(job->frame, job->complaints);
     }
 }
 

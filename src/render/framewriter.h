@@ -9,6 +9,9 @@
 #include <memory>
 #include <thread>
 
+/// What is told of a frame file that could not be written.
+[[nodiscard]] QString unsavedText(const QString &name, const QString &reason);
+
 /// Writes the files of finished frames on threads of its own, while the next frame is
 /// drawn.
 ///
@@ -16,9 +19,9 @@
 /// frames with a file name in common are written one after the other.
 class FrameWriter {
 public:
-    /// Told once for each frame, on the thread that owns the writer: its files that
-    /// could not be written.
-    using Written = std::function<void(int frame, const QStringList &failed)>;
+    /// Told once for each frame, on the thread that owns the writer: a sentence for each
+    /// of its files that could not be written, with the reason.
+    using Written = std::function<void(int frame, const QStringList &complaints)>;
     /// Called now and then while the writer waits.
     using Wait = std::function<void()>;
 
@@ -43,11 +46,14 @@ private:
         QImage picture;
         bool halve = false;
         QStringList names;
-        QStringList failed;
+        QStringList complaints; // of all files, until they are written
         std::atomic<bool> done = false;
         std::thread thread;
 
         void run();
+
+    private:
+        void save();
     };
 
     void reportDone();

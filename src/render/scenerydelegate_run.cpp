@@ -31,6 +31,8 @@ int numberOf(int frame, int offset)
 // draw: where they are many, a frame is drawn sooner than the one before is written.
 constexpr int FramesWrittenAtATime = 2;
 
+constexpr double PreviewFactor = 0.5;
+
 } // namespace
 
 bool SceneryDelegate::renderFinal(ImageMdiChild *target)
@@ -48,7 +50,7 @@ bool SceneryDelegate::renderPreview(ImageMdiChild *target)
 {
     setErrorString(QString());
     viewToData();
-    QualityFactor = 0.5;
+    QualityFactor = PreviewFactor;
     isPreview = true;
     // A coarse grid has fewer cells than the preview divides it by.
     sweep->meshCellsX = std::max(data->AusAuflX / 4, 1);
@@ -110,7 +112,8 @@ bool SceneryDelegate::renderFlight()
     sweep->terrainX = elevation.width() * data->HDateiSkalaX;
     sweep->terrainY = elevation.height() * data->HDateiSkalaY;
 
-    const bool fits = frameFitsMemory(sweep->renderWidth, sweep->renderHeight);
+    const bool fits = frameFitsMemory({sweep->renderWidth, sweep->renderHeight},
+                                      isHalved(), activeView != nullptr);
     TextureImage target(fits ? sweep->renderWidth : 0, fits ? sweep->renderHeight : 0,
                         QImage::Format_RGB32);
     if (target.isNull()) {
@@ -123,7 +126,9 @@ bool SceneryDelegate::renderFlight()
     sweep->renderTarget = &target;
     frameWriter = std::make_unique<FrameWriter>(
         FramesWrittenAtATime,
-        [this](int frame, const QStringList &failed) { emit frameSaved(frame, failed); },
+        [this](int frame, const QStringList &complaints) {
+            emit frameSaved(frame, complaints);
+        },
         [] { QCoreApplication::processEvents(); });
     sweep->coresTaken = [this] { return frameWriter->busy(); };
     const bool done =
@@ -177,9 +182,10 @@ bool SceneryDelegate::renderFrame(TextureImage *texture, int frame, bool first)
 
 void SceneryDelegate::saveFrame(int frame, int number)
 {
-    const bool doubled = data->GenauRechnen == 2 && !isPreview;
-    frameWriter->write(frame, *sweep->renderTarget, doubled, namesOf(number));
+    frameWriter->write(frame, *sweep->renderTarget, isHalved(), namesOf(number));
 }
+
+bool SceneryDelegate::isHalved() const { return data->GenauRechnen == 2 && !isPreview; }
 
 QStringList SceneryDelegate::namesOf(int number) const
 {
@@ -199,6 +205,14 @@ QStringList SceneryDelegate::namesOf(int number) const
 QStringList SceneryDelegate::frameFiles(int frame) const
 {
     return namesOf(numberOf(frame, data->Offset));
+}
+
+QSize SceneryDelegate::fileSize(bool preview) const
+{
+    const auto side = [preview](int wanted) {
+        return preview ? static_cast<int>(wanted * PreviewFactor) : wanted;
+    };
+    return {side(data->AusBreite), side(data->AusHoehe)};
 }
 
 void SceneryDelegate::setFrameFilter(std::function<bool(int frame)> wanted)

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QList>
 #include <QPointer>
+#include <QSize>
 #include <QStringList>
 
 #include <functional>
@@ -89,6 +90,8 @@ public:
     void setThreads(int count);
     /// The names of a frame's files, in the order in which they are written.
     [[nodiscard]] QStringList frameFiles(int frame) const;
+    /// The size of the pictures in those files, by the present parameters.
+    [[nodiscard]] QSize fileSize(bool preview) const;
     static double GetSmoothedValue(double t, double first, double last, double inertia);
 
 public slots:
@@ -110,8 +113,9 @@ public slots:
 
 signals:
     void frameStarted(int frame);
-    /// After a frame's files were written; `failed` names those that could not be.
-    void frameSaved(int frame, const QStringList &failed);
+    /// After a frame's files were written; `complaints` has a sentence for each that
+    /// could not be, with the reason.
+    void frameSaved(int frame, const QStringList &complaints);
 
 private:
     /// Sets the error string for a broken line; the result of reading a key.
@@ -126,6 +130,8 @@ private:
     /// One frame whose camera is set; false if the run was stopped in it.
     bool renderFrame(TextureImage *texture, int frame, bool first);
     void saveFrame(int frame, int number);
+    /// Whether frames are drawn at double size and written at half of that.
+    [[nodiscard]] bool isHalved() const;
     [[nodiscard]] QStringList namesOf(int number) const;
     /// Renders one frame and shows it.
     void Scan(TextureImage *texture, bool useBackground, unsigned int background,

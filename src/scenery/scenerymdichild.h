@@ -71,6 +71,10 @@ private:
     QPointer<QAction> actionZoomOut;
     QPointer<QAction> actionNormalSize;
     QPointer<QAction> actionFitToWindow;
+    /// Tells of files of the run that could not be written.
+    void tellUnsaved(const QStringList &complaints);
+
+    int unsavedFiles = 0; // of the run
     bool rendering = false;
     QTimer *refreshTimer = nullptr; // lives during a run
 };

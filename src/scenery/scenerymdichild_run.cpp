@@ -1,5 +1,6 @@
 // The view around a render run: picture, refresh and messages.
 
+#include "raster/notices.h"
 #include "scenery/scenerydelegate.h"
 #include "scenery/scenerymdichild.h"
 #include "shell/appsettings.h"
@@ -73,6 +74,19 @@ bool SceneryMdiChild::stopRendering()
     return true;
 }
 
+// No box: a run goes on over night, and over files that cannot be written.
+void SceneryMdiChild::tellUnsaved(const QStringList &complaints)
+{
+    if (complaints.isEmpty())
+        return;
+    unsavedFiles += static_cast<int>(complaints.size());
+    const QString last = complaints.constLast();
+    tellNotice(unsavedFiles == 1
+                   ? last
+                   : tr("%1 files could not be saved. %2").arg(unsavedFiles).arg(last),
+               NoticeStay::UntilNextWork);
+}
+
 void SceneryMdiChild::renderFinal()
 {
     const int stored = AppSettings().value(QStringLiteral("refreshCycle"), 0).toInt();
@@ -101,7 +115,13 @@ void SceneryMdiChild::render(bool (SceneryDelegate::*run)(ImageMdiChild *),
     const QPointer<ImageMdiChild> image = imageOfRun();
     if (AppSettings().value(QStringLiteral("ImageMdiChild/Maximized"), false).toBool())
         image->showMaximized();
-    if (!(sceneryDelegate.get()->*run)(image)) {
+    unsavedFiles = 0;
+    const auto told =
+        connect(sceneryDelegate.get(), &SceneryDelegate::frameSaved, this,
+                [this](int, const QStringList &complaints) { tellUnsaved(complaints); });
+    const bool done = (sceneryDelegate.get()->*run)(image);
+    disconnect(told);
+    if (!done) {
         if (image)
             image->hide();
         if (!sceneryDelegate->toldFailure())

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <new>
 #include <thread>
@@ -56,8 +57,9 @@ private slots:
         QStringList told;
         FrameWriter writer(
             2,
-            [&](int frame, const QStringList &failed) {
-                told << QStringLiteral("%1:").arg(frame) + failed.join(QLatin1Char(','));
+            [&](int frame, const QStringList &complaints) {
+                told << QStringLiteral("%1:").arg(frame) +
+                            complaints.join(QLatin1Char(','));
             },
             [] { QCoreApplication::processEvents(); });
         failElsewhere = true;
@@ -66,7 +68,8 @@ private slots:
         failElsewhere = false;
         writer.write(1, picture, halve, {nameOf(1)});
         writer.finish();
-        QCOMPARE(told, QStringList({"0:" + nameOf(0), "1:"}));
+        const QString complaint = unsavedText(nameOf(0), qt_error_string(ENOMEM));
+        QCOMPARE(told, QStringList({"0:" + complaint, "1:"}));
         QVERIFY(!QFileInfo::exists(nameOf(0)));
         QCOMPARE(QImage(nameOf(1)).width(), halve ? 32 : 64);
     }

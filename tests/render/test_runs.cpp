@@ -228,10 +228,11 @@ private slots:
         scenery.delegate().dataToView();
         QStringList failed;
         connect(&scenery.delegate(), &SceneryDelegate::frameSaved, this,
-                [&](int, const QStringList &names) { failed += names; });
+                [&](int, const QStringList &complaints) { failed += complaints; });
         QVERIFY(scenery.delegate().renderFinal(nullptr));
-        QCOMPARE(failed,
-                 (QStringList{scenery.file("none/f0.ppm"), scenery.file("none/f1.ppm")}));
+        const QString told = "Could not save file \"%1\": No such file or directory.";
+        QCOMPARE(failed, (QStringList{told.arg(scenery.file("none/f0.ppm")),
+                                      told.arg(scenery.file("none/f1.ppm"))}));
     }
 
     void stopKeepsEarlierFramesAndTheViewsPart()
