@@ -21,6 +21,27 @@ namespace {
 
 MessageBoxNotices messageBoxes;
 
+// Far beyond every scenery. What is larger is no scenery, such as a device that gives
+// zeros without end, and would take all memory or all day.
+constexpr qint64 MostBytes = qint64(64) << 20;
+constexpr qsizetype MostCharacters = 1048576; // of a line
+constexpr qsizetype MostQuoted = 200;
+
+QString tooLargeText()
+{
+    return SceneryDelegate::tr("The file has more than %1 MB").arg(MostBytes >> 20);
+}
+
+// As much of a line as a message box can show.
+QString beginningOf(const QString &line)
+{
+    QString text = line.left(MostQuoted);
+    for (QChar &c : text)
+        if (!c.isPrint())
+            c = QChar::ReplacementCharacter;
+    return text;
+}
+
 // Inputs are looked for beside the scenery also after the current folder has changed.
 QString absolutePath(const QString &name)
 {
@@ -80,33 +101,50 @@ bool SceneryDelegate::open(const QString &fileName)
     setFileName(absolutePath(fileName));
     if (!open(ReadOnly | Text))
         return false;
+    if (size() > MostBytes) {
+        close();
+        setErrorString(tooLargeText());
+        return false;
+    }
     waypoints.clear();
     controlPoints.clear();
     waypointLevel = 0;
     data->AusgabePNG = false;
 
-    bool good = true;
     QString complaint; // reading on resets the error string
-    QTextStream stream(this);
-    QString line;
-    // An empty line ends the reading, as the end of the file does.
-    while (stream.readLineInto(&line) && !line.isEmpty()) {
-        compactLine(line);
-        if (!processLineLoad(line)) {
-            good = false;
-            complaint = errorString();
-        }
-    }
-    if (error() != NoError) { // the file may fail in its middle
-        good = false;
-        complaint = errorString();
-    }
+    const bool good = readLines(&complaint);
     waypointLevel = normalizeWaypoints(waypoints, static_cast<int>(controlPoints.size()));
     dataToView();
     setModified(false); // the form's change signals have just said otherwise
     close();
     if (!good)
         setErrorString(complaint);
+    return good;
+}
+
+bool SceneryDelegate::readLines(QString *complaint)
+{
+    bool good = true;
+    const auto refuse = [&](const QString &text) {
+        *complaint = text;
+        return good = false;
+    };
+    QTextStream stream(this);
+    QString line;
+    qint64 length = 0; // read so far; a device does not tell its size
+    // An empty line ends the reading, as the end of the file does.
+    while (stream.readLineInto(&line, MostCharacters + 1) && !line.isEmpty()) {
+        length += line.size() + 1;
+        if (line.size() > MostCharacters)
+            return refuse(tr("Line too long: %1").arg(beginningOf(line)));
+        if (length > MostBytes)
+            return refuse(tooLargeText());
+        compactLine(line);
+        if (!processLineLoad(line))
+            refuse(errorString());
+    }
+    if (error() != NoError) // the file may fail in its middle
+        refuse(errorString());
     return good;
 }
 

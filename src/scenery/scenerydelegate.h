@@ -120,6 +120,9 @@ signals:
 private:
     /// Sets the error string for a broken line; the result of reading a key.
     int concluded(KeyMatch match, const QString &error);
+    /// Reads what is open; false with the last complaint if a line or the whole is not
+    /// accepted.
+    [[nodiscard]] bool readLines(QString *complaint);
     void reposition(bool lastFrame);
     bool run(ImageMdiChild *target);
     bool renderFlight();
