@@ -1,10 +1,15 @@
 #include "batch/batchrun.h"
 
+#include "raster/freshfile.h"
+#include "raster/picturecheck.h"
+#include "render/framewriter.h"
 #include "scenery/scenerydata.h"
 #include "scenery/scenerydelegate.h"
 #include "scenery/scenerymdichild.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 
@@ -77,22 +82,82 @@ void BatchRun::applyOptions(SceneryDelegate &delegate) const
     delegate.viewToData();
 }
 
-bool BatchRun::isWanted(const SceneryDelegate &delegate, int frame) const
+// What the scenery and the command line ask for together.
+bool BatchRun::checkUsage(const SceneryData &data) const
 {
-    if (!m_options.missing)
+    if (!namesAFormat(data)) {
+        m_err(QStringLiteral("Neither the scenery nor the command line names a picture "
+                             "format."));
+        return false;
+    }
+    if (data.StartbildNr <= data.EndbildNr || (!m_options.from && !m_options.to))
         return true;
-    const QStringList files = delegate.frameFiles(frame);
-    return std::any_of(files.begin(), files.end(),
-                       [](const QString &file) { return !QFileInfo::exists(file); });
+    m_err(m_options.from ? QStringLiteral("--from %1 lies above the scenery's last "
+                                          "frame, %2: there is no frame to render.")
+                               .arg(data.StartbildNr)
+                               .arg(data.EndbildNr)
+                         : QStringLiteral("--to %1 lies below the scenery's first "
+                                          "frame, %2: there is no frame to render.")
+                               .arg(data.EndbildNr)
+                               .arg(data.StartbildNr));
+    return false;
 }
 
-int BatchRun::countWanted(const SceneryDelegate &delegate) const
+// Frames of one name replace each other, which is what the template says.
+void BatchRun::warnOfSharedNames(const SceneryDelegate &delegate) const
 {
     const SceneryData &data = delegate.sceneryData();
-    int count = 0;
+    QHash<QString, int> frames;
+    for (int frame = data.StartbildNr; frame <= data.EndbildNr; ++frame) {
+        const QString name = delegate.frameFiles(frame).constFirst();
+        const auto earlier = frames.constFind(name);
+        if (earlier == frames.constEnd()) {
+            frames.insert(name, frame);
+            continue;
+        }
+        m_err(QStringLiteral("Warning: frames %1 and %2 have the same file name \"%3\"; "
+                             "of such frames only the last one stays.")
+                  .arg(*earlier)
+                  .arg(frame)
+                  .arg(name));
+        return;
+    }
+}
+
+// A folder that is not there is told before a long frame is drawn.
+bool BatchRun::checkFolders(const SceneryDelegate &delegate) const
+{
+    const SceneryData &data = delegate.sceneryData();
+    QSet<QString> folders;
+    for (int frame = data.StartbildNr; frame <= data.EndbildNr; ++frame) {
+        const QString name = delegate.frameFiles(frame).constFirst();
+        const QString folder = QFileInfo(name).path();
+        if (folders.contains(folder))
+            continue;
+        if (!QFileInfo(folder).isDir()) {
+            m_err(unsavedText(name,
+                              QStringLiteral("there is no folder \"%1\"").arg(folder)));
+            return false;
+        }
+        removeLeftovers(folder);
+        folders.insert(folder);
+    }
+    return true;
+}
+
+void BatchRun::findWanted(const SceneryDelegate &delegate)
+{
+    const SceneryData &data = delegate.sceneryData();
+    const QSize size = delegate.fileSize(m_options.preview);
+    const auto isDone = [&](int frame) {
+        const QStringList files = delegate.frameFiles(frame);
+        return std::all_of(files.begin(), files.end(), [&](const QString &file) {
+            return isWholePicture(file, size);
+        });
+    };
     for (int frame = data.StartbildNr; frame <= data.EndbildNr; ++frame)
-        count += isWanted(delegate, frame);
-    return count;
+        if (!m_options.missing || !isDone(frame))
+            m_wanted.insert(frame);
 }
 
 void BatchRun::frameSaved(const SceneryDelegate &delegate, int frame,
@@ -107,11 +172,12 @@ void BatchRun::frameSaved(const SceneryDelegate &delegate, int frame,
     ++m_done;
     const qint64 now = m_clock.elapsed();
     if (!m_options.quiet) {
-        const qint64 left = now * (m_frames - m_done) / m_done;
+        const qsizetype all = m_wanted.size();
+        const qint64 left = now * (all - m_done) / m_done;
         m_out(QStringLiteral("frame %1, %2 of %3: %4, %5 s, %6 left")
                   .arg(frame)
                   .arg(m_done)
-                  .arg(m_frames)
+                  .arg(all)
                   .arg(delegate.frameFiles(frame).join(QStringLiteral(" ")),
                        secondsText(now - m_frameStart), clockText(left)));
     }
@@ -133,17 +199,28 @@ int BatchRun::run()
     if (!load(delegate))
         return RunFailed;
     applyOptions(delegate);
-    if (!namesAFormat(delegate.sceneryData())) {
-        m_err(QStringLiteral("Neither the scenery nor the command line names a picture "
-                             "format."));
+    const SceneryData &data = delegate.sceneryData();
+    if (!checkUsage(data))
         return WrongUsage;
-    }
-    m_frames = countWanted(delegate);
-    if (m_frames == 0 || m_stopped)
+    if (data.StartbildNr > data.EndbildNr)
+        m_err(QStringLiteral("The scenery's first frame, %1, lies above its last, %2: "
+                             "there is no frame to render.")
+                  .arg(data.StartbildNr)
+                  .arg(data.EndbildNr));
+    warnOfSharedNames(delegate);
+    if (!checkFolders(delegate))
+        return RunFailed;
+    findWanted(delegate);
+    QCoreApplication::processEvents(); // a signal may have come meanwhile
+    if (m_wanted.isEmpty() || m_stopped)
         return m_stopped ? Stopped : AllWritten;
+    return render(delegate);
+}
 
+int BatchRun::render(SceneryDelegate &delegate)
+{
     delegate.setThreads(m_options.threads);
-    delegate.setFrameFilter([&](int frame) { return isWanted(delegate, frame); });
+    delegate.setFrameFilter([this](int frame) { return m_wanted.contains(frame); });
     connect(&delegate, &SceneryDelegate::frameSaved, this,
             [&](int frame, const QStringList &complaints) {
                 frameSaved(delegate, frame, complaints);
@@ -158,5 +235,5 @@ int BatchRun::run()
     if (!good || m_failed)
         return RunFailed;
     // A signal that comes with the last frame stops nothing.
-    return m_stopped && m_done < m_frames ? Stopped : AllWritten;
+    return m_stopped && m_done < m_wanted.size() ? Stopped : AllWritten;
 }

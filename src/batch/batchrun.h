@@ -5,9 +5,11 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 
 #include <functional>
 
+class SceneryData;
 class SceneryDelegate;
 
 /// Exit status of a run.
@@ -54,8 +56,12 @@ public slots:
 private:
     [[nodiscard]] bool load(SceneryDelegate &delegate);
     void applyOptions(SceneryDelegate &delegate) const;
-    [[nodiscard]] bool isWanted(const SceneryDelegate &delegate, int frame) const;
-    [[nodiscard]] int countWanted(const SceneryDelegate &delegate) const;
+    [[nodiscard]] bool checkUsage(const SceneryData &data) const;
+    void warnOfSharedNames(const SceneryDelegate &delegate) const;
+    [[nodiscard]] bool checkFolders(const SceneryDelegate &delegate) const;
+    /// Looks up which frames are to be rendered.
+    void findWanted(const SceneryDelegate &delegate);
+    [[nodiscard]] int render(SceneryDelegate &delegate);
     void frameSaved(const SceneryDelegate &delegate, int frame,
                     const QStringList &complaints);
 
@@ -66,7 +72,7 @@ private:
     SceneryDelegate *m_running = nullptr; // borrowed while run() is on
     QElapsedTimer m_clock;
     qint64 m_frameStart = 0; // ms on m_clock
-    int m_frames = 0;        // to render in this run
+    QSet<int> m_wanted;      // frames of this run
     int m_done = 0;
     bool m_stopped = false;
     bool m_failed = false;

@@ -43,7 +43,8 @@ struct Options {
                                QStringLiteral("N")};
     QCommandLineOption missing{QStringLiteral("missing"),
                                QStringLiteral("Render only frames whose files are not "
-                                              "there yet.")};
+                                              "there yet, or not whole, or of another "
+                                              "size.")};
     QCommandLineOption quiet{QStringLiteral("quiet"),
                              QStringLiteral("No line for each frame.")};
 };
@@ -78,8 +79,9 @@ public:
                                        QStringLiteral("jpg"), QStringLiteral("ppm")};
         for (const QString &format : m_parser.values(option)) {
             if (!known.contains(format))
-                return wrong(QStringLiteral("There is no format \"%1\"; choose from %2.")
-                                 .arg(format, known.join(QStringLiteral(", "))));
+                return wrong(
+                    QStringLiteral("--format: there is no format \"%1\"; choose from %2.")
+                        .arg(format, known.join(QStringLiteral(", "))));
             m_options.formats << format;
         }
         return true;
@@ -101,11 +103,30 @@ public:
         return true;
     }
 
+    [[nodiscard]] bool output(const QCommandLineOption &option) const
+    {
+        if (!m_parser.isSet(option))
+            return true;
+        m_options.output = m_parser.value(option);
+        return !m_options.output->isEmpty() ||
+               wrong(QStringLiteral("--output takes a name template, which is empty."));
+    }
+
+    [[nodiscard]] bool range() const
+    {
+        if (!m_options.from || !m_options.to || *m_options.from <= *m_options.to)
+            return true;
+        return wrong(QStringLiteral("--from %1 lies above --to %2: there is no frame to "
+                                    "render.")
+                         .arg(*m_options.from)
+                         .arg(*m_options.to));
+    }
+
     [[nodiscard]] bool scenery() const
     {
         const QStringList names = m_parser.positionalArguments();
-        if (names.size() != 1)
-            return wrong(names.isEmpty()
+        if (names.size() != 1 || names.constFirst().isEmpty())
+            return wrong(names.size() <= 1
                              ? QStringLiteral("No scenery file is named.")
                              : QStringLiteral("Only one scenery file can be named."));
         m_options.scenery = names.constFirst();
@@ -124,6 +145,44 @@ private:
     QString *m_error;
 };
 
+// The parser's own sentence names an option without its hyphens.
+QString complaintOf(const QCommandLineParser &parser)
+{
+    const QStringList unknown = parser.unknownOptionNames();
+    if (unknown.isEmpty())
+        return parser.errorText();
+    const QString name = unknown.constFirst();
+    return QStringLiteral("There is no option %1%2.")
+        .arg(name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--"), name);
+}
+
+QString helpText(const QCommandLineParser &parser)
+{
+    return parser.helpText() +
+           QStringLiteral(
+               "\nExamples:\n"
+               "  zephrant-render flight.zph\n"
+               "      All frames of the scenery, as it names them.\n"
+               "  zephrant-render --preview --from 10 --to 19 flight.zph\n"
+               "      A quick look at ten frames.\n"
+               "  zephrant-render --output 'night/frame%04d' --format png --missing "
+               "flight.zph\n"
+               "      Goes on where a run was broken off.\n"
+               "\nExit status: 0 all frames are written, 1 a failure, 2 wrong usage, 130 "
+               "stopped\nby SIGINT or SIGTERM.\n");
+}
+
+void describe(QCommandLineParser &parser, const Options &known)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Renders the frames of a scenery without a window."));
+    parser.addOptions({known.preview, known.from, known.to, known.output, known.format,
+                       known.quality, known.size, known.threads, known.missing,
+                       known.quiet});
+    parser.addPositionalArgument(QStringLiteral("SCENERY.zph"),
+                                 QStringLiteral("The scenery file."));
+}
+
 } // namespace
 
 CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &options,
@@ -131,35 +190,30 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
 {
     const Options known;
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Renders the frames of a scenery without a window."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({known.preview, known.from, known.to, known.output, known.format,
-                       known.quality, known.size, known.threads, known.missing,
-                       known.quiet});
-    parser.addPositionalArgument(QStringLiteral("SCENERY.zph"),
-                                 QStringLiteral("The scenery file."));
-    if (!parser.parse(arguments)) {
-        *text = parser.errorText();
-        return CommandLineResult::Wrong;
-    }
-    if (parser.isSet(help)) {
-        *text = parser.helpText();
+    describe(parser, known);
+    const bool parsed = parser.parse(arguments);
+    if (parsed && (parser.isSet(help) || parser.isSet(QStringLiteral("help-all")))) {
+        *text = helpText(parser);
         return CommandLineResult::Help;
     }
-    if (parser.isSet(version)) {
-        *text = QStringLiteral("zephrant-render " ZEPHRANT_VERSION "\n");
+    if (parsed && parser.isSet(version)) {
+        *text =
+            QStringLiteral("zephrant-render %1\n").arg(QLatin1String(ZEPHRANT_VERSION));
         return CommandLineResult::Version;
+    }
+    if (!parsed) {
+        *text = complaintOf(parser);
+        return CommandLineResult::Wrong;
     }
     options.preview = parser.isSet(known.preview);
     options.missing = parser.isSet(known.missing);
     options.quiet = parser.isSet(known.quiet);
-    if (parser.isSet(known.output))
-        options.output = parser.value(known.output);
     const Reader read(parser, options, text);
     const bool good = read.number(known.from, 0, MaxFrame, options.from) &&
-                      read.number(known.to, 0, MaxFrame, options.to) &&
+                      read.number(known.to, 0, MaxFrame, options.to) && read.range() &&
+                      read.output(known.output) &&
                       read.number(known.quality, 0, MaxQuality, options.quality) &&
                       read.formats(known.format) && read.size(known.size) &&
                       read.number(known.threads, 1, MaxThreads, options.threads) &&

@@ -2,21 +2,19 @@
 
 #include "batch/batchrun.h"
 #include "batch/stopsignal.h"
+#include "batch/terminal.h"
 #include "raster/failedwrites.h"
+#include "raster/notices.h"
+#include "raster/unfinished.h"
 
 #include <QApplication>
 
-#include <cstdio>
+#include <cstdlib>
+#include <new>
 
 static void initResources() { Q_INIT_RESOURCE(Zephrant); }
 
 namespace {
-
-void writeLine(std::FILE *stream, const QString &line)
-{
-    std::fputs(qPrintable(line + QLatin1Char('\n')), stream);
-    std::fflush(stream); // a line is news, also through a pipe
-}
 
 // Debug lines, and what the toolkit says of a session without a desktop, are no news
 // for a terminal.
@@ -25,7 +23,41 @@ void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
     if (type == QtDebugMsg || type == QtInfoMsg ||
         text.startsWith(QLatin1String("QStandardPaths:")))
         return;
-    writeLine(stderr, text);
+    tellError(text);
+}
+
+// For a run that does not come to its end by itself. Files are whole or have no name, so
+// that there is nothing to wait for.
+void endAtOnce()
+{
+    dropUnfinishedFiles();
+    tellError(QStringLiteral("Stopped."));
+    std::_Exit(Stopped);
+}
+
+int render(int argc, char **argv, StopSignal &stop)
+{
+    const QApplication application(argc, argv);
+    BatchOptions options;
+    QString text;
+    switch (readCommandLine(QApplication::arguments(), options, &text)) {
+    case CommandLineResult::Help:
+    case CommandLineResult::Version:
+        return answer(text) ? AllWritten : RunFailed;
+    case CommandLineResult::Wrong:
+        tellError(text);
+        tellError(QStringLiteral("zephrant-render --help tells the options."));
+        return WrongUsage;
+    case CommandLineResult::Run:
+        break;
+    }
+    BatchRun run(options, tellProgress, tellError);
+    QObject::connect(&stop, &StopSignal::stopRequested, &run, &BatchRun::stop);
+    const int status = run.run();
+    stop.end();
+    if (status == Stopped)
+        tellError(QStringLiteral("Stopped."));
+    return status;
 }
 
 } // namespace
@@ -33,33 +65,16 @@ void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 int main(int argc, char **argv)
 {
     surviveFailedWrites();
+    StopSignal stop(endAtOnce);
     // The form that holds a scenery's values needs a window system, though no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(logMessage);
+    setNoticeSink([](const QString &text, NoticeStay) { tellError(text); });
     initResources();
-    const QApplication application(argc, argv);
-
-    BatchOptions options;
-    QString text;
-    switch (readCommandLine(QApplication::arguments(), options, &text)) {
-    case CommandLineResult::Help:
-    case CommandLineResult::Version:
-        std::fputs(qPrintable(text), stdout);
-        return AllWritten;
-    case CommandLineResult::Wrong:
-        writeLine(stderr, text);
-        writeLine(stderr, QStringLiteral("zephrant-render --help tells the options."));
-        return WrongUsage;
-    case CommandLineResult::Run:
-        break;
+    try {
+        return render(argc, argv, stop);
+    } catch (const std::bad_alloc &) {
+        tellError(QStringLiteral("Not enough memory."));
+        return RunFailed;
     }
-    StopSignal stop;
-    BatchRun run(
-        options, [](const QString &line) { writeLine(stdout, line); },
-        [](const QString &line) { writeLine(stderr, line); });
-    QObject::connect(&stop, &StopSignal::stopRequested, &run, &BatchRun::stop);
-    const int status = run.run();
-    if (status == Stopped)
-        writeLine(stderr, QStringLiteral("Stopped."));
-    return status;
 }

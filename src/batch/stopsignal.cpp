@@ -1,9 +1,10 @@
 #include "batch/stopsignal.h"
 
-#include <QSocketNotifier>
-
 #include <array>
+#include <cerrno>
+#include <chrono>
 #include <csignal>
+#include <system_error>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -11,34 +12,56 @@
 namespace {
 
 constexpr std::array<int, 2> Signals{SIGINT, SIGTERM};
+// A run that looks at its flag in each row ends sooner; a stop takes 50 ms at most.
+constexpr std::chrono::milliseconds Grace(20);
+
+// What comes through the pipe.
+constexpr char Stop = 's';
+constexpr char Quit = 'q';
 
 // A handler may only write to what was made ready before.
 std::array<int, 2> stopPipe{-1, -1};
-volatile std::sig_atomic_t stopRaised = 0;
 std::array<struct sigaction, 2> former{};
+
+void send(char message)
+{
+    // A full pipe has said all there is to say.
+    [[maybe_unused]] const auto written = ::write(stopPipe[1], &message, 1);
+}
 
 extern "C" void onStopSignal(int)
 {
-    stopRaised = 1;
-    const char byte = 0;
-    // A full pipe has said all there is to say.
-    [[maybe_unused]] const auto written = ::write(stopPipe[1], &byte, 1);
+    const int error = errno;
+    send(Stop);
+    errno = error;
+}
+
+char receive()
+{
+    char message = Quit;
+    ssize_t got = 0;
+    do {
+        got = ::read(stopPipe[0], &message, 1);
+    } while (got < 0 && errno == EINTR);
+    return got == 1 ? message : Quit;
 }
 
 } // namespace
 
-StopSignal::StopSignal()
+StopSignal::StopSignal(std::function<void()> lastResort)
+    : m_lastResort(std::move(lastResort))
 {
-    stopRaised = 0;
-    if (::pipe2(stopPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+    if (::pipe2(stopPipe.data(), O_CLOEXEC) != 0)
         return;
-    m_notifier = std::make_unique<QSocketNotifier>(stopPipe[0], QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
-        m_notifier->setEnabled(false);
-        emit stopRequested();
-    });
+    ::fcntl(stopPipe[1], F_SETFL, O_NONBLOCK); // a handler must not wait
+    try {
+        m_watcher = std::thread([this] { watch(); });
+    } catch (const std::system_error &) {
+        return; // without a watcher the signals end the program as ever
+    }
     struct sigaction action {};
     action.sa_handler = onStopSignal;
+    action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
     for (std::size_t i = 0; i < Signals.size(); ++i)
         ::sigaction(Signals[i], &action, &former[i]);
@@ -46,15 +69,35 @@ StopSignal::StopSignal()
 
 StopSignal::~StopSignal()
 {
-    if (!m_notifier)
-        return;
-    for (std::size_t i = 0; i < Signals.size(); ++i)
-        ::sigaction(Signals[i], &former[i], nullptr);
-    m_notifier.reset();
-    for (int &end : stopPipe) {
-        ::close(end);
-        end = -1;
+    end();
+    for (int &pipeEnd : stopPipe) {
+        if (pipeEnd >= 0)
+            ::close(pipeEnd);
+        pipeEnd = -1;
     }
 }
 
-bool StopSignal::raised() const { return stopRaised != 0; }
+void StopSignal::end()
+{
+    if (!m_watcher.joinable())
+        return;
+    for (std::size_t i = 0; i < Signals.size(); ++i)
+        ::sigaction(Signals[i], &former[i], nullptr);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ended = true;
+    }
+    m_ending.notify_all();
+    send(Quit);
+    m_watcher.join();
+}
+
+void StopSignal::watch()
+{
+    if (receive() != Stop)
+        return;
+    QMetaObject::invokeMethod(this, &StopSignal::stopRequested, Qt::QueuedConnection);
+    std::unique_lock lock(m_mutex);
+    if (!m_ending.wait_for(lock, Grace, [this] { return m_ended; }))
+        m_lastResort();
+}

@@ -2,24 +2,35 @@
 
 #include <QObject>
 
-#include <memory>
-
-class QSocketNotifier;
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <thread>
 
 /// Turns SIGINT and SIGTERM into a Qt signal, emitted when events are pumped.
-/// One object at a time; the former handlers come back when it goes.
+///
+/// Who does not come to an end soon after, since it waits for a file or is in the midst
+/// of one, is ended by the last resort, called on a thread of its own. One object at a
+/// time; the former handlers come back when it goes.
 class StopSignal : public QObject {
     Q_OBJECT
 
 public:
-    StopSignal();
+    /// `lastResort` must end the program.
+    explicit StopSignal(std::function<void()> lastResort);
     ~StopSignal() override;
-    /// Whether one of the two has come.
-    [[nodiscard]] bool raised() const;
+    /// The work has come to its end: signals do what they did before.
+    void end();
 
 signals:
     void stopRequested();
 
 private:
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    void watch();
+
+    const std::function<void()> m_lastResort;
+    std::mutex m_mutex;
+    std::condition_variable m_ending;
+    bool m_ended = false; // under the mutex
+    std::thread m_watcher;
 };

@@ -1,5 +1,6 @@
 #include "batch/commandline.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 class TestCommandLine : public QObject {
@@ -66,15 +67,48 @@ private slots:
         QTest::newRow("no threads") << QStringList{"--threads", "0", "a.zph"};
         QTest::newRow("too many threads") << QStringList{"--threads", "65", "a.zph"};
         QTest::newRow("value missing") << QStringList{"a.zph", "--to"};
+        QTest::newRow("value too many") << QStringList{"--quiet=3", "a.zph"};
+        QTest::newRow("empty template") << QStringList{"--output", "", "a.zph"};
+        QTest::newRow("empty range") << QStringList{"--from", "5", "--to", "3", "a.zph"};
+        QTest::newRow("empty name") << QStringList{""};
     }
+    // The sentence names the option.
     void wrongUsageIsRefusedWithAReason()
     {
         QFETCH(QStringList, arguments);
+        const QString option = QStringList(arguments.filter("--"))
+                                   .join(' ')
+                                   .section(QRegularExpression("[ =]"), 0, 0);
         arguments.prepend("zephrant-render");
         BatchOptions options;
         QString text;
         QCOMPARE(readCommandLine(arguments, options, &text), CommandLineResult::Wrong);
         QVERIFY(!text.isEmpty());
+        QVERIFY2(text.contains(option), qPrintable(text));
+    }
+
+    void oneFrameIsARange()
+    {
+        BatchOptions options;
+        QString text;
+        QCOMPARE(readCommandLine({"zephrant-render", "--from", "3", "--to", "3", "a.zph"},
+                                 options, &text),
+                 CommandLineResult::Run);
+    }
+
+    void everyWayToAskForHelpIsAnswered()
+    {
+        BatchOptions options;
+        QString help;
+        QCOMPARE(readCommandLine({"zephrant-render", "--help"}, options, &help),
+                 CommandLineResult::Help);
+        QVERIFY(help.contains("Examples:"));
+        for (const char *option : {"-h", "--help-all"}) {
+            QString text;
+            QCOMPARE(readCommandLine({"zephrant-render", option}, options, &text),
+                     CommandLineResult::Help);
+            QCOMPARE(text, help);
+        }
     }
 
     void helpAndVersionNeedNoScenery()
@@ -86,7 +120,7 @@ private slots:
         QVERIFY(text.contains("--missing"));
         QCOMPARE(readCommandLine({"zephrant-render", "--version"}, options, &text),
                  CommandLineResult::Version);
-        QCOMPARE(text, QString("zephrant-render 6.0\n"));
+        QCOMPARE(text, QString("zephrant-render " ZEPHRANT_VERSION "\n"));
     }
 };
 

@@ -1,0 +1,36 @@
+#include "batch/terminal.h"
+
+#include <cerrno>
+#include <cstdio>
+
+namespace {
+
+bool write(std::FILE *stream, const QString &text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size &&
+           std::fflush(stream) == 0;
+}
+
+// Whether standard output still takes what is written.
+bool outputIsOpen = true;
+
+} // namespace
+
+void tellError(const QString &line) { write(stderr, line + QLatin1Char('\n')); }
+
+void tellProgress(const QString &line)
+{
+    if (outputIsOpen)
+        outputIsOpen = answer(line + QLatin1Char('\n'));
+}
+
+bool answer(const QString &text)
+{
+    if (write(stdout, text))
+        return true;
+    tellError(QStringLiteral("Cannot write to standard output: %1.")
+                  .arg(qt_error_string(errno)));
+    return false;
+}
