@@ -7,24 +7,19 @@
 #include "flightpath/waypointlevel.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
+#include "shell/appsettings.h"
 #include "shell/fieldhelp.h"
 #include "shell/label.h"
 #include "shell/windowplace.h"
 
 #include <QMessageBox>
 #include <QScrollArea>
-#include <QSettings>
 
 #include "ui_setflightpathdialog.h"
 
 namespace {
 
 const QPoint CursorHotSpot(15, 15);
-
-QSettings settings()
-{
-    return QSettings(QStringLiteral("Kolvenar"), QStringLiteral("Zephrant"));
-}
 
 } // namespace
 
@@ -39,7 +34,7 @@ SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
     ui->setupUi(this);
     // The program ends with its main window, whose documents end their editors.
     setAttribute(Qt::WA_QuitOnClose, false);
-    const auto stored = settings();
+    const AppSettings stored;
     placeWindow(this,
                 stored.value("SetFlightPathDialog/Position", QPoint(100, 100)).toPoint(),
                 stored.value("SetFlightPathDialog/Size", QSize(600, 400)).toSize());
@@ -152,7 +147,7 @@ void SetFlightPathDialog::makeProfileDialog(double zA, double zE)
     profileDialog = std::make_unique<SetFlightPathProfileDialog>(
         nullptr, elevationImage.get(), *controlPoints, *waypoints, *waypointLevel, zA,
         zE);
-    const auto stored = settings();
+    const AppSettings stored;
     placeWindow(
         profileDialog.get(),
         stored.value("SetFlightPathProfileDialog/Position", QPoint(200, 200)).toPoint(),
@@ -162,7 +157,7 @@ void SetFlightPathDialog::makeProfileDialog(double zA, double zE)
 
 void SetFlightPathDialog::writeSettings() const
 {
-    auto stored = settings();
+    AppSettings stored;
     stored.setValue("SetFlightPathDialog/Position", pos());
     stored.setValue("SetFlightPathDialog/Size", size());
     if (!profileDialog)

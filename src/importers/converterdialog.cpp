@@ -1,6 +1,7 @@
 #include "importers/converterdialog.h"
 
 #include "raster/imagefile.h"
+#include "shell/appsettings.h"
 #include "shell/fieldhelp.h"
 #include "shell/waitcursor.h"
 
@@ -9,7 +10,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -17,12 +17,7 @@ namespace {
 
 const QLatin1String DirectoryKey("MRUDirectory");
 
-[[nodiscard]] QSettings settings()
-{
-    return QSettings(QStringLiteral("Kolvenar"), QStringLiteral("Zephrant"));
-}
-
-QString rememberedDirectory() { return settings().value(DirectoryKey).toString(); }
+QString rememberedDirectory() { return AppSettings().value(DirectoryKey).toString(); }
 
 } // namespace
 
@@ -108,7 +103,7 @@ void ConverterDialog::takeFile(QLineEdit *field, const QString &fileName)
 
 void ConverterDialog::rememberDirectoryOf(const QString &fileName)
 {
-    settings().setValue(DirectoryKey, QFileInfo(fileName).absolutePath());
+    AppSettings().setValue(DirectoryKey, QFileInfo(fileName).absolutePath());
 }
 
 void ConverterDialog::showError(const QString &text)

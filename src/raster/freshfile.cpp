@@ -26,6 +26,13 @@ QByteArray folderOf(const QByteArray &path)
     return slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : path.left(slash);
 }
 
+// A name in a folder that no other file has.
+QByteArray ownNameIn(const QByteArray &folder)
+{
+    const quint64 number = QRandomGenerator::system()->generate64();
+    return folder + '/' + Prefix + QByteArray::number(number, 36) + Suffix;
+}
+
 // The name under which the system shows a descriptor; empty where it does not.
 QByteArray linkOf(int descriptor)
 {
@@ -57,12 +64,6 @@ FreshFile::~FreshFile()
     forgetUnfinished(m_name);
 }
 
-QByteArray FreshFile::ownName() const
-{
-    const quint64 number = QRandomGenerator::system()->generate64();
-    return m_folder + '/' + Prefix + QByteArray::number(number, 36) + Suffix;
-}
-
 bool FreshFile::open(const QByteArray &target, unsigned int permissions)
 {
     m_target = target;
@@ -84,7 +85,7 @@ bool FreshFile::openUnnamed(unsigned int permissions)
 bool FreshFile::openNamed(unsigned int permissions)
 {
     for (int i = 0; i < Tries; ++i) {
-        m_name = ownName();
+        m_name = ownNameIn(m_folder);
         rememberUnfinished(m_name);
         const int descriptor = ::open(m_name.constData(),
                                       O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, permissions);
@@ -126,12 +127,40 @@ bool FreshFile::moveToTarget()
         if (errno != EEXIST)
             return false;
         // There is an earlier file, which only a file with a name can replace.
-        const QByteArray name = ownName();
+        const QByteArray name = ownNameIn(m_folder);
         if (!giveName(link, name))
             return false;
         m_name = name;
     }
     return ::rename(m_name.constData(), m_target.constData()) == 0;
+}
+
+EarlierFile::EarlierFile(const QByteArray &name)
+    : m_name(name), m_second(ownNameIn(folderOf(name))),
+      m_wasThere(::access(name.constData(), F_OK) == 0)
+{
+    rememberUnfinished(m_second);
+    if (::link(m_name.constData(), m_second.constData()) != 0) {
+        forgetUnfinished(m_second);
+        m_second.clear();
+    }
+}
+
+EarlierFile::~EarlierFile()
+{
+    if (m_second.isEmpty())
+        return;
+    ::unlink(m_second.constData());
+    forgetUnfinished(m_second);
+}
+
+void EarlierFile::putBack() const
+{
+    const FileReplacement guard;
+    if (!m_second.isEmpty())
+        ::rename(m_second.constData(), m_name.constData());
+    else if (!m_wasThere)
+        ::unlink(m_name.constData());
 }
 
 void removeLeftovers(const QString &folder)

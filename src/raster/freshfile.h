@@ -28,12 +28,28 @@ private:
     [[nodiscard]] bool openNamed(unsigned int permissions);
     [[nodiscard]] bool adopt(int descriptor);
     [[nodiscard]] bool moveToTarget();
-    [[nodiscard]] QByteArray ownName() const;
 
     OutputFile m_file;
     QByteArray m_target;
     QByteArray m_folder;
     QByteArray m_name; // its own while it has not taken its place; may be empty
+};
+
+/// Keeps a file that others replace under a second name while it lives.
+class EarlierFile {
+public:
+    explicit EarlierFile(const QByteArray &name);
+    ~EarlierFile();
+    EarlierFile(const EarlierFile &) = delete;
+    EarlierFile &operator=(const EarlierFile &) = delete;
+    /// Puts the file that was there before into its place again; where there was none,
+    /// there is none again.
+    void putBack() const;
+
+private:
+    QByteArray m_name;
+    QByteArray m_second;
+    bool m_wasThere;
 };
 
 /// Removes the unfinished files that programs which were killed have left in a folder.

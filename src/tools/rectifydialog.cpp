@@ -1,21 +1,16 @@
 #include "tools/rectifydialog.h"
 
 #include "raster/imagefile.h"
+#include "shell/appsettings.h"
 #include "tools/optimization.h"
 #include "tools/rectify.h"
 
 #include <QIntValidator>
-#include <QSettings>
 
 namespace {
 
 constexpr int LowestCoordinate = -10000;
 constexpr int HighestCoordinate = 100000;
-
-[[nodiscard]] QSettings settings()
-{
-    return QSettings(QStringLiteral("Kolvenar"), QStringLiteral("Zephrant"));
-}
 
 } // namespace
 
@@ -25,7 +20,7 @@ RectifyDialog::RectifyDialog(QWidget *parent) : ToolDialog(parent)
     setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
     connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
             &RectifyDialog::pushButtonBrowseFromFileClicked);
-    const QSettings stored = settings();
+    const AppSettings stored;
     for (const Coordinate &c : coordinates()) {
         c.field->setValidator(
             new QIntValidator(LowestCoordinate, HighestCoordinate, c.field));
@@ -53,7 +48,7 @@ void RectifyDialog::pushButtonBrowseFromFileClicked()
 
 void RectifyDialog::storeCoordinates() const
 {
-    QSettings stored = settings();
+    AppSettings stored;
     for (const Coordinate &c : coordinates())
         stored.setValue(QLatin1String(c.key), c.field->text());
 }
