@@ -16,12 +16,13 @@ static void initResources() { Q_INIT_RESOURCE(Zephrant); }
 
 namespace {
 
-// Debug lines, and what the toolkit says of a session without a desktop, are no news
-// for a terminal.
+// Debug lines, what the toolkit says of a session without a desktop, and the nothing that
+// it says of a JPEG file that takes no more, are no news for a terminal.
 void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtDebugMsg || type == QtInfoMsg ||
-        text.startsWith(QLatin1String("QStandardPaths:")))
+        text.startsWith(QLatin1String("QStandardPaths:")) ||
+        text.startsWith(QLatin1String("Bogus message code")))
         return;
     tellError(text);
 }
@@ -35,8 +36,12 @@ void endAtOnce()
     std::_Exit(Stopped);
 }
 
-int render(int argc, char **argv, StopSignal &stop)
+int render(int argc, char **argv)
 {
+    StopSignal stop(endAtOnce);
+    qInstallMessageHandler(logMessage);
+    setNoticeSink([](const QString &text, NoticeStay) { tellError(text); });
+    initResources();
     const QApplication application(argc, argv);
     BatchOptions options;
     QString text;
@@ -65,14 +70,10 @@ int render(int argc, char **argv, StopSignal &stop)
 int main(int argc, char **argv)
 {
     surviveFailedWrites();
-    StopSignal stop(endAtOnce);
     // The form that holds a scenery's values needs a window system, though no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler(logMessage);
-    setNoticeSink([](const QString &text, NoticeStay) { tellError(text); });
-    initResources();
     try {
-        return render(argc, argv, stop);
+        return render(argc, argv);
     } catch (const std::bad_alloc &) {
         tellError(QStringLiteral("Not enough memory."));
         return RunFailed;

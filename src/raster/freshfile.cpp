@@ -104,7 +104,8 @@ bool FreshFile::openNamed(unsigned int permissions)
 
 bool FreshFile::adopt(int descriptor)
 {
-    return m_file.open(descriptor, QIODevice::ReadWrite, QFile::AutoCloseHandle);
+    return m_file.open(descriptor, QIODevice::ReadWrite | QIODevice::Unbuffered,
+                       QFile::AutoCloseHandle);
 }
 
 bool FreshFile::takePlace()

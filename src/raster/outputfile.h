@@ -7,7 +7,9 @@
 /// arrived.
 ///
 /// The toolkit's file forgets a write that failed or fell short once another succeeds,
-/// and those who write pictures do not all look at every result.
+/// and those who write pictures do not all look at every result. To be opened without a
+/// buffer, or it writes, and fails, where nobody can see it: a look at its size is
+/// enough.
 class OutputFile : public QFile {
 public:
     using QFile::QFile;

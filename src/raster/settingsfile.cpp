@@ -8,6 +8,8 @@
 #include <QObject>
 #include <QSettings>
 
+#include <new>
+
 namespace {
 
 // Whether the file has a line for each key, and the last one its end.
@@ -27,9 +29,7 @@ bool isWhole(QSettings &settings)
     return left <= 0 && last.endsWith('\n');
 }
 
-} // namespace
-
-void storeSettings(QSettings &settings)
+void replaceWhole(QSettings &settings)
 {
     const QFileInfo info(settings.fileName());
     removeLeftovers(info.path());
@@ -38,10 +38,27 @@ void storeSettings(QSettings &settings)
         QFile::encodeName(real.isEmpty() ? settings.fileName() : real);
     // A second name for the earlier file; without one its contents are lost all the same.
     const EarlierFile earlier(file);
-    settings.sync();
-    if (settings.status() == QSettings::NoError && isWhole(settings))
+    bool whole = false;
+    try {
+        settings.sync();
+        whole = settings.status() == QSettings::NoError && isWhole(settings);
+    } catch (const std::bad_alloc &) {
+        // What came of it is not known, so the earlier file is taken.
+    }
+    if (whole)
         return;
     earlier.putBack();
     tellNotice(QObject::tr("The settings could not be stored in \"%1\".")
                    .arg(settings.fileName()));
+}
+
+} // namespace
+
+void storeSettings(QSettings &settings) noexcept
+{
+    try {
+        replaceWhole(settings);
+    } catch (const std::bad_alloc &) {
+        // Nothing is lost but the change, and there is no memory to tell of it.
+    }
 }

@@ -7,4 +7,4 @@ class QSettings;
 ///
 /// The toolkit replaces a settings file without a look at its last flush: on a disk that
 /// has filled up the new one is cut off or empty, and all settings are lost.
-void storeSettings(QSettings &settings);
+void storeSettings(QSettings &settings) noexcept;

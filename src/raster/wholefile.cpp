@@ -37,7 +37,7 @@ QString linkTarget(const QString &name)
 bool writeToDevice(const QString &name, const Write &write, QString *error)
 {
     OutputFile file(name);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         *error = file.errorString();
         return false;
     }
