@@ -18,6 +18,9 @@ constexpr quint8 TrueColour = 2;
 constexpr quint8 RightToLeft = 0x10; // bits of the image descriptor
 constexpr quint8 TopToBottom = 0x20;
 
+constexpr char NoLineToWrite[] =
+    "QTgaHandler::write(): Cannot allocate memory for a line of TGA data";
+
 using Head = std::array<uchar, HeadSize>;
 
 int widthOf(const Head &head) { return qFromLittleEndian<quint16>(&head[12]); }
@@ -159,8 +162,7 @@ bool QTgaHandler::write(const QImage &image)
         return false;
     }
     const qsizetype length = qsizetype(image.width()) * 3;
-    const auto line = lineBuffer(
-        length, "QTgaHandler::write(): Cannot allocate memory for a line of TGA data");
+    const auto line = lineBuffer(length, NoLineToWrite);
     if (!line)
         return false;
     // ARGB32 holds what QImage::pixel gives for every format. Converted line by line,
@@ -172,6 +174,10 @@ bool QTgaHandler::write(const QImage &image)
         if (!direct)
             converted =
                 image.copy(0, y, image.width(), 1).convertToFormat(QImage::Format_ARGB32);
+        if (!direct && converted.isNull()) {
+            qWarning(NoLineToWrite);
+            return false;
+        }
         const auto *pixels = reinterpret_cast<const QRgb *>(
             direct ? image.constScanLine(y) : converted.constScanLine(0));
         for (int x = 0; x < image.width(); ++x) {

@@ -77,9 +77,12 @@ bool FreshFile::openUnnamed(unsigned int permissions)
         ::open(m_folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, permissions);
     if (descriptor < 0)
         return false;
-    static_cast<void>(::flock(descriptor, LOCK_EX | LOCK_NB)); // it may get a name later
-    return !linkOf(descriptor).isEmpty() ? adopt(descriptor)
-                                         : (::close(descriptor), false);
+    if (linkOf(descriptor).isEmpty()) { // it could be given no name
+        ::close(descriptor);
+        return false;
+    }
+    hold(descriptor); // it may have a name of its own for a moment
+    return adopt(descriptor);
 }
 
 bool FreshFile::openNamed(unsigned int permissions)
@@ -89,23 +92,27 @@ bool FreshFile::openNamed(unsigned int permissions)
         rememberUnfinished(m_name);
         const int descriptor = ::open(m_name.constData(),
                                       O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, permissions);
+        const int error = errno;
         if (descriptor >= 0 && hold(descriptor))
             return adopt(descriptor);
-        const int error = errno;
-        forgetUnfinished(m_name);
-        m_name.clear();
         if (descriptor >= 0)
             ::close(descriptor);
-        else if (error != EEXIST)
-            return errno = error, false;
+        forgetUnfinished(m_name);
+        m_name.clear();
+        errno = error;
+        if (descriptor < 0 && error != EEXIST)
+            return false;
     }
     return false;
 }
 
 bool FreshFile::adopt(int descriptor)
 {
-    return m_file.open(descriptor, QIODevice::ReadWrite | QIODevice::Unbuffered,
-                       QFile::AutoCloseHandle);
+    if (m_file.open(descriptor, QIODevice::ReadWrite | QIODevice::Unbuffered,
+                    QFile::AutoCloseHandle))
+        return true;
+    ::close(descriptor);
+    return false;
 }
 
 bool FreshFile::takePlace()

@@ -1,7 +1,6 @@
 #include "raster/imagefile.h"
 
 #include "raster/memorybudget.h"
-#include "raster/notices.h"
 #include "raster/pngwriter.h"
 #include "raster/wholefile.h"
 
@@ -74,14 +73,11 @@ bool mayBeRead(const QString &name, const QSize &size, int depth, PictureUse use
     const qint64 pixels = qint64(size.width()) * size.height();
     const bool converted = use == PictureUse::As32Bit && depth != 32;
     const qint64 claim = pixels * depth / 8 + (converted ? pixels * 4 : 0);
-    if (fitsMemory(claim))
-        return true;
-    tellNotice(overBudgetText(QStringLiteral("\"%1\" (%2 x %3 pixels)")
-                                  .arg(QFileInfo(name).fileName())
-                                  .arg(size.width())
-                                  .arg(size.height()),
-                              claim));
-    return false;
+    return claimMemory(QStringLiteral("\"%1\" (%2 x %3 pixels)")
+                           .arg(QFileInfo(name).fileName())
+                           .arg(size.width())
+                           .arg(size.height()),
+                       claim);
 }
 
 int depthOf(QImage::Format format)

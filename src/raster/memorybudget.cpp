@@ -1,5 +1,7 @@
 #include "raster/memorybudget.h"
 
+#include "raster/notices.h"
+
 #include <QFile>
 #include <QObject>
 
@@ -116,8 +118,12 @@ QString memoryText(qint64 bytes)
            QLatin1String(units[unit]);
 }
 
-QString overBudgetText(const QString &what, qint64 bytes)
+bool claimMemory(const QString &what, qint64 bytes)
 {
-    return QObject::tr("%1 would take %2 of memory; the budget is %3.")
-        .arg(what, memoryText(bytes), memoryText(memoryBudget()));
+    const qint64 budget = memoryBudget();
+    if (bytes <= budget)
+        return true;
+    tellNotice(QObject::tr("%1 would take %2 of memory; the budget is %3.")
+                   .arg(what, memoryText(bytes), memoryText(budget)));
+    return false;
 }

@@ -17,6 +17,6 @@
 /// An amount of memory as people write it, such as "14.4 GB"; 1 GB is 10^9 bytes.
 [[nodiscard]] QString memoryText(qint64 bytes);
 
-/// The sentence for a claim that does not fit: "WHAT would take 14.4 GB of memory; the
-/// budget is 8.2 GB."
-[[nodiscard]] QString overBudgetText(const QString &what, qint64 bytes);
+/// Whether something may be made that takes so much memory. Where it may not, a notice
+/// tells: "WHAT would take 14.4 GB of memory; the budget is 8.2 GB."
+[[nodiscard]] bool claimMemory(const QString &what, qint64 bytes);

@@ -1,7 +1,6 @@
 #include "render/framememory.h"
 
 #include "raster/memorybudget.h"
-#include "raster/notices.h"
 
 #include <QObject>
 
@@ -9,11 +8,8 @@ bool frameFitsMemory(const QSize &size, bool halved, bool shown)
 {
     const qint64 bytes = qint64(size.width()) * size.height() * 4;
     const qint64 claim = bytes + (halved ? bytes / 4 : 0) + (shown ? bytes : 0);
-    if (fitsMemory(claim))
-        return true;
     const QString frame = halved || shown
                               ? QObject::tr("A frame of %1 x %2 pixels with its copies")
                               : QObject::tr("A frame of %1 x %2 pixels");
-    tellNotice(overBudgetText(frame.arg(size.width()).arg(size.height()), claim));
-    return false;
+    return claimMemory(frame.arg(size.width()).arg(size.height()), claim);
 }

@@ -3,6 +3,7 @@
 #include "base/truncate.h"
 #include "raster/image.h"
 #include "raster/imagefile.h"
+#include "raster/memorybudget.h"
 #include "shell/appsettings.h"
 #include "shell/fieldhelp.h"
 #include "shell/picturelabel.h"
@@ -187,7 +188,11 @@ void ImageMdiChild::newFile()
 void ImageMdiChild::newFile(const QSize &size)
 {
     newFile();
-    QImage image(size, QImage::Format_RGB888);
+    // The picture itself and what is shown of it.
+    const bool fits = claimMemory(
+        tr("A picture of %1 x %2 pixels").arg(size.width()).arg(size.height()),
+        qint64(size.width()) * size.height() * 7);
+    QImage image(fits ? size : QSize(), QImage::Format_RGB888);
     QPixmap pixmap;
     if (!image.isNull()) {
         const WaitCursor wait;

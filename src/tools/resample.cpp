@@ -71,11 +71,11 @@ int pixelsOfPercent(int source, double percent)
 
 double percentOfPixels(int source, int pixels) { return pixels * 100.0 / source; }
 
-void resample(const ElevationImage &source, double zScale, ElevationImage &destination)
+bool resample(const ElevationImage &source, double zScale, ElevationImage &destination)
 {
-    if (source.isNull() || destination.isNull())
-        return;
     const QImage pixels = as32Bit(source);
+    if (pixels.isNull() || destination.isNull())
+        return false;
     const int width = destination.width();
     const int height = destination.height();
     const double rx = double(source.width()) / width;
@@ -111,4 +111,5 @@ void resample(const ElevationImage &source, double zScale, ElevationImage &desti
             out += 3;
         }
     }
+    return true;
 }

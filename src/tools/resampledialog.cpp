@@ -2,6 +2,7 @@
 
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
+#include "raster/memorybudget.h"
 #include "shell/waitcursor.h"
 #include "tools/resample.h"
 
@@ -142,12 +143,17 @@ bool ResampleDialog::work(QString *error)
     const ElevationImage source(lineEditFromFile->text());
     if (source.isNull())
         return false;
-    ElevationImage destination(spinBoxPixelX->value(), spinBoxPixelY->value(),
-                               QImage::Format_RGB888);
-    if (destination.isNull()) {
-        *error = tr("Could not create output file.");
+    const QSize size(spinBoxPixelX->value(), spinBoxPixelY->value());
+    const qint64 claim = qint64(size.width()) * size.height() * 3 +
+                         qint64(source.width()) * source.height() * 4; // as it is read
+    *error = tr("Could not create output file.");
+    if (!claimMemory(
+            tr("Resampling to %1 x %2 pixels").arg(size.width()).arg(size.height()),
+            claim))
         return false;
-    }
-    resample(source, doubleSpinBoxZScale->value(), destination);
+    ElevationImage destination(size, QImage::Format_RGB888);
+    if (destination.isNull() ||
+        !resample(source, doubleSpinBoxZScale->value(), destination))
+        return false;
     return save(destination, lineEditToFile->text(), error);
 }

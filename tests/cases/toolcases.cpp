@@ -85,7 +85,8 @@ QString resampleCase(const CaseFile &file)
 {
     ElevationImage image(file.integer("width"), file.integer("height"),
                          QImage::Format_RGB888);
-    resample(file.elevations("source"), file.number("z-scale", 1.0), image);
+    if (!resample(file.elevations("source"), file.number("z-scale", 1.0), image))
+        return QStringLiteral("not enough memory");
     return file.differenceOfElevations(image);
 }
 

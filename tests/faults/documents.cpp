@@ -44,11 +44,14 @@ private:
 // A picture of an image view in one of the formats.
 class SavePicture : public WindowOperation {
 public:
-    explicit SavePicture(const QString &format) : m_file("picture." + format) {}
+    SavePicture(const QString &format, QImage::Format pixels)
+        : m_file("picture." + format), m_pixels(pixels)
+    {
+    }
     void prepare(const QString &folder) override
     {
         const QString source = folder + QStringLiteral("/source.png");
-        if (!saveImageFile(testPicture({120, 80}), source))
+        if (!saveImageFile(testPicture({120, 80}).convertToFormat(m_pixels), source))
             qFatal("no source");
         writeText(folder + '/' + m_file, "an earlier picture");
         m_target = folder + '/' + m_file;
@@ -65,6 +68,7 @@ protected:
 
 private:
     QString m_file;
+    QImage::Format m_pixels;
     QString m_target;
     std::unique_ptr<ImageMdiChild> m_view;
 };
@@ -103,8 +107,16 @@ std::vector<OperationEntry> documentOperations()
     std::vector<OperationEntry> all{
         {"scenery", [] { return std::make_unique<SaveScenery>(); }},
         {"settings", [] { return std::make_unique<StoreSettings>(); }}};
-    for (const char *format : {"bmp", "jpg", "png", "ppm", "tga", "tif"})
-        all.push_back({QStringLiteral("picture-") + format,
-                       [format] { return std::make_unique<SavePicture>(format); }});
+    for (const char *format : {"bmp", "jpg", "png", "ppm", "tga", "tif"}) {
+        all.push_back({QStringLiteral("picture-") + format, [format] {
+                           return std::make_unique<SavePicture>(format,
+                                                                QImage::Format_RGB32);
+                       }});
+        // Transparent ones are converted on their way.
+        all.push_back({QStringLiteral("picture-alpha-") + format, [format] {
+                           return std::make_unique<SavePicture>(format,
+                                                                QImage::Format_ARGB32);
+                       }});
+    }
     return all;
 }

@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QRadioButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -119,6 +120,22 @@ private slots:
             QString("\"large.png\" (500 x 400 pixels) would take 800.0 kB of memory; "
                     "the budget is 500.0 kB."));
         QCOMPARE(m_window->statusBar()->currentMessage(), QString("left"));
+    }
+
+    void newPictureBeyondTheBudgetIsTold()
+    {
+        qputenv(Budget, "2000000");
+        ModalAnswers answers;
+        answers.withDialog([](QDialog *dialog) {
+            dialog->findChild<QRadioButton *>("radioButtonImage")->click();
+            dialog->accept();
+        });
+        answers.pressButton("Error", "Cannot create image.", QMessageBox::Ok);
+        action("action_New")->trigger();
+        QCOMPARE(answers.complaints(), QStringList());
+        QCOMPARE(label()->notice(),
+                 QString("A picture of 720 x 576 pixels would take 2.9 MB of memory; the "
+                         "budget is 2.0 MB."));
     }
 
     // The target, the halved copy that is written, and what is shown.

@@ -1,5 +1,6 @@
 #include "tools/resampledialog.h"
 
+#include "raster/notices.h"
 #include "tools/dialogtest.h"
 
 #include <QDoubleSpinBox>
@@ -22,6 +23,7 @@ private slots:
     void aFileThatIsNoImageIsNotTaken();
     void theOutputHasTheSizeAsked();
     void aSizeOfZeroIsRefused();
+    void aSizeBeyondTheBudgetIsRefused();
     void anInputThatVanishedIsTold();
 
 private:
@@ -190,6 +192,25 @@ void TestResampleDialog::aSizeOfZeroIsRefused()
     click(*m_dialog, "pushButtonOK");
     VERIFY_ANSWERS();
     QVERIFY(QFile::exists(path("zero.png")));
+}
+
+void TestResampleDialog::aSizeBeyondTheBudgetIsRefused()
+{
+    QString told;
+    setNoticeSink([&told](const QString &text, NoticeStay) { told = text; });
+    chooseSource(8, 6);
+    chooseOutput(*m_dialog, path("large.png"));
+    pixels('X')->setValue(2000);
+    qputenv("ZEPHRANT_MEMORY_BUDGET", "1000000");
+    expectError("Could not create output file.");
+    click(*m_dialog, "pushButtonOK");
+    qunsetenv("ZEPHRANT_MEMORY_BUDGET");
+    setNoticeSink({});
+    VERIFY_ANSWERS();
+    QCOMPARE(told,
+             QString("Resampling to 2000 x 1500 pixels would take 9.0 MB of memory; "
+                     "the budget is 1.0 MB."));
+    QVERIFY(!QFile::exists(path("large.png")));
 }
 
 void TestResampleDialog::anInputThatVanishedIsTold()
