@@ -151,7 +151,7 @@ QString complaintOf(const QCommandLineParser &parser)
     const QStringList unknown = parser.unknownOptionNames();
     if (unknown.isEmpty())
         return parser.errorText();
-    const QString name = unknown.constFirst();
+    const QString &name = unknown.constFirst();
     return QStringLiteral("There is no option %1%2.")
         .arg(name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--"), name);
 }

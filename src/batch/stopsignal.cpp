@@ -96,7 +96,7 @@ void StopSignal::watch()
 {
     if (receive() != Stop)
         return;
-    QMetaObject::invokeMethod(this, &StopSignal::stopRequested, Qt::QueuedConnection);
+    emit stopRequested(); // queued for the threads of those who listen
     std::unique_lock lock(m_mutex);
     if (!m_ending.wait_for(lock, Grace, [this] { return m_ended; }))
         m_lastResort();

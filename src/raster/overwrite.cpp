@@ -87,7 +87,7 @@ QString rescued(const QByteArray &contents)
 
 QString reasonOf(int systemError, bool putBack, const QByteArray &earlier)
 {
-    const QString reason = qt_error_string(systemError);
+    QString reason = qt_error_string(systemError);
     if (putBack)
         return reason;
     const QString name = rescued(earlier);

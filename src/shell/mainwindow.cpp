@@ -80,7 +80,7 @@ void MainWindow::showNotices()
     // A notice may come from a thread that writes a file.
     setNoticeSink([label = QPointer(notice)](const QString &text, NoticeStay stay) {
         if (label)
-            QMetaObject::invokeMethod(label, [=] { label->tell(text, stay); });
+            emit label->arrived(text, stay);
     });
 }
 

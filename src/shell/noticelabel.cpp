@@ -22,6 +22,7 @@ NoticeLabel::NoticeLabel(QWidget *bar) : QLabel(bar)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_end.setSingleShot(true);
     m_end.setInterval(AWhile);
+    connect(this, &NoticeLabel::arrived, this, &NoticeLabel::tell);
     connect(&m_end, &QTimer::timeout, this, &NoticeLabel::dismiss);
     bar->installEventFilter(this);
     hide();

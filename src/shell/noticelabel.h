@@ -16,7 +16,7 @@ public:
     /// `bar` is the status bar to which it is going to be added.
     explicit NoticeLabel(QWidget *bar);
 
-    /// Shows a text in the place of the former one.
+    /// Shows a text in the place of the former one. Other threads emit arrived().
     void tell(const QString &text, NoticeStay stay);
     /// Takes the text away: other work begins.
     void dismiss();
@@ -25,6 +25,9 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+
+signals:
+    void arrived(const QString &text, NoticeStay stay);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
