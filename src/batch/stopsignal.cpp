@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::array<int, 2> Signals{SIGINT, SIGTERM};
 // A run that looks at its flag in each row ends sooner; a stop takes 50 ms at most.
-constexpr std::chrono::milliseconds Grace(20);
+constexpr std::chrono::milliseconds Grace(10);
 
 // What comes through the pipe.
 constexpr char Stop = 's';
