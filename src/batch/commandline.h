@@ -11,7 +11,7 @@
 struct BatchOptions {
     QString scenery;
     bool preview = false;
-    bool missing = false; // only frames whose files are not there yet
+    bool missing = false; // only frames whose files are not there, whole and of the size
     bool quiet = false;
     std::optional<int> from;
     std::optional<int> to;

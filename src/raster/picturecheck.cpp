@@ -43,7 +43,7 @@ struct Chunk {
 
 // Reads a chunk: its length, its type and contents, and their checksum. No value where
 // one of them is wrong or missing.
-std::optional<Chunk> readChunk(QFile &file)
+std::optional<Chunk> readChunk(QIODevice &file)
 {
     constexpr qint64 Head = 8, Tail = 4, Block = 1 << 16;
     const QByteArray head = file.read(Head);
@@ -65,7 +65,7 @@ std::optional<Chunk> readChunk(QFile &file)
                                                                : std::nullopt;
 }
 
-bool isWholePng(QFile &file, const QSize &size)
+bool isWholePng(QIODevice &file, const QSize &size)
 {
     if (file.read(8) != QByteArray("\x89PNG\r\n\x1A\n", 8))
         return false;
@@ -92,7 +92,7 @@ bool beginsFrame(unsigned int marker)
 }
 
 // The size that the head of the frame tells.
-QSize sizeInJpeg(QFile &file)
+QSize sizeInJpeg(QIODevice &file)
 {
     constexpr unsigned int Scan = 0xDA;
     for (QByteArray head = file.read(4); head.size() == 4; head = file.read(4)) {
@@ -109,7 +109,7 @@ QSize sizeInJpeg(QFile &file)
     return {};
 }
 
-bool isWholeJpeg(QFile &file, const QSize &size)
+bool isWholeJpeg(QIODevice &file, const QSize &size)
 {
     return file.read(2) == "\xFF\xD8" && sizeInJpeg(file) == size &&
            file.seek(file.size() - 2) && file.read(2) == "\xFF\xD9";
@@ -117,7 +117,7 @@ bool isWholeJpeg(QFile &file, const QSize &size)
 
 // --- TGA and PPM -----------------------------------------------------------------
 
-bool isWholeTga(QFile &file, const QSize &size)
+bool isWholeTga(QIODevice &file, const QSize &size)
 {
     constexpr qint64 Head = 18;
     const QByteArray head = file.read(Head);
@@ -130,13 +130,15 @@ bool isWholeTga(QFile &file, const QSize &size)
            file.size() >= Head + pixelsOf(size) * (byteAt(head, 16) >> 3);
 }
 
+constexpr qint64 LongestComment = 1 << 16;
+
 // The next number of the head; a comment goes to the end of its line.
-int numberInPpm(QFile &file)
+int numberInPpm(QIODevice &file)
 {
     char c = 0;
     while (file.getChar(&c) && (c == '#' || std::isspace(static_cast<uchar>(c))))
         if (c == '#')
-            file.readLine();
+            file.readLine(LongestComment);
     int number = 0;
     for (int digits = 0; c >= '0' && c <= '9' && digits < 9; ++digits) {
         number = number * 10 + (c - '0');
@@ -146,7 +148,7 @@ int numberInPpm(QFile &file)
     return number;
 }
 
-bool isWholePpm(QFile &file, const QSize &size)
+bool isWholePpm(QIODevice &file, const QSize &size)
 {
     if (file.read(2) != "P6")
         return false;
@@ -159,12 +161,8 @@ bool isWholePpm(QFile &file, const QSize &size)
 
 } // namespace
 
-bool isWholePicture(const QString &name, const QSize &size)
+bool isWholePicture(QIODevice &file, const QString &format, const QSize &size)
 {
-    QFile file(name);
-    if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
-        return false;
-    const QString format = QFileInfo(name).suffix().toLower();
     if (format == QLatin1String("png"))
         return isWholePng(file, size);
     if (format == QLatin1String("jpg"))
@@ -172,4 +170,11 @@ bool isWholePicture(const QString &name, const QSize &size)
     if (format == QLatin1String("tga"))
         return isWholeTga(file, size);
     return format == QLatin1String("ppm") && isWholePpm(file, size);
+}
+
+bool isWholePicture(const QString &name, const QSize &size)
+{
+    QFile file(name);
+    return QFileInfo(name).isFile() && file.open(QIODevice::ReadOnly) &&
+           isWholePicture(file, QFileInfo(name).suffix().toLower(), size);
 }

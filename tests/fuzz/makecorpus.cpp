@@ -79,6 +79,31 @@ void writeTgaSeeds()
     writeSeed("fuzz_tga", "packed", head(10, 24, 0) + pixels);
 }
 
+// Frames of 3 by 2 pixels; the first bytes are the format and the size.
+void writeFrameSeeds()
+{
+    const auto write = [](char format, const std::string &name, const std::string &file) {
+        writeSeed("fuzz_picturecheck", name, std::string{format, 3, 2} + file);
+    };
+    std::string tga(18, '\0');
+    tga[2] = 2;
+    tga[12] = 3;
+    tga[14] = 2;
+    tga[16] = 24;
+    write(0, "tga", tga + std::string(3 * 2 * 3, 'p'));
+    // The checksums of its chunks are right.
+    const char png[] = "\x89PNG\x0D\x0A\x1A\x0A\x00\x00\x00\x0DIHDR\x00\x00\x00\x03"
+                       "\x00\x00\x00\x02\x08\x02\x00\x00\x00\x12\x16\xF1M\x00\x00"
+                       "\x00\x03IDATxyz\xED\x05-\xD7\x00\x00\x00\x00IEND\xAE"
+                       "B`"
+                       "\x82";
+    write(1, "png", std::string(png, sizeof png - 1));
+    write(
+        2, "jpg",
+        std::string("\xFF\xD8\xFF\xC0\0\x0B\x08\0\x02\0\x03\x01\x01\x11\0\xFF\xD9", 17));
+    write(3, "ppm", "P6 # a comment\n3 2\n255\n" + std::string(3 * 2 * 3, 'p'));
+}
+
 void writeMeshSeeds()
 {
     std::string grid = "x y z\n";
@@ -159,6 +184,7 @@ int main(int argc, char **argv)
     corpus = argv[1];
     writeIso8211Seeds();
     writeTgaSeeds();
+    writeFrameSeeds();
     writeMeshSeeds();
     writeUsgsSeed();
     writeOtherSeeds();
