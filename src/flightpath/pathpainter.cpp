@@ -1,6 +1,9 @@
 #include "flightpath/pathpainter.h"
 
+#include "flightpath/outlinefill.h"
+
 #include <QPainterPath>
+#include <QPainterPathStroker>
 #include <QPen>
 
 #include <algorithm>
@@ -15,13 +18,19 @@ constexpr int HandleIconSide = 6;
 // Farther than any picture reaches. The rasterizer walks all rows that a line crosses.
 constexpr double FarOut = 1 << 16;
 
-constexpr double StripWidth = 128.0;
 // More than half the width of a line.
-constexpr double StripMargin = 4.0;
+constexpr double SightMargin = 4.0;
 
 QPen pathPen(Qt::GlobalColor colour, int width)
 {
     return QPen(QColor(colour), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+}
+
+QPainterPath pathOf(const QList<QPointF> &line)
+{
+    QPainterPath path;
+    path.addPolygon(line);
+    return path;
 }
 
 } // namespace
@@ -76,9 +85,28 @@ void PathPainter::drawNumber(qsizetype number, qint64 left, qint64 top)
         m_painter.drawText(box, Qt::AlignCenter, QString::number(number));
 }
 
+// The painter has a quick way of its own for lines no wider than a pixel.
+bool PathPainter::isFine(int width) const
+{
+    return width * m_painter.deviceTransform().m11() <= 1.0;
+}
+
 void PathPainter::stroke(const QPainterPath &path, Qt::GlobalColor colour, int width)
 {
-    m_painter.strokePath(path, pathPen(colour, width));
+    const QPen pen = pathPen(colour, width);
+    if (isFine(width))
+        m_painter.strokePath(path, pen);
+    else
+        fillOutline(m_painter, QPainterPathStroker(pen).createStroke(path), pen.color(),
+                    m_visible);
+}
+
+void PathPainter::stroke(const QList<QPointF> &line, Qt::GlobalColor colour, int width)
+{
+    if (isFine(width))
+        stroke(pathOf(line), colour, width);
+    else
+        stroke(inSight(line), colour, width);
 }
 
 void PathPainter::strokeTwice(const QPainterPath &path, Qt::GlobalColor colour)
@@ -89,25 +117,16 @@ void PathPainter::strokeTwice(const QPainterPath &path, Qt::GlobalColor colour)
 
 void PathPainter::strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour)
 {
-    if (line.isEmpty())
-        return;
-    const int strips = static_cast<int>(std::ceil(m_visible.width() / StripWidth));
-    for (int i = 0; i < strips; ++i)
-        strokeStrip(line, QRectF(m_visible.left() + i * StripWidth, m_visible.top(),
-                                 StripWidth, m_visible.height()));
-    m_painter.setClipping(false);
-    QPainterPath path(line.first());
-    for (qsizetype i = 1; i < line.size(); ++i)
-        path.lineTo(line.at(i));
-    stroke(path, colour, 1);
+    stroke(line, Qt::white, 3);
+    stroke(line, colour, 1);
 }
 
-// White, of the segments that reach into the strip. The line's ends that this makes lie
-// outside of it, so the picture is that of the whole line.
-void PathPainter::strokeStrip(const QList<QPointF> &line, const QRectF &strip)
+// The segments that reach into what is to be painted. The line's ends that this makes
+// lie outside of it, so the picture is that of the whole line.
+QPainterPath PathPainter::inSight(const QList<QPointF> &line) const
 {
     const QRectF reach =
-        strip.adjusted(-StripMargin, -StripMargin, StripMargin, StripMargin);
+        m_visible.adjusted(-SightMargin, -SightMargin, SightMargin, SightMargin);
     QPainterPath path;
     bool inside = false;
     for (qsizetype i = 1; i < line.size(); ++i) {
@@ -125,10 +144,7 @@ void PathPainter::strokeStrip(const QList<QPointF> &line, const QRectF &strip)
         inside = true;
         path.lineTo(to);
     }
-    if (path.isEmpty())
-        return;
-    m_painter.setClipRect(strip);
-    stroke(path, Qt::white, 3);
+    return path;
 }
 
 void PathPainter::drawHandles(const QPainterPath &lines, Qt::GlobalColor colour,

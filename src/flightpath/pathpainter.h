@@ -40,10 +40,10 @@ public:
     void drawWaypointIcon(qint64 left, qint64 top);
     /// White below, the colour on top.
     void strokeTwice(const QPainterPath &path, Qt::GlobalColor colour);
-    /// The same for one long line, whose white is stroked strip by strip: the
-    /// rasterizer takes as long for each edge as there are others in its row.
-    void strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour);
     void stroke(const QPainterPath &path, Qt::GlobalColor colour, int width);
+    /// The same for one long line, of which little may be in sight.
+    void strokeTwice(const QList<QPointF> &line, Qt::GlobalColor colour);
+    void stroke(const QList<QPointF> &line, Qt::GlobalColor colour, int width);
     /// The lines of the waypoints' handles, each ending in a small picture.
     void drawHandles(const QPainterPath &lines, Qt::GlobalColor colour,
                      const QList<QPoint> &ends, const QString &icon);
@@ -57,7 +57,8 @@ public:
     [[nodiscard]] static QPointF onScreen(double x, double y);
 
 private:
-    void strokeStrip(const QList<QPointF> &line, const QRectF &strip);
+    [[nodiscard]] bool isFine(int width) const;
+    [[nodiscard]] QPainterPath inSight(const QList<QPointF> &line) const;
 
     QPainter &m_painter;
     PathIcons &m_icons;

@@ -100,6 +100,8 @@ void SetFlightPathDialog::makeImageWidget()
     // The area beside the picture is the dialog's own.
     scrollArea->viewport()->setAutoFillBackground(false);
     imageWidget->setAutoFillBackground(false);
+    // A picture that hides what is behind it spares the filling of that.
+    imageWidget->setAttribute(Qt::WA_OpaquePaintEvent, !texturePixmap.hasAlphaChannel());
 
     // A move goes up from the picture only through widgets that track the mouse.
     setMouseTracking(true);

@@ -49,15 +49,11 @@ void SetFlightPathProfileDialog::paintTerrain(PathPainter &paint,
 {
     const double left = static_cast<double>(offsetX());
     const double base = static_cast<double>(baseline());
-    QPainterPath path;
-    for (const TerrainPoint &p : line) {
-        const QPointF at = PathPainter::onScreen(left + p.station, base - p.height);
-        if (path.elementCount() == 0)
-            path.moveTo(at);
-        else
-            path.lineTo(at);
-    }
-    paint.stroke(path, Qt::black, 1);
+    QList<QPointF> ground;
+    ground.reserve(static_cast<qsizetype>(line.size()));
+    for (const TerrainPoint &p : line)
+        ground.append(PathPainter::onScreen(left + p.station, base - p.height));
+    paint.stroke(ground, Qt::black, 1);
 }
 
 void SetFlightPathProfileDialog::paintCurve(PathPainter &paint,

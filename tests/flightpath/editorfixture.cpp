@@ -21,8 +21,9 @@ EditorFixture::EditorFixture()
 QString EditorFixture::texture(int width, int height)
 {
     QString name = m_folder.filePath("texture.png");
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(QColor(100, 140, 90));
+    QImage image(width, height,
+                 ground.alpha() < 255 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    image.fill(ground);
     image.save(name);
     return name;
 }

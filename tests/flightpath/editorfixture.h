@@ -60,6 +60,7 @@ public:
     QList<Waypoint> ways;
     int level = 0;
     double zScale = 1.0;
+    QColor ground{100, 140, 90}; // of the texture
     std::unique_ptr<SetFlightPathDialog> plan;
     SetFlightPathProfileDialog *profile = nullptr;
 

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
@@ -34,6 +35,8 @@ private slots:
     void scrolledPictureKeepsItsPlaces();
     // Painting
     void pictureShowsThePath();
+    void dragLeavesNoTraces_data();
+    void dragLeavesNoTraces();
     // Odd input
     void extremeNumbersAreBorne();
     void smallestTextureIsBorne();
@@ -315,6 +318,32 @@ void TestSetFlightPathDialog::pictureShowsThePath()
     QVERIFY2(disc.blue() > disc.red() + 50, qPrintable(disc.name()));
     QCOMPARE(f.planColour(60, 130), QColor(100, 140, 90));
     QCOMPARE(f.planColour(150, 75), QColor(100, 140, 90));
+}
+
+void TestSetFlightPathDialog::dragLeavesNoTraces_data()
+{
+    QTest::addColumn<QColor>("ground");
+    QTest::newRow("opaque texture") << QColor(100, 140, 90);
+    QTest::newRow("transparent texture") << QColor(100, 140, 90, 60);
+}
+
+// What stands on the screen after a drag is what a picture drawn from nothing shows.
+void TestSetFlightPathDialog::dragLeavesNoTraces()
+{
+    QFETCH(QColor, ground);
+    EditorFixture f;
+    f.ground = ground;
+    f.openSquare();
+    f.dragPlan({{20, 100}, {24, 104}, {150, 130}, {60, 120}});
+    f.paint();
+    const QImage shown = f.plan->screen()
+                             ->grabWindow(f.plan->winId())
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32);
+    const QImage drawn = f.plan->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect picture(QPoint(115, 0) * drawn.devicePixelRatio(),
+                        QSize(200, 150) * drawn.devicePixelRatio());
+    QCOMPARE(shown.copy(picture), drawn.copy(picture));
 }
 
 void TestSetFlightPathDialog::extremeNumbersAreBorne()
