@@ -28,8 +28,8 @@ SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
                                          double zE, const QString &textureFile,
                                          const QString &elevationFile, double scaleX,
                                          double scaleY)
-    : ui(std::make_unique<Ui_SetFlightPathDialog>()), controlPoints(&points),
-      waypoints(&ways), waypointLevel(&level)
+    : PathEditor(nullptr, points, ways, level),
+      ui(std::make_unique<Ui_SetFlightPathDialog>())
 {
     ui->setupUi(this);
     // The program ends with its main window, whose documents end their editors.

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "flightpath/controlpoint.h"
+#include "flightpath/patheditor.h"
 #include "flightpath/pathpainter.h"
-#include "flightpath/waypoint.h"
 
 #include <QBitmap>
-#include <QCursor>
-#include <QDialog>
 #include <QImage>
-#include <QList>
 #include <QPixmap>
 
 #include <memory>
@@ -24,7 +20,7 @@ class Ui_SetFlightPathDialog;
 ///
 /// It works on lists that its owner lends, together with the profile editor, which
 /// it makes and destroys. Painting is what keeps the waypoints on the curve.
-class SetFlightPathDialog : public QDialog {
+class SetFlightPathDialog : public PathEditor {
     Q_OBJECT
 
 public:
@@ -65,9 +61,21 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
+    [[nodiscard]] bool isInside(const QPoint &plan) const override;
+    [[nodiscard]] int checkForControlPoint(int x, int y) const override;
+    [[nodiscard]] int checkForDirectionPoint(int x, int y) const override;
+    void movePoint(ControlPoint &point, const QPoint &plan) override;
+    bool turnHandle(Waypoint &waypoint, const QPoint &plan) override;
+    void dropPoint(const QPoint &plan) override;
+    void click(const QPoint &plan) override;
+    [[nodiscard]] QString placeText(const QPoint &plan) const override;
+    [[nodiscard]] QString handleText(const Waypoint &waypoint) const override;
+    [[nodiscard]] QCursor pointCursor() const override;
+    [[nodiscard]] QCursor handleCursor() const override;
+    void showText(const QString &text) override;
+    void updatePicture() override;
+
 private:
-    [[nodiscard]] int checkForControlPoint(int x, int y) const;
-    [[nodiscard]] int checkForDirectionPoint(int x, int y) const;
     void harmonizeAngles();
 
     bool loadFiles(const QString &textureFile, const QString &elevationFile,
@@ -82,13 +90,6 @@ private:
 
     /// Plan position of a place in the dialog.
     [[nodiscard]] QPoint toPlan(int ex, int ey) const;
-    [[nodiscard]] bool isInside(const QPoint &plan) const;
-    void showPosition(const QPoint &plan);
-    void showDirection(const Waypoint &waypoint);
-    void hover(const QPoint &plan, bool leftHeld);
-    void click(const QPoint &plan);
-    /// Drops a drag whose point or waypoint the lists have lost meanwhile.
-    void forgetLostDrags();
     void updateActionsAndWaypoints();
     /// Does to the lists what the next repaint would.
     void followCurve();
@@ -105,17 +106,12 @@ private:
     QScrollArea *scrollArea = nullptr;
     double scaleFactor = 1.0; // the picture is always shown as it is
     Label *imageWidget = nullptr;
-    QList<ControlPoint> *controlPoints;
-    QList<Waypoint> *waypoints;
-    int *waypointLevel;
-    int dragIndex = -1; // control point in hand
     bool plusPressed = false;
     bool minusPressed = false;
     QCursor plusCursor;
     QBitmap plusBitmap, plusMask;
     int focusX = 0; // last pointer position in the plan
     int focusY = 0;
-    int directionIndex = -1; // waypoint whose direction handle is in hand
     QCursor directionCursor;
     QBitmap directionBitmap, directionMask;
     std::unique_ptr<SetFlightPathProfileDialog> profileDialog;

@@ -42,25 +42,41 @@ int SetFlightPathDialog::checkForDirectionPoint(int x, int y) const
     return directionHandleAt(*waypoints, x, y);
 }
 
-void SetFlightPathDialog::showPosition(const QPoint &plan)
+void SetFlightPathDialog::movePoint(ControlPoint &point, const QPoint &plan)
 {
-    ui->labelCoordinates->setText(
-        QStringLiteral("%1/%2").arg(plan.x()).arg(texturePixmap.height() - 1 - plan.y()));
+    point.x = plan.x();
+    point.y = plan.y();
 }
 
-void SetFlightPathDialog::showDirection(const Waypoint &waypoint)
+bool SetFlightPathDialog::turnHandle(Waypoint &waypoint, const QPoint &plan)
 {
-    ui->labelCoordinates->setText(
-        QStringLiteral("%1\u00b0").arg(waypoint.a * 180 / Pi, 0, 'f', 1));
+    return turnTowards(waypoint, plan.x(), plan.y());
 }
 
-void SetFlightPathDialog::forgetLostDrags()
+QString SetFlightPathDialog::placeText(const QPoint &plan) const
 {
-    if (dragIndex >= controlPoints->size())
-        dragIndex = -1;
-    if (directionIndex >= waypoints->size())
-        directionIndex = -1;
+    return QStringLiteral("%1/%2").arg(plan.x()).arg(texturePixmap.height() - 1 -
+                                                     plan.y());
 }
+
+QString SetFlightPathDialog::handleText(const Waypoint &waypoint) const
+{
+    return QStringLiteral("%1\u00b0").arg(waypoint.a * 180 / Pi, 0, 'f', 1);
+}
+
+QCursor SetFlightPathDialog::pointCursor() const
+{
+    return plusPressed ? plusCursor : PathEditor::pointCursor();
+}
+
+QCursor SetFlightPathDialog::handleCursor() const { return directionCursor; }
+
+void SetFlightPathDialog::showText(const QString &text)
+{
+    ui->labelCoordinates->setText(text);
+}
+
+void SetFlightPathDialog::updatePicture() { imageWidget->update(); }
 
 // Moves and releases over the picture. On their way up through the parents they would
 // be rounded to the next pixel, which half way over the last one lies outside.
@@ -87,48 +103,7 @@ void SetFlightPathDialog::mouseMoveEvent(QMouseEvent *event)
     const QPoint plan = toPlan(at.x(), at.y());
     focusX = plan.x();
     focusY = plan.y();
-    forgetLostDrags();
-    if (!isInside(plan)) {
-        ui->labelCoordinates->clear();
-    } else if (dragIndex >= 0) {
-        showPosition(plan);
-        (*controlPoints)[dragIndex].x = plan.x();
-        (*controlPoints)[dragIndex].y = plan.y();
-        imageWidget->update();
-    } else if (directionIndex >= 0) {
-        turnTowards((*waypoints)[directionIndex], plan.x(), plan.y());
-        showDirection(waypoints->at(directionIndex));
-        imageWidget->update();
-    } else {
-        showPosition(plan);
-        hover(plan, event->buttons().testFlag(Qt::LeftButton));
-    }
-}
-
-// Nothing is in hand: shows by the cursor what could be, and takes it with the left
-// button held.
-void SetFlightPathDialog::hover(const QPoint &plan, bool leftHeld)
-{
-    if (const int point = checkForControlPoint(plan.x(), plan.y()); point >= 0) {
-        if (leftHeld) {
-            (*controlPoints)[point].x = plan.x();
-            (*controlPoints)[point].y = plan.y();
-            dragIndex = point;
-            imageWidget->update();
-        }
-        setCursor(plusPressed ? plusCursor : QCursor(Qt::CrossCursor));
-        return;
-    }
-    const int direction = checkForDirectionPoint(plan.x(), plan.y());
-    if (direction < 0) {
-        setCursor(Qt::ArrowCursor);
-        return;
-    }
-    setCursor(directionCursor);
-    if (leftHeld && turnTowards((*waypoints)[direction], plan.x(), plan.y())) {
-        directionIndex = direction;
-        imageWidget->update();
-    }
+    pointerMoved(plan, event->buttons().testFlag(Qt::LeftButton));
 }
 
 void SetFlightPathDialog::mouseReleaseEvent(QMouseEvent *event)
@@ -138,33 +113,19 @@ void SetFlightPathDialog::mouseReleaseEvent(QMouseEvent *event)
         return;
     }
     const QPoint at = pixelUnder(event);
-    const QPoint plan = toPlan(at.x(), at.y());
-    if (!isInside(plan)) {
-        ui->labelCoordinates->clear();
+    if (!pointerReleased(toPlan(at.x(), at.y())))
         return;
-    }
-    forgetLostDrags();
-    if (directionIndex >= 0) {
-        if (turnTowards((*waypoints)[directionIndex], plan.x(), plan.y())) {
-            directionIndex = -1;
-            setCursor(Qt::ArrowCursor);
-        }
-    } else if (dragIndex >= 0) {
-        if (plusPressed) {
-            controlPoints->insert(dragIndex, {plan.x(), plan.y(), NewPointHeight, 0.0});
-        } else {
-            (*controlPoints)[dragIndex].x = plan.x();
-            (*controlPoints)[dragIndex].y = plan.y();
-            dragIndex = -1;
-        }
-    } else {
-        click(plan);
-    }
     updateActionsAndWaypoints();
-    imageWidget->update();
-    showPosition(plan);
     if (profileDialog)
         profileDialog->updateWaypointList();
+}
+
+void SetFlightPathDialog::dropPoint(const QPoint &plan)
+{
+    if (plusPressed)
+        controlPoints->insert(dragIndex, {plan.x(), plan.y(), NewPointHeight, 0.0});
+    else
+        PathEditor::dropPoint(plan);
 }
 
 void SetFlightPathDialog::click(const QPoint &plan)

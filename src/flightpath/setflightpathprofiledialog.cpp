@@ -26,9 +26,9 @@ SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
                                                        QList<ControlPoint> &points,
                                                        QList<Waypoint> &ways, int &level,
                                                        double zA, double zE)
-    : QDialog(parent), ui(std::make_unique<Ui_SetFlightPathProfileDialog>()),
-      elevationImage(elevation), controlPoints(&points), waypoints(&ways),
-      waypointLevel(&level), zScaleA(zA), zScaleE(zE), refreshTimer(new QTimer(this))
+    : PathEditor(parent, points, ways, level),
+      ui(std::make_unique<Ui_SetFlightPathProfileDialog>()), elevationImage(elevation),
+      zScaleA(zA), zScaleE(zE), refreshTimer(new QTimer(this))
 {
     ui->setupUi(this);
     completeHelp(this);
@@ -112,69 +112,47 @@ int SetFlightPathProfileDialog::checkForDirectionPoint(int station, int height) 
     return pitchHandleAt(*waypoints, handleLength, station, height);
 }
 
-void SetFlightPathProfileDialog::showPosition(const QPoint &place)
+// Only heights move here.
+void SetFlightPathProfileDialog::movePoint(ControlPoint &point, const QPoint &place)
 {
-    ui->labelCoordinates->setText(QStringLiteral("%1/%2").arg(place.x()).arg(place.y()));
+    point.z = place.y();
 }
 
-void SetFlightPathProfileDialog::showPitch(const Waypoint &waypoint)
+// The station is taken back by the next repaint.
+void SetFlightPathProfileDialog::dragBegun(const QPoint &place)
 {
-    ui->labelCoordinates->setText(
-        QStringLiteral("%1\u00b0").arg(waypoint.p * 180 / Pi, 0, 'f', 1));
+    if (dragIndex >= 0)
+        (*controlPoints)[dragIndex].i = place.x();
 }
 
-void SetFlightPathProfileDialog::forgetLostDrags()
+bool SetFlightPathProfileDialog::turnHandle(Waypoint &waypoint, const QPoint &place)
 {
-    if (dragIndex >= controlPoints->size())
-        dragIndex = -1;
-    if (directionIndex >= waypoints->size())
-        directionIndex = -1;
+    return tiltTowards(waypoint, place.x(), place.y());
 }
+
+QString SetFlightPathProfileDialog::placeText(const QPoint &place) const
+{
+    return QStringLiteral("%1/%2").arg(place.x()).arg(place.y());
+}
+
+QString SetFlightPathProfileDialog::handleText(const Waypoint &waypoint) const
+{
+    return QStringLiteral("%1\u00b0").arg(waypoint.p * 180 / Pi, 0, 'f', 1);
+}
+
+QCursor SetFlightPathProfileDialog::handleCursor() const { return pitchCursor; }
+
+void SetFlightPathProfileDialog::showText(const QString &text)
+{
+    ui->labelCoordinates->setText(text);
+}
+
+void SetFlightPathProfileDialog::updatePicture() { update(); }
 
 void SetFlightPathProfileDialog::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint at = pixelUnder(event);
-    const QPoint place = toProfile(at.x(), at.y());
-    forgetLostDrags();
-    if (!isInside(place)) {
-        ui->labelCoordinates->clear();
-    } else if (dragIndex >= 0) {
-        showPosition(place);
-        (*controlPoints)[dragIndex].z = place.y();
-        update();
-    } else if (directionIndex >= 0) {
-        tiltTowards((*waypoints)[directionIndex], place.x(), place.y());
-        showPitch(waypoints->at(directionIndex));
-        update();
-    } else {
-        showPosition(place);
-        hover(place, event->buttons().testFlag(Qt::LeftButton));
-    }
-}
-
-void SetFlightPathProfileDialog::hover(const QPoint &place, bool leftHeld)
-{
-    if (const int point = checkForControlPoint(place.x(), place.y()); point >= 0) {
-        if (leftHeld) {
-            // The station is taken back by the next repaint: only heights move here.
-            (*controlPoints)[point].i = place.x();
-            (*controlPoints)[point].z = place.y();
-            dragIndex = point;
-            update();
-        }
-        setCursor(Qt::CrossCursor);
-        return;
-    }
-    const int direction = checkForDirectionPoint(place.x(), place.y());
-    if (direction < 0) {
-        setCursor(Qt::ArrowCursor);
-        return;
-    }
-    setCursor(pitchCursor);
-    if (leftHeld && tiltTowards((*waypoints)[direction], place.x(), place.y())) {
-        directionIndex = direction;
-        update();
-    }
+    pointerMoved(toProfile(at.x(), at.y()), event->buttons().testFlag(Qt::LeftButton));
 }
 
 void SetFlightPathProfileDialog::mouseReleaseEvent(QMouseEvent *event)
@@ -184,22 +162,7 @@ void SetFlightPathProfileDialog::mouseReleaseEvent(QMouseEvent *event)
         return;
     }
     const QPoint at = pixelUnder(event);
-    const QPoint place = toProfile(at.x(), at.y());
-    if (!isInside(place)) {
-        ui->labelCoordinates->clear();
-        return;
-    }
-    forgetLostDrags();
-    if (dragIndex >= 0) {
-        (*controlPoints)[dragIndex].z = place.y();
-        dragIndex = -1;
-    } else if (directionIndex >= 0 &&
-               tiltTowards((*waypoints)[directionIndex], place.x(), place.y())) {
-        directionIndex = -1;
-        setCursor(Qt::ArrowCursor);
-    }
-    update();
-    showPosition(place);
+    pointerReleased(toProfile(at.x(), at.y()));
 }
 
 void SetFlightPathProfileDialog::updateWaypointList()

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "flightpath/controlpoint.h"
 #include "flightpath/flightprofile.h"
+#include "flightpath/patheditor.h"
 #include "flightpath/pathpainter.h"
-#include "flightpath/waypoint.h"
 
 #include <QBitmap>
-#include <QCursor>
-#include <QDialog>
-#include <QList>
 
 #include <memory>
 
@@ -22,7 +18,7 @@ class Ui_SetFlightPathProfileDialog;
 ///
 /// It belongs to the plan editor and shares its lists. It repaints once a second, so
 /// that what happens in the plan shows here. The user cannot close it.
-class SetFlightPathProfileDialog : public QDialog {
+class SetFlightPathProfileDialog : public PathEditor {
     Q_OBJECT
 
 public:
@@ -54,21 +50,24 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
-private:
-    [[nodiscard]] int checkForControlPoint(int station, int height) const;
-    [[nodiscard]] int checkForDirectionPoint(int station, int height) const;
+    [[nodiscard]] bool isInside(const QPoint &place) const override;
+    [[nodiscard]] int checkForControlPoint(int station, int height) const override;
+    [[nodiscard]] int checkForDirectionPoint(int station, int height) const override;
+    void movePoint(ControlPoint &point, const QPoint &place) override;
+    bool turnHandle(Waypoint &waypoint, const QPoint &place) override;
+    void dragBegun(const QPoint &place) override;
+    [[nodiscard]] QString placeText(const QPoint &place) const override;
+    [[nodiscard]] QString handleText(const Waypoint &waypoint) const override;
+    [[nodiscard]] QCursor handleCursor() const override;
+    void showText(const QString &text) override;
+    void updatePicture() override;
 
+private:
     void loadCursor();
     void placeScrollBars();
     void setScrollRanges();
     /// Station and height of a place in the dialog, as x and y.
     [[nodiscard]] QPoint toProfile(int ex, int ey) const;
-    [[nodiscard]] bool isInside(const QPoint &place) const;
-    void showPosition(const QPoint &place);
-    void showPitch(const Waypoint &waypoint);
-    void hover(const QPoint &place, bool leftHeld);
-    /// Drops a drag whose point or waypoint the lists have lost meanwhile.
-    void forgetLostDrags();
     [[nodiscard]] std::vector<TerrainPoint> terrain() const;
 
     [[nodiscard]] qint64 offsetX() const;
@@ -89,12 +88,7 @@ private:
     int handleLength = 40;
     int marginX = 100;
     int marginY = 100;
-    int dragIndex = -1;      // control point in hand
-    int directionIndex = -1; // waypoint whose pitch handle is in hand
     const ElevationImage *elevationImage;
-    QList<ControlPoint> *controlPoints;
-    QList<Waypoint> *waypoints;
-    int *waypointLevel;
     double zScaleA; // of terrain heights
     double zScaleE; // kept beside it
     QCursor pitchCursor;
