@@ -20,6 +20,10 @@ public:
                int &level);
 
 protected:
+    [[nodiscard]] bool isDragging() const
+    {
+        return dragIndex >= 0 || directionIndex >= 0;
+    }
     void pointerMoved(const QPoint &place, bool leftHeld);
     /// The left button's release; false outside of the picture, where it does nothing.
     bool pointerReleased(const QPoint &place);

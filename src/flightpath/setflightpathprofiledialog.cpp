@@ -84,8 +84,14 @@ qint64 SetFlightPathProfileDialog::offsetX() const
     return qint64(profileLeft) - ui->horizontalScrollBar->value();
 }
 
-// Screen y of height 0.
+// A drag changes the extent and with it the axis: followed at once, the point would run
+// away from the pointer, or with it.
 qint64 SetFlightPathProfileDialog::baseline() const
+{
+    return isDragging() ? heldBaseline : movingBaseline();
+}
+
+qint64 SetFlightPathProfileDialog::movingBaseline() const
 {
     const QScrollBar *const bar = ui->verticalScrollBar;
     return qint64(bar->maximum()) + height() + zMin - bar->minimum() - bar->value();
@@ -118,9 +124,10 @@ void SetFlightPathProfileDialog::movePoint(ControlPoint &point, const QPoint &pl
     point.z = place.y();
 }
 
-// The station is taken back by the next repaint.
 void SetFlightPathProfileDialog::dragBegun(const QPoint &place)
 {
+    heldBaseline = movingBaseline();
+    // The station is taken back by the next repaint.
     if (dragIndex >= 0)
         (*controlPoints)[dragIndex].i = place.x();
 }

@@ -71,7 +71,10 @@ private:
     [[nodiscard]] std::vector<TerrainPoint> terrain() const;
 
     [[nodiscard]] qint64 offsetX() const;
+    /// Screen y of height 0, which stands still during a drag.
     [[nodiscard]] qint64 baseline() const;
+    /// The same as extent and scroll bars have it.
+    [[nodiscard]] qint64 movingBaseline() const;
     void paintControlPointNumbers(PathPainter &paint) const;
     void paintTerrain(PathPainter &paint, const std::vector<TerrainPoint> &line) const;
     void paintCurve(PathPainter &paint, const QList<QPoint> &curve) const;
@@ -85,6 +88,7 @@ private:
     int profileWidth = 800; // length of all stations
     int zMax = 100;
     int zMin = 0;
+    qint64 heldBaseline = 0; // while something is in hand
     int handleLength = 40;
     int marginX = 100;
     int marginY = 100;

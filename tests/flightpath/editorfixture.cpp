@@ -100,9 +100,9 @@ void EditorFixture::dragPlan(const QList<QPoint> &places)
     releasePlan(places.last().x(), places.last().y());
 }
 
-QPoint EditorFixture::profilePixel(int station, int height) const
+// Screen y of height 0.
+int EditorFixture::baseline() const
 {
-    const auto *across = profile->findChild<QScrollBar *>("horizontalScrollBar");
     const auto *up = profile->findChild<QScrollBar *>("verticalScrollBar");
     int lowest = 1000000;
     for (const ControlPoint &p : points)
@@ -110,8 +110,14 @@ QPoint EditorFixture::profilePixel(int station, int height) const
     // The terrain begins at height 0 in the west.
     lowest =
         points.size() > 1 ? qMin(lowest, int(points.first().x * zScale / 2)) : lowest;
-    return {200 - across->value() + station, up->maximum() + profile->height() + lowest -
-                                                 up->minimum() - up->value() - height};
+    return up->maximum() + profile->height() + lowest - up->minimum() - up->value();
+}
+
+QPoint EditorFixture::profilePixel(int station, int height) const
+{
+    const auto *across = profile->findChild<QScrollBar *>("horizontalScrollBar");
+    return {200 - across->value() + station,
+            m_heldBaseline.value_or(baseline()) - height};
 }
 
 void EditorFixture::moveProfile(int station, int height)
@@ -122,6 +128,7 @@ void EditorFixture::moveProfile(int station, int height)
 
 void EditorFixture::pressProfile(int station, int height)
 {
+    m_heldBaseline = baseline();
     QTest::mousePress(profile->windowHandle(), Qt::LeftButton, {},
                       profilePixel(station, height));
 }
@@ -130,6 +137,7 @@ void EditorFixture::releaseProfile(int station, int height)
 {
     QTest::mouseRelease(profile->windowHandle(), Qt::LeftButton, {},
                         profilePixel(station, height));
+    m_heldBaseline.reset();
     QCoreApplication::processEvents();
 }
 

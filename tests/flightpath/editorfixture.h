@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 /// Both editors over a texture of 200 by 150 pixels and a terrain that rises to the
 /// east, driven as a user does: by pointer, keys and menus.
@@ -32,7 +33,8 @@ public:
     /// Presses, leads the pointer over the places and releases at the last.
     void dragPlan(const QList<QPoint> &places);
 
-    /// The same over the profile: station and height.
+    /// The same over the profile: station and height. From the press to the release
+    /// they stand where they stood at the press.
     void moveProfile(int station, int height);
     void pressProfile(int station, int height);
     void releaseProfile(int station, int height);
@@ -66,6 +68,8 @@ public:
 
 private:
     [[nodiscard]] QPoint planPixel(int x, int y) const;
+    [[nodiscard]] int baseline() const;
     QTemporaryDir m_folder;
     QLabel *m_picture = nullptr;
+    std::optional<int> m_heldBaseline;
 };

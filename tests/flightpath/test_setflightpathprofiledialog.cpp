@@ -19,6 +19,14 @@ void openLevel(EditorFixture &f)
     f.paint();
 }
 
+// In a window that does not show all heights, so that the axis follows the extent.
+void openLow(EditorFixture &f)
+{
+    openLevel(f);
+    f.profile->resize(600, 250);
+    f.paint();
+}
+
 QScrollBar *bar(const EditorFixture &f, const char *name)
 {
     return f.profile->findChild<QScrollBar *>(name);
@@ -37,6 +45,11 @@ private slots:
     void onePointHasNoLength();
     void stationsAreRebuilt();
     void heightFollowsTheDrag();
+    void pointStaysUnderThePointer();
+    void handleStaysUnderThePointer();
+    void axisJumpsWithTheRelease();
+    void extentGoesOnDuringADrag();
+    void pictureStandsStillDuringADrag();
     void curveFollowsWithinASecond();
     void clickChangesNoPoints();
     void releaseOutsideKeepsTheDrag();
@@ -163,6 +176,103 @@ void TestSetFlightPathProfileDialog::heightFollowsTheDrag()
     QCOMPARE(f.points[1].x, 60);
     f.moveProfile(90, 50);
     QCOMPARE(f.points[1].z, 160);
+}
+
+// Each repaint widens the axis; the pointer moves by screen pixels alone.
+void TestSetFlightPathProfileDialog::pointStaysUnderThePointer()
+{
+    EditorFixture f;
+    openLow(f);
+    f.pressProfile(60, 100);
+    for (int up = 2; up <= 30; up += 4) {
+        f.moveProfile(60, 100 + up);
+        QCOMPARE(f.points[1].z, 100 + up);
+        QCOMPARE(f.profileText(), QStringLiteral("60/%1").arg(100 + up));
+        f.paint();
+    }
+    for (int down = 30; down >= -150; down -= 20) {
+        f.moveProfile(60, 100 + down);
+        QCOMPARE(f.points[1].z, 100 + down);
+        f.paint();
+    }
+    f.releaseProfile(60, -60);
+    QCOMPARE(f.points[1].z, -60);
+}
+
+void TestSetFlightPathProfileDialog::handleStaysUnderThePointer()
+{
+    EditorFixture f;
+    openLow(f);
+    f.pressProfile(130, 100);
+    f.moveProfile(131, 101);
+    f.points[0].z = -300; // as if the plan had changed meanwhile
+    f.points[3].z = 240;
+    f.paint();
+    const int z = f.ways[3].z;
+    f.moveProfile(90, z + 60);
+    QVERIFY(near(f.ways[3].p, Pi / 2));
+    f.paint();
+    f.moveProfile(130, z + 40);
+    QVERIFY(near(f.ways[3].p, Pi / 4));
+    f.releaseProfile(130, z - 40);
+    QVERIFY(near(f.ways[3].p, -Pi / 4));
+}
+
+void TestSetFlightPathProfileDialog::axisJumpsWithTheRelease()
+{
+    EditorFixture f;
+    openLow(f);
+    const QPoint before = f.profilePixel(60, 100);
+    f.pressProfile(60, 100);
+    f.moveProfile(60, 102);
+    f.moveProfile(60, 190);
+    f.paint();
+    f.moveProfile(60, 192);
+    QCOMPARE(f.profileText(), "60/192");
+    f.releaseProfile(60, 192);
+    f.paint();
+    const QPoint after = f.profilePixel(60, 100);
+    QVERIFY(after != before);
+    f.moveProfile(60, 192); // where the new axis has it
+    QCOMPARE(f.profileText(), "60/192");
+    QCOMPARE(f.profile->cursor().shape(), Qt::CrossCursor);
+}
+
+void TestSetFlightPathProfileDialog::extentGoesOnDuringADrag()
+{
+    EditorFixture f;
+    openLow(f);
+    QCOMPARE(bar(f, "verticalScrollBar")->maximum(), 100 + 300 - 1 - 0 - 249);
+    f.pressProfile(60, 100);
+    f.moveProfile(60, 102);
+    f.moveProfile(60, 180);
+    f.paint();
+    QCOMPARE(bar(f, "verticalScrollBar")->maximum(), 180 + 300 - 1 - 0 - 249);
+    f.moveProfile(60, 279); // inside since the top is at 180
+    QCOMPARE(f.profileText(), "60/279");
+    f.moveProfile(60, 380);
+    QCOMPARE(f.profileText(), QString());
+    QCOMPARE(f.points[1].z, 279);
+}
+
+void TestSetFlightPathProfileDialog::pictureStandsStillDuringADrag()
+{
+    EditorFixture f;
+    openLow(f);
+    f.pressProfile(60, 100);
+    f.moveProfile(60, 102);
+    f.paint();
+    // A piece of the terrain, which runs at half the station.
+    const QImage before = f.profile->grab().toImage();
+    const qreal scale = before.devicePixelRatio();
+    const QRect piece((QPointF(f.profilePixel(140, 80)) * scale).toPoint(),
+                      QSize(14, 18) * scale);
+    f.moveProfile(60, 160);
+    f.paint();
+    QCOMPARE(f.profile->grab().toImage().copy(piece), before.copy(piece));
+    f.releaseProfile(60, 160);
+    f.paint();
+    QVERIFY(f.profile->grab().toImage().copy(piece) != before.copy(piece));
 }
 
 void TestSetFlightPathProfileDialog::curveFollowsWithinASecond()
