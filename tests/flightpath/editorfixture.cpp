@@ -63,6 +63,22 @@ void EditorFixture::openSquare()
     open();
 }
 
+void EditorFixture::openLevel()
+{
+    points = {
+        {0, 75, 100, 0.0}, {60, 75, 100, 0.0}, {120, 75, 100, 0.0}, {180, 75, 100, 0.0}};
+    ways = QList<Waypoint>(7, Waypoint(0, 0, 0, 0.0, 0.0));
+    open();
+    paint();
+}
+
+void EditorFixture::openLow()
+{
+    openLevel();
+    profile->resize(600, 250);
+    paint();
+}
+
 QPoint EditorFixture::planPixel(int x, int y) const
 {
     return m_picture->mapTo(

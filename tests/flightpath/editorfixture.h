@@ -24,6 +24,10 @@ public:
     void open(int width = 200, int height = 150);
     /// The four points of one Bezier segment and their seven waypoints, shown.
     void openSquare();
+    /// A level path, 180 long, over terrain that rises from 0 to 90.
+    void openLevel();
+    /// The same in a window that does not show all heights: the axis follows the extent.
+    void openLow();
 
     /// Pointer over the plan: x and y of the plan, y upward.
     void movePlan(int x, int y);
