@@ -109,6 +109,9 @@ void SetFlightPathDialog::makeImageWidget()
     scrollArea->viewport()->setMouseTracking(true);
     imageWidget->setMouseTracking(true);
     imageWidget->installEventFilter(this);
+    for (QWidget *widget : findChildren<QWidget *>())
+        if (widget->focusPolicy() != Qt::NoFocus)
+            widget->installEventFilter(this);
 }
 
 void SetFlightPathDialog::connectSignals()

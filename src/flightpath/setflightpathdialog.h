@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flightpath/heldkey.h"
 #include "flightpath/patheditor.h"
 #include "flightpath/pathpainter.h"
 
@@ -52,6 +53,7 @@ private slots:
     void focus();
 
 protected:
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -90,6 +92,10 @@ private:
 
     /// Plan position of a place in the dialog.
     [[nodiscard]] QPoint toPlan(int ex, int ey) const;
+    /// "+" has come up: the cursor of a drag or of the point under it, or the arrow.
+    void endPlus();
+    /// The keys' releases go elsewhere from now on.
+    void letKeysGo();
     void updateActionsAndWaypoints();
     /// Does to the lists what the next repaint would.
     void followCurve();
@@ -106,8 +112,8 @@ private:
     QScrollArea *scrollArea = nullptr;
     double scaleFactor = 1.0; // the picture is always shown as it is
     Label *imageWidget = nullptr;
-    bool plusPressed = false;
-    bool minusPressed = false;
+    HeldKey plusPressed{Qt::Key_Plus};
+    HeldKey minusPressed{Qt::Key_Minus};
     QCursor plusCursor;
     QBitmap plusBitmap, plusMask;
     int focusX = 0; // last pointer position in the plan

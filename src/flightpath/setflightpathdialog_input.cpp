@@ -8,6 +8,7 @@
 #include "shell/label.h"
 
 #include <QCloseEvent>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -78,10 +79,22 @@ void SetFlightPathDialog::showText(const QString &text)
 
 void SetFlightPathDialog::updatePicture() { imageWidget->update(); }
 
+bool SetFlightPathDialog::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowDeactivate ||
+        event->type() == QEvent::WindowBlocked)
+        letKeysGo();
+    return QDialog::event(event);
+}
+
 // Moves and releases over the picture. On their way up through the parents they would
-// be rounded to the next pixel, which half way over the last one lies outside.
+// be rounded to the next pixel, which half way over the last one lies outside. And the
+// focus of any widget: an open menu takes the keys, while the window stays active.
 bool SetFlightPathDialog::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent *>(event)->reason() == Qt::PopupFocusReason)
+        letKeysGo();
     const bool isMove = event->type() == QEvent::MouseMove;
     if (watched != imageWidget ||
         (!isMove && event->type() != QEvent::MouseButtonRelease))
@@ -150,14 +163,14 @@ void SetFlightPathDialog::keyPressEvent(QKeyEvent *event)
         event->ignore();
         return;
     }
+    plusPressed.press(*event);
+    minusPressed.press(*event);
     if (event->key() == Qt::Key_Plus) {
-        plusPressed = true;
-        minusPressed = false;
+        minusPressed.letGo();
         if (checkForControlPoint(focusX, focusY) >= 0)
             setCursor(plusCursor);
     } else if (event->key() == Qt::Key_Minus) {
-        minusPressed = true;
-        plusPressed = false;
+        plusPressed.letGo();
     } else {
         event->ignore();
     }
@@ -166,19 +179,30 @@ void SetFlightPathDialog::keyPressEvent(QKeyEvent *event)
 
 void SetFlightPathDialog::keyReleaseEvent(QKeyEvent *event)
 {
-    // A key that repeats itself is still held.
-    if (event->key() == Qt::Key_Plus && !event->isAutoRepeat()) {
-        plusPressed = false;
-        const bool onPoint = dragIndex >= 0 || checkForControlPoint(focusX, focusY) >= 0;
-        setCursor(onPoint ? Qt::CrossCursor : Qt::ArrowCursor);
-    } else if (event->key() == Qt::Key_Minus && !event->isAutoRepeat()) {
-        minusPressed = false;
-    }
+    if (plusPressed.release(*event))
+        endPlus();
+    minusPressed.release(*event);
     QDialog::keyReleaseEvent(event);
+}
+
+void SetFlightPathDialog::endPlus()
+{
+    const bool onPoint = dragIndex >= 0 || checkForControlPoint(focusX, focusY) >= 0;
+    setCursor(onPoint ? Qt::CrossCursor : Qt::ArrowCursor);
+}
+
+void SetFlightPathDialog::letKeysGo()
+{
+    const bool wasPlus = bool(plusPressed);
+    plusPressed.letGo();
+    minusPressed.letGo();
+    if (wasPlus)
+        endPlus();
 }
 
 void SetFlightPathDialog::contextMenuEvent(QContextMenuEvent *event)
 {
+    letKeysGo();
     menuX = event->x();
     menuY = event->y();
     // Not executed in a loop of its own, which the end of the editor would outlive.
