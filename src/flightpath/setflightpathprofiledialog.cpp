@@ -7,16 +7,20 @@
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include "ui_setflightpathprofiledialog.h"
 
 namespace {
 
 constexpr int RefreshMilliseconds = 1000;
+constexpr int ScrollStep = 20;
 const QPoint CursorHotSpot(9, 15);
 
 } // namespace
@@ -68,6 +72,11 @@ void SetFlightPathProfileDialog::placeScrollBars()
     ui->horizontalScrollBar->setGeometry(
         profileLeft, bottom, qMax(0, right - profileLeft), horizontalBarHeight);
     ui->verticalScrollBar->setGeometry(right, 0, verticalBarWidth, qMax(0, bottom));
+    for (QScrollBar *bar : {ui->horizontalScrollBar, ui->verticalScrollBar})
+        bar->setSingleStep(ScrollStep);
+    // The part of the path that the bars leave to be seen.
+    ui->horizontalScrollBar->setPageStep(qMax(ScrollStep, right - profileLeft));
+    ui->verticalScrollBar->setPageStep(qMax(ScrollStep, bottom));
 }
 
 void SetFlightPathProfileDialog::setScrollRanges()
@@ -170,6 +179,20 @@ void SetFlightPathProfileDialog::mouseReleaseEvent(QMouseEvent *event)
     }
     const QPoint at = pixelUnder(event);
     pointerReleased(toProfile(at.x(), at.y()));
+}
+
+// The wheel over the picture scrolls: upward, or along where there is nothing above.
+// The axis stands still during a drag; what scrolled it then would be seen too late.
+void SetFlightPathProfileDialog::wheelEvent(QWheelEvent *event)
+{
+    const QPoint turn = event->angleDelta();
+    QScrollBar *const across = ui->horizontalScrollBar;
+    QScrollBar *const up = ui->verticalScrollBar;
+    const bool along = qAbs(turn.x()) > qAbs(turn.y()) || up->minimum() == up->maximum();
+    if (along)
+        QCoreApplication::sendEvent(across, event);
+    else if (!isDragging())
+        QCoreApplication::sendEvent(up, event);
 }
 
 void SetFlightPathProfileDialog::updateWaypointList()

@@ -49,6 +49,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
 
     [[nodiscard]] bool isInside(const QPoint &place) const override;
     [[nodiscard]] int checkForControlPoint(int station, int height) const override;

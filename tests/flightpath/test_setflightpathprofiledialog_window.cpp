@@ -1,0 +1,104 @@
+#include "flightpath/editorfixture.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QWheelEvent>
+
+/// Scrolling in the profile's window.
+class TestSetFlightPathProfileDialogWindow : public QObject {
+    Q_OBJECT
+
+private slots:
+    void barsStepAndPage();
+    void wheelScrollsUpwardAndAlong();
+    void wheelScrollsAlongWhereNothingIsAbove();
+    void wheelMovesNothingUnderADrag();
+};
+
+namespace {
+
+QScrollBar *bar(const EditorFixture &f, const char *name)
+{
+    return f.profile->findChild<QScrollBar *>(name);
+}
+
+void turnWheel(QWidget *over, const QPoint &turn)
+{
+    const QPointF at(300, 100);
+    QWheelEvent event(at, over->mapToGlobal(at), {}, turn, Qt::NoButton, {},
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(over, &event);
+}
+
+} // namespace
+
+void TestSetFlightPathProfileDialogWindow::barsStepAndPage()
+{
+    EditorFixture f;
+    f.openLow();
+    const auto *across = bar(f, "horizontalScrollBar");
+    const auto *up = bar(f, "verticalScrollBar");
+    QCOMPARE(across->singleStep(), 20);
+    QCOMPARE(up->singleStep(), 20);
+    QCOMPARE(across->pageStep(), across->width());
+    QCOMPARE(up->pageStep(), up->height());
+    f.profile->resize(480, 300);
+    QCOMPARE(across->pageStep(), 480 - 200 - up->width());
+    QCOMPARE(up->pageStep(), 300 - across->height());
+    const QScrollArea *area = f.plan->findChild<QScrollArea *>();
+    for (const QScrollBar *b : {area->horizontalScrollBar(), area->verticalScrollBar()})
+        QCOMPARE(b->singleStep(), 20);
+    QCOMPARE(area->verticalScrollBar()->pageStep(), area->viewport()->height());
+}
+
+void TestSetFlightPathProfileDialogWindow::wheelScrollsUpwardAndAlong()
+{
+    EditorFixture f;
+    f.openLow();
+    f.profile->resize(300, 200);
+    f.paint();
+    auto *across = bar(f, "horizontalScrollBar");
+    auto *up = bar(f, "verticalScrollBar");
+    up->setValue(up->minimum());
+    across->setValue(across->minimum());
+    turnWheel(f.profile, {0, -120});
+    QCOMPARE(up->value(), up->minimum() + 3 * 20);
+    QCOMPARE(across->value(), across->minimum());
+    turnWheel(f.profile, {0, 120});
+    QCOMPARE(up->value(), up->minimum());
+    turnWheel(f.profile, {-120, 0});
+    QCOMPARE(across->value(), across->minimum() + 3 * 20);
+    QCOMPARE(up->value(), up->minimum());
+}
+
+void TestSetFlightPathProfileDialogWindow::wheelScrollsAlongWhereNothingIsAbove()
+{
+    EditorFixture f;
+    f.open(); // without points: 800 long, 100 high
+    auto *across = bar(f, "horizontalScrollBar");
+    QCOMPARE(bar(f, "verticalScrollBar")->maximum(),
+             bar(f, "verticalScrollBar")->minimum());
+    const int before = across->value();
+    turnWheel(f.profile, {0, -120});
+    QCOMPARE(across->value(), before + 3 * 20);
+}
+
+void TestSetFlightPathProfileDialogWindow::wheelMovesNothingUnderADrag()
+{
+    EditorFixture f;
+    f.openLow();
+    f.pressProfile(60, 100);
+    f.moveProfile(60, 102);
+    f.paint();
+    const int before = bar(f, "verticalScrollBar")->value();
+    turnWheel(f.profile, {0, -120});
+    QCOMPARE(bar(f, "verticalScrollBar")->value(), before);
+    f.moveProfile(60, 110);
+    QCOMPARE(f.points[1].z, 110);
+    f.releaseProfile(60, 110);
+    turnWheel(f.profile, {0, -120});
+    QVERIFY(bar(f, "verticalScrollBar")->value() > before);
+}
+
+QTEST_MAIN(TestSetFlightPathProfileDialogWindow)
+#include "test_setflightpathprofiledialog_window.moc"
