@@ -21,6 +21,9 @@ namespace {
 
 constexpr int RefreshMilliseconds = 1000;
 constexpr int ScrollStep = 20;
+// Greys below are too dark for the black of the terrain and the dark curve.
+constexpr int DarkestGround = 160;
+constexpr QRgb LightGround = 0xffefefef;
 const QPoint CursorHotSpot(9, 15);
 
 } // namespace
@@ -53,6 +56,22 @@ SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
 }
 
 SetFlightPathProfileDialog::~SetFlightPathProfileDialog() = default;
+
+// Terrain and curve keep their dark colours in every palette, so the window keeps a
+// light ground.
+bool SetFlightPathProfileDialog::event(QEvent *event)
+{
+    const bool handled = PathEditor::event(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        setPalette(QPalette());
+    if (event->type() == QEvent::Polish || event->type() == QEvent::PaletteChange ||
+        event->type() == QEvent::ApplicationPaletteChange) {
+        const QColor ground = palette().color(QPalette::Active, QPalette::Window);
+        if (qGray(ground.rgb()) < DarkestGround)
+            setPalette(QPalette(QColor(LightGround)));
+    }
+    return handled;
+}
 
 void SetFlightPathProfileDialog::loadCursor()
 {

@@ -4,7 +4,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
-/// Scrolling in the profile's window.
+/// Scrolling and colours of the profile's window.
 class TestSetFlightPathProfileDialogWindow : public QObject {
     Q_OBJECT
 
@@ -13,6 +13,8 @@ private slots:
     void wheelScrollsUpwardAndAlong();
     void wheelScrollsAlongWhereNothingIsAbove();
     void wheelMovesNothingUnderADrag();
+    void darkPaletteLeavesALightGround();
+    void paletteMayChangeMeanwhile();
 };
 
 namespace {
@@ -28,6 +30,23 @@ void turnWheel(QWidget *over, const QPoint &turn)
     QWheelEvent event(at, over->mapToGlobal(at), {}, turn, Qt::NoButton, {},
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(over, &event);
+}
+
+QPalette darkPalette()
+{
+    QPalette dark(QColor(42, 46, 50));
+    dark.setColor(QPalette::WindowText, Qt::white);
+    return dark;
+}
+
+// Of the picture where nothing is drawn, and of the label's text.
+void checkColours(const EditorFixture &f)
+{
+    const QColor ground = f.profileColour(140, 30);
+    QVERIFY2(ground.lightness() > 200, qPrintable(ground.name()));
+    const auto *label = f.profile->findChild<QLabel *>("labelCoordinates");
+    const QColor text = label->palette().color(label->foregroundRole());
+    QVERIFY2(text.lightness() < 60, qPrintable(text.name()));
 }
 
 } // namespace
@@ -98,6 +117,37 @@ void TestSetFlightPathProfileDialogWindow::wheelMovesNothingUnderADrag()
     f.releaseProfile(60, 110);
     turnWheel(f.profile, {0, -120});
     QVERIFY(bar(f, "verticalScrollBar")->value() > before);
+}
+
+void TestSetFlightPathProfileDialogWindow::darkPaletteLeavesALightGround()
+{
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(darkPalette());
+    {
+        EditorFixture f;
+        f.openLevel();
+        checkColours(f);
+        QVERIFY(f.plan->palette().color(QPalette::Window).lightness() < 100);
+    }
+    QApplication::setPalette(before);
+}
+
+void TestSetFlightPathProfileDialogWindow::paletteMayChangeMeanwhile()
+{
+    const QPalette before = QApplication::palette();
+    EditorFixture f;
+    f.openLevel();
+    const QColor light = f.profileColour(140, 30);
+    QCOMPARE(light, before.color(QPalette::Window));
+    QApplication::setPalette(darkPalette());
+    checkColours(f);
+    QApplication::setPalette(before);
+    QCOMPARE(f.profileColour(140, 30), light);
+    QPalette rosy(QColor(250, 240, 240));
+    QApplication::setPalette(rosy);
+    QCoreApplication::processEvents();
+    QCOMPARE(f.profileColour(140, 30), QColor(250, 240, 240));
+    QApplication::setPalette(before);
 }
 
 QTEST_MAIN(TestSetFlightPathProfileDialogWindow)
