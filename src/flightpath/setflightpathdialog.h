@@ -100,6 +100,7 @@ private:
     /// Does to the lists what the next repaint would.
     void followCurve();
 
+    void paintTexture(QPainter &painter, const QRect &part);
     void paintControlPointNumbers(PathPainter &paint) const;
     void paintCurve(PathPainter &paint, const QList<QPoint> &curve) const;
     void paintWaypoints(PathPainter &paint) const;
@@ -125,4 +126,8 @@ private:
     int menuX = 0; // where the last context menu opened, in the dialog
     int menuY = 0;
     PathIcons m_icons;
+    struct {
+        QRect part;      // painted last
+        QPixmap picture; // of it, once it has been painted twice in succession
+    } shownTexture;
 };

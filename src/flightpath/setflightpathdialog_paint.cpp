@@ -13,7 +13,7 @@
 void SetFlightPathDialog::paintEventSlot(QPaintEvent *event)
 {
     QPainter painter(imageWidget);
-    painter.drawPixmap(0, 0, texturePixmap);
+    paintTexture(painter, event->rect());
     if (controlPoints->isEmpty())
         return;
     painter.setRenderHint(QPainter::Antialiasing);
@@ -32,6 +32,32 @@ void SetFlightPathDialog::paintEventSlot(QPaintEvent *event)
     paintWaypoints(paint);
     paintControlPointNumbers(paint);
     paintDirections(paint);
+}
+
+// On a screen of higher resolution each repaint would scale the texture anew, which takes
+// longer than all the rest: what stays in sight is kept as it is shown. Where the
+// resolution is a fraction, it depends on the place how pixels are rounded.
+void SetFlightPathDialog::paintTexture(QPainter &painter, const QRect &part)
+{
+    const qreal resolution = imageWidget->devicePixelRatioF();
+    const bool isSeenAgain =
+        shownTexture.part == part && imageWidget->visibleRegion().boundingRect() == part;
+    const bool isKept = isSeenAgain && !shownTexture.picture.isNull() &&
+                        shownTexture.picture.devicePixelRatio() == resolution;
+    if (resolution <= 1.0 || resolution != std::floor(resolution) || !isSeenAgain) {
+        painter.drawPixmap(0, 0, texturePixmap);
+        shownTexture = {part, {}};
+        return;
+    }
+    if (!isKept) {
+        QPixmap picture(part.size() * resolution);
+        picture.setDevicePixelRatio(resolution);
+        if (texturePixmap.hasAlphaChannel())
+            picture.fill(Qt::transparent);
+        QPainter(&picture).drawPixmap(-part.topLeft(), texturePixmap);
+        shownTexture.picture = picture;
+    }
+    painter.drawPixmap(part.topLeft(), shownTexture.picture);
 }
 
 void SetFlightPathDialog::paintControlPointNumbers(PathPainter &paint) const

@@ -24,7 +24,7 @@ QString EditorFixture::texture(int width, int height)
     QImage image(width, height,
                  ground.alpha() < 255 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     image.fill(ground);
-    image.save(name);
+    (pattern.isNull() ? image : pattern).save(name);
     return name;
 }
 

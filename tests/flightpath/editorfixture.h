@@ -67,6 +67,7 @@ public:
     int level = 0;
     double zScale = 1.0;
     QColor ground{100, 140, 90}; // of the texture
+    QImage pattern;              // the texture, where there is one
     std::unique_ptr<SetFlightPathDialog> plan;
     SetFlightPathProfileDialog *profile = nullptr;
 

@@ -1,5 +1,6 @@
 #include "flightpath/editorfixture.h"
 
+#include <QPainter>
 #include <QScreen>
 #include <QTest>
 
@@ -9,9 +10,37 @@ class TestSetFlightPathDialogPainting : public QObject {
 
 private slots:
     void pictureShowsThePath();
+    void textureIsShownPixelByPixel();
     void dragLeavesNoTraces_data();
     void dragLeavesNoTraces();
 };
+
+namespace {
+
+// What stands on the screen in the area of the picture, without its scroll bars. Of a
+// window of higher resolution the offscreen platform tells only the upper left part.
+QImage screenOf(const EditorFixture &f)
+{
+    const QImage shown = f.plan->screen()->grabWindow(f.plan->winId()).toImage();
+    const auto *area = f.plan->findChild<QScrollArea *>();
+    const QRect inside(area->viewport()->mapTo(f.plan.get(), QPoint()),
+                       area->viewport()->size());
+    const qreal scale = shown.devicePixelRatio();
+    const QRect pixels(inside.topLeft() * scale, inside.size() * scale);
+    return shown.convertToFormat(QImage::Format_RGB32)
+        .copy(pixels.intersected(shown.rect()));
+}
+
+QImage checkedPattern(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, qRgb(x % 251, y % 241, (x + y) % 239));
+    return image;
+}
+
+} // namespace
 
 void TestSetFlightPathDialogPainting::pictureShowsThePath()
 {
@@ -50,6 +79,27 @@ void TestSetFlightPathDialogPainting::pictureShowsThePath()
     QCOMPARE(f.planColour(150, 75), QColor(100, 140, 90));
 }
 
+// Again and again, and after scrolling.
+void TestSetFlightPathDialogPainting::textureIsShownPixelByPixel()
+{
+    EditorFixture f;
+    f.pattern = checkedPattern(900, 700);
+    f.open();
+    const auto *area = f.plan->findChild<QScrollArea *>();
+    for (const QPoint &corner : {QPoint(0, 0), QPoint(333, 217), QPoint(334, 217)}) {
+        area->horizontalScrollBar()->setValue(corner.x());
+        area->verticalScrollBar()->setValue(corner.y());
+        for (int i = 0; i < 4; ++i) {
+            f.paint();
+            const QImage shown = screenOf(f);
+            QImage expected(shown.size(), QImage::Format_RGB32);
+            expected.setDevicePixelRatio(shown.devicePixelRatio());
+            QPainter(&expected).drawPixmap(-corner, QPixmap::fromImage(f.pattern));
+            QCOMPARE(shown, expected);
+        }
+    }
+}
+
 void TestSetFlightPathDialogPainting::dragLeavesNoTraces_data()
 {
     QTest::addColumn<QColor>("ground");
@@ -66,14 +116,11 @@ void TestSetFlightPathDialogPainting::dragLeavesNoTraces()
     f.openSquare();
     f.dragPlan({{20, 100}, {24, 104}, {150, 130}, {60, 120}});
     f.paint();
-    const QImage shown = f.plan->screen()
-                             ->grabWindow(f.plan->winId())
-                             .toImage()
-                             .convertToFormat(QImage::Format_RGB32);
-    const QImage drawn = f.plan->grab().toImage().convertToFormat(QImage::Format_RGB32);
-    const QRect picture(QPoint(115, 0) * drawn.devicePixelRatio(),
-                        QSize(200, 150) * drawn.devicePixelRatio());
-    QCOMPARE(shown.copy(picture), drawn.copy(picture));
+    const QImage shown = screenOf(f);
+    QImage drawn(shown.size(), QImage::Format_RGB32);
+    drawn.setDevicePixelRatio(shown.devicePixelRatio());
+    f.plan->render(&drawn, QPoint(), QRegion(QRect(QPoint(115, 0), f.plan->size())));
+    QCOMPARE(shown, drawn);
 }
 
 QTEST_MAIN(TestSetFlightPathDialogPainting)
