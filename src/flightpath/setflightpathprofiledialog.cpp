@@ -45,6 +45,13 @@ SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
     horizontalBarHeight = ui->horizontalScrollBar->height();
     loadCursor();
     setScrollRanges();
+    // Tab leads to the bars; until it has, no key does anything.
+    for (QWidget *widget :
+         {static_cast<QWidget *>(this), static_cast<QWidget *>(ui->horizontalScrollBar),
+          static_cast<QWidget *>(ui->verticalScrollBar)})
+        widget->setFocusPolicy(Qt::TabFocus);
+    setFocus();
+    ui->horizontalScrollBar->installEventFilter(this);
     connect(ui->horizontalScrollBar, &QScrollBar::valueChanged, this,
             &SetFlightPathProfileDialog::horizontalScrollBarChanged);
     connect(ui->verticalScrollBar, &QScrollBar::valueChanged, this,
@@ -71,6 +78,21 @@ bool SetFlightPathProfileDialog::event(QEvent *event)
             setPalette(QPalette(QColor(LightGround)));
     }
     return handled;
+}
+
+// A scroll bar takes its arrow keys for those of a vertical one, where the lower end is
+// the greater: across they would lead the wrong way.
+bool SetFlightPathProfileDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != ui->horizontalScrollBar || event->type() != QEvent::KeyPress)
+        return PathEditor::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (key != Qt::Key_Left && key != Qt::Key_Right)
+        return PathEditor::eventFilter(watched, event);
+    ui->horizontalScrollBar->triggerAction(key == Qt::Key_Right
+                                               ? QAbstractSlider::SliderSingleStepAdd
+                                               : QAbstractSlider::SliderSingleStepSub);
+    return true;
 }
 
 void SetFlightPathProfileDialog::loadCursor()
@@ -204,6 +226,10 @@ void SetFlightPathProfileDialog::mouseReleaseEvent(QMouseEvent *event)
 // The axis stands still during a drag; what scrolled it then would be seen too late.
 void SetFlightPathProfileDialog::wheelEvent(QWheelEvent *event)
 {
+    if (qobject_cast<QScrollBar *>(childAt(event->position().toPoint()))) {
+        event->ignore(); // a bar at its end would go on with the other one
+        return;
+    }
     const QPoint turn = event->angleDelta();
     QScrollBar *const across = ui->horizontalScrollBar;
     QScrollBar *const up = ui->verticalScrollBar;

@@ -13,6 +13,8 @@ private slots:
     void wheelScrollsUpwardAndAlong();
     void wheelScrollsAlongWhereNothingIsAbove();
     void wheelMovesNothingUnderADrag();
+    void wheelRestsWhereABarEnds();
+    void keysScrollOnceTabHasLedToABar();
     void darkPaletteLeavesALightGround();
     void paletteMayChangeMeanwhile();
 };
@@ -24,9 +26,8 @@ QScrollBar *bar(const EditorFixture &f, const char *name)
     return f.profile->findChild<QScrollBar *>(name);
 }
 
-void turnWheel(QWidget *over, const QPoint &turn)
+void turnWheel(QWidget *over, const QPoint &turn, const QPointF &at = {250, 100})
 {
-    const QPointF at(300, 100);
     QWheelEvent event(at, over->mapToGlobal(at), {}, turn, Qt::NoButton, {},
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(over, &event);
@@ -117,6 +118,66 @@ void TestSetFlightPathProfileDialogWindow::wheelMovesNothingUnderADrag()
     f.releaseProfile(60, 110);
     turnWheel(f.profile, {0, -120});
     QVERIFY(bar(f, "verticalScrollBar")->value() > before);
+}
+
+// Over the picture, and over a bar, from which the window gets what is left.
+void TestSetFlightPathProfileDialogWindow::wheelRestsWhereABarEnds()
+{
+    EditorFixture f;
+    f.openLow();
+    f.profile->resize(300, 200);
+    f.paint();
+    auto *across = bar(f, "horizontalScrollBar");
+    auto *up = bar(f, "verticalScrollBar");
+    up->setValue(up->maximum() - 30);
+    across->setValue(across->maximum());
+    turnWheel(f.profile, {0, -120});
+    turnWheel(f.profile, {0, -120});
+    QCOMPARE(up->value(), up->maximum());
+    turnWheel(f.profile, {-120, 0});
+    QCOMPARE(across->value(), across->maximum());
+
+    up->setValue(up->minimum());
+    const QPoint overBar = across->geometry().center();
+    turnWheel(f.profile, {0, -120}, overBar);
+    QCOMPARE(up->value(), up->minimum());
+}
+
+// Until then no key does anything, Escape never.
+void TestSetFlightPathProfileDialogWindow::keysScrollOnceTabHasLedToABar()
+{
+    EditorFixture f;
+    f.openLow();
+    f.profile->resize(300, 200);
+    f.paint();
+    f.profile->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.profile));
+    auto *across = bar(f, "horizontalScrollBar");
+    auto *up = bar(f, "verticalScrollBar");
+    const int station = across->value();
+    const int height = up->value();
+    const auto press = [&f](Qt::Key key) {
+        QTest::keyClick(f.profile->windowHandle(), key);
+    };
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_PageDown})
+        press(key);
+    QCOMPARE(across->value(), station);
+    QCOMPARE(up->value(), height);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Right);
+    QCOMPARE(across->value(), station + 20);
+    press(Qt::Key_Left);
+    QCOMPARE(across->value(), station);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Down);
+    press(Qt::Key_PageDown);
+    QCOMPARE(up->value(), qMin(height + 20 + up->height(), up->maximum()));
+    QVERIFY(up->value() > height + 20);
+    press(Qt::Key_Escape);
+    QVERIFY(f.profile->isVisible());
+    press(Qt::Key_Tab);
+    press(Qt::Key_Right);
+    QCOMPARE(across->value(), station);
 }
 
 void TestSetFlightPathProfileDialogWindow::darkPaletteLeavesALightGround()
