@@ -62,6 +62,14 @@ void bothWays(const char *name, const Strokes &strokes)
     QTest::addRow("%s, places unknown", name) << strokes << false;
 }
 
+void openWithFocusOnOK(EditorFixture &f)
+{
+    f.openSquare();
+    f.plan->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.plan.get()));
+    f.plan->findChild<QPushButton *>("pushButtonOK")->setFocus();
+}
+
 // A click on a point inserts with "+" and deletes without.
 bool isPlusHeld(EditorFixture &f)
 {
@@ -153,10 +161,7 @@ void TestSetFlightPathDialogKeys::contextMenuEndsPlus()
 void TestSetFlightPathDialogKeys::anyMenuEndsPlus()
 {
     EditorFixture f;
-    f.openSquare();
-    f.plan->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(f.plan.get()));
-    f.plan->findChild<QPushButton *>("pushButtonOK")->setFocus();
+    openWithFocusOnOK(f);
     f.movePlan(20, 20);
     QTest::keyPress(f.plan.get(), Qt::Key_Plus);
     QMenu menu;
@@ -169,10 +174,7 @@ void TestSetFlightPathDialogKeys::anyMenuEndsPlus()
 void TestSetFlightPathDialogKeys::focusInsideTheWindowKeepsPlus()
 {
     EditorFixture f;
-    f.openSquare();
-    f.plan->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(f.plan.get()));
-    f.plan->findChild<QPushButton *>("pushButtonOK")->setFocus();
+    openWithFocusOnOK(f);
     QTest::keyPress(f.plan.get(), Qt::Key_Plus);
     f.plan->findChild<QPushButton *>("pushButtonCancel")->setFocus();
     QVERIFY(isPlusHeld(f));

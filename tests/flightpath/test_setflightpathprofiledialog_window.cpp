@@ -26,6 +26,14 @@ QScrollBar *bar(const EditorFixture &f, const char *name)
     return f.profile->findChild<QScrollBar *>(name);
 }
 
+// A window that shows a part of the path, whichever way it is scrolled.
+void openNarrow(EditorFixture &f)
+{
+    f.openLow();
+    f.profile->resize(300, 200);
+    f.paint();
+}
+
 void turnWheel(QWidget *over, const QPoint &turn, const QPointF &at = {250, 100})
 {
     QWheelEvent event(at, over->mapToGlobal(at), {}, turn, Qt::NoButton, {},
@@ -74,9 +82,7 @@ void TestSetFlightPathProfileDialogWindow::barsStepAndPage()
 void TestSetFlightPathProfileDialogWindow::wheelScrollsUpwardAndAlong()
 {
     EditorFixture f;
-    f.openLow();
-    f.profile->resize(300, 200);
-    f.paint();
+    openNarrow(f);
     auto *across = bar(f, "horizontalScrollBar");
     auto *up = bar(f, "verticalScrollBar");
     up->setValue(up->minimum());
@@ -124,9 +130,7 @@ void TestSetFlightPathProfileDialogWindow::wheelMovesNothingUnderADrag()
 void TestSetFlightPathProfileDialogWindow::wheelRestsWhereABarEnds()
 {
     EditorFixture f;
-    f.openLow();
-    f.profile->resize(300, 200);
-    f.paint();
+    openNarrow(f);
     auto *across = bar(f, "horizontalScrollBar");
     auto *up = bar(f, "verticalScrollBar");
     up->setValue(up->maximum() - 30);
@@ -147,9 +151,7 @@ void TestSetFlightPathProfileDialogWindow::wheelRestsWhereABarEnds()
 void TestSetFlightPathProfileDialogWindow::keysScrollOnceTabHasLedToABar()
 {
     EditorFixture f;
-    f.openLow();
-    f.profile->resize(300, 200);
-    f.paint();
+    openNarrow(f);
     f.profile->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(f.profile));
     auto *across = bar(f, "horizontalScrollBar");
