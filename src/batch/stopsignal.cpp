@@ -65,11 +65,14 @@ StopSignal::StopSignal(std::function<void()> lastResort)
     sigemptyset(&action.sa_mask);
     for (std::size_t i = 0; i < Signals.size(); ++i)
         ::sigaction(Signals[i], &action, &former[i]);
+    m_installed = true;
 }
 
 StopSignal::~StopSignal()
 {
     end();
+    for (std::size_t i = 0; m_installed && i < Signals.size(); ++i)
+        ::sigaction(Signals[i], &former[i], nullptr);
     for (int &pipeEnd : stopPipe) {
         if (pipeEnd >= 0)
             ::close(pipeEnd);
@@ -81,8 +84,6 @@ void StopSignal::end()
 {
     if (!m_watcher.joinable())
         return;
-    for (std::size_t i = 0; i < Signals.size(); ++i)
-        ::sigaction(Signals[i], &former[i], nullptr);
     {
         const std::lock_guard lock(m_mutex);
         m_ended = true;

@@ -19,7 +19,8 @@ public:
     /// `lastResort` must end the program.
     explicit StopSignal(std::function<void()> lastResort);
     ~StopSignal() override;
-    /// The work has come to its end: signals do what they did before.
+    /// The work has come to its end, and its outcome is known: signals that come from now
+    /// on find nothing to stop.
     void end();
 
 signals:
@@ -33,4 +34,5 @@ private:
     std::condition_variable m_ending;
     bool m_ended = false; // under the mutex
     std::thread m_watcher;
+    bool m_installed = false;
 };
