@@ -18,7 +18,8 @@ private slots:
 
     void sizesOfJunkAreRefused()
     {
-        for (const double side : {0.0, -5.0, 0.5, 1e9, 1e300, double(INFINITY), double(NAN)}) {
+        for (const double side :
+             {0.0, -5.0, 0.5, 1e9, 1e300, double(INFINITY), double(NAN)}) {
             QVERIFY(blankElevation(side, 10.0).isNull());
             QVERIFY(blankElevation(10.0, side).isNull());
         }
