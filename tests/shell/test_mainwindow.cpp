@@ -183,20 +183,6 @@ private slots:
         view->setWindowModified(false);
     }
 
-    void recentEntriesAppearAndStay()
-    {
-        for (const char *name : {"1", "2", "3", "4"})
-            QVERIFY(!action(QString("action_OpenMRU") + name)->isVisible());
-        const QString a = picture("a.png");
-        m_window->open(a);
-        QCOMPARE(action("action_OpenMRU1")->text(), a);
-        QVERIFY(action("action_OpenMRU1")->isVisible());
-        QVERIFY(!action("action_OpenMRU2")->isVisible());
-        AppSettings().clear();
-        m_window->open(picture("b.png"));
-        QVERIFY(action("action_OpenMRU1")->isVisible());
-    }
-
     void recentEntryOpensWhatTheSettingsSay()
     {
         m_window->open(picture("a.png"));

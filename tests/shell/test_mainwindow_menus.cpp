@@ -141,6 +141,19 @@ private slots:
         QCOMPARE(area()->activeSubWindow(), windows()[2]);
     }
 
+    void recentEntriesAppearAndStay()
+    {
+        for (const char *name : {"1", "2", "3", "4"})
+            QVERIFY(!action(QString("action_OpenMRU") + name)->isVisible());
+        openImages(1);
+        QCOMPARE(action("action_OpenMRU1")->text(), m_dir.filePath("p0.png"));
+        QVERIFY(action("action_OpenMRU1")->isVisible());
+        QVERIFY(!action("action_OpenMRU2")->isVisible());
+        AppSettings().clear();
+        openImages(2);
+        QVERIFY(action("action_OpenMRU1")->isVisible());
+    }
+
     void ampersandOfAFileNameShowsAsItself()
     {
         const QString path = m_dir.filePath("rock & roll & sea.png");
