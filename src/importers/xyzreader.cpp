@@ -1,12 +1,16 @@
 #include "importers/xyzreader.h"
 
+#include "raster/memorybudget.h"
+
 #include <QIODevice>
+#include <QObject>
 #include <QString>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -211,9 +215,19 @@ void XyzReader::append(std::string_view bytes)
     m_searched -= m_begin;
     m_begin = 0;
     if (needed > qsizetype(m_buffer.size()))
-        m_buffer.resize(std::size_t(std::max(needed, 2 * rest)));
+        grow(std::max(needed, 2 * rest));
     std::memcpy(m_buffer.data() + rest, bytes.data(), bytes.size());
     m_end = needed;
+}
+
+// A file without line ends, or a device that never ends, is one line. Memory that is
+// only promised would end the program, so it is given up before.
+void XyzReader::grow(qsizetype size)
+{
+    const qint64 both = qint64(size) + qint64(m_buffer.size()); // while it is copied
+    if (!claimMemory(QObject::tr("A line of the text file"), both))
+        throw std::bad_alloc();
+    m_buffer.resize(std::size_t(size));
 }
 
 // The line as text, from where it began to the line feed or the end.

@@ -13,7 +13,8 @@ class QIODevice;
 /// split at the regular expression "\s+" with empty parts kept and its items are
 /// read with QString::toDouble, at a small part of the cost. UTF-8 unless a byte
 /// order mark tells another encoding; carriage returns are dropped wherever they
-/// stand. Memory is that of the longest line.
+/// stand. Memory is that of the longest line; one that is beyond the memory budget ends
+/// the reading with std::bad_alloc and a notice of its size.
 class XyzReader {
 public:
     struct Line {
@@ -36,6 +37,7 @@ private:
     bool findLine();
     bool fill();
     void append(std::string_view bytes);
+    void grow(qsizetype size);
     void removeMark(std::string_view bytes);
     [[nodiscard]] bool restIsNothing() const;
     [[nodiscard]] QString decoded() const;

@@ -1,14 +1,34 @@
 #include "importers/xyzreader.h"
 
+#include "raster/notices.h"
+
 #include <QBuffer>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTextStream>
 
+#include <algorithm>
 #include <bit>
+#include <new>
 #include <random>
 
 namespace {
+
+/// Blanks without a line end and without an end of their own.
+class EndlessLine : public QIODevice {
+public:
+    qint64 given = 0;
+
+protected:
+    qint64 readData(char *data, qint64 most) override
+    {
+        std::fill_n(data, most, ' ');
+        given += most;
+        return most;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+};
 
 struct Lines {
     QStringList seen;
@@ -80,6 +100,7 @@ private slots:
     void readsRandomNumbersAsTheToolkitDoes();
     void skipsLines();
     void readsALineOfManyMegabytes();
+    void endlessLineIsGivenUpAtTheBudget();
 };
 
 void TestXyzReader::splitsAsAStreamAndARegularExpressionDo_data()
@@ -288,6 +309,26 @@ void TestXyzReader::readsALineOfManyMegabytes()
     QCOMPARE(line.items, 3);
     QCOMPARE(line.z, 3.0);
     QVERIFY(reader.atEnd());
+}
+
+void TestXyzReader::endlessLineIsGivenUpAtTheBudget()
+{
+    qputenv("ZEPHRANT_MEMORY_BUDGET", "1000000");
+    QStringList notices;
+    const NoticeSink former =
+        setNoticeSink([&](const QString &text, NoticeStay) { notices << text; });
+    const auto restore = qScopeGuard([&] {
+        setNoticeSink(former);
+        qunsetenv("ZEPHRANT_MEMORY_BUDGET");
+    });
+    EndlessLine in;
+    in.open(QIODevice::ReadOnly);
+    XyzReader reader(in);
+    QVERIFY_EXCEPTION_THROWN(static_cast<void>(reader.readLine()), std::bad_alloc);
+    QVERIFY(in.given <= 1000000);
+    // 512 KiB are at hand, and are copied into twice as many.
+    QCOMPARE(notices, QStringList{"A line of the text file would take 1.6 MB of memory; "
+                                  "the budget is 1.0 MB."});
 }
 
 QTEST_APPLESS_MAIN(TestXyzReader)
