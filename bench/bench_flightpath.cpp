@@ -4,10 +4,10 @@
 //
 // QT_SCALE_FACTOR=2 tells the figures of a screen whose pixels are half as large,
 // QT_QPA_PLATFORM=xcb those of a real window.
-#include "flightpath/flightplan.h"
-#include "flightpath/pathcurve.h"
-#include "flightpath/setflightpathdialog.h"
-#include "flightpath/setflightpathprofiledialog.h"
+#include "flight/flightplan.h"
+#include "flight/pathcurve.h"
+#include "patheditors/setflightpathdialog.h"
+#include "patheditors/setflightpathprofiledialog.h"
 #include "raster/elevationimage.h"
 
 #include <QApplication>

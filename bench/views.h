@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/vectormath.h"
 #include "raster/elevationimage.h"
 #include "raster/textureimage.h"
-#include "render/vectormath.h"
 
 #include <QString>
 

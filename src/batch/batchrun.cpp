@@ -1,11 +1,11 @@
 #include "batch/batchrun.h"
 
-#include "raster/freshfile.h"
+#include "base/freshfile.h"
+#include "document/scenerydelegate.h"
+#include "document/scenerymdichild.h"
 #include "raster/picturecheck.h"
-#include "render/framewriter.h"
-#include "scenery/scenerydata.h"
-#include "scenery/scenerydelegate.h"
-#include "scenery/scenerymdichild.h"
+#include "run/framewriter.h"
+#include "scene/scenerydata.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

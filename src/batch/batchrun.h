@@ -1,7 +1,7 @@
 #pragma once
 
 #include "batch/commandline.h"
-#include "shell/usernotices.h"
+#include "views/usernotices.h"
 
 #include <QElapsedTimer>
 #include <QObject>

@@ -1,11 +1,11 @@
 // zephrant-render: renders the frames of a scenery without a window.
 
+#include "base/failedwrites.h"
+#include "base/notices.h"
+#include "base/unfinished.h"
 #include "batch/batchrun.h"
 #include "batch/stopsignal.h"
 #include "batch/terminal.h"
-#include "raster/failedwrites.h"
-#include "raster/notices.h"
-#include "raster/unfinished.h"
 
 #include <QApplication>
 

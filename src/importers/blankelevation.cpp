@@ -1,6 +1,6 @@
 #include "importers/blankelevation.h"
 
-#include "raster/memorybudget.h"
+#include "base/memorybudget.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #include "importers/xyzreader.h"
 
-#include "raster/memorybudget.h"
+#include "base/memorybudget.h"
 
 #include <QIODevice>
 #include <QObject>

@@ -1,9 +1,9 @@
 #include "raster/elevationimage.h"
 
 #include "base/truncate.h"
+#include "base/vectors.h"
 #include "raster/imagefile.h"
 #include "raster/pixelreader.h"
-#include "raster/vectors.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "raster/imagefile.h"
 
-#include "raster/memorybudget.h"
+#include "base/memorybudget.h"
+#include "base/wholefile.h"
 #include "raster/pngwriter.h"
-#include "raster/wholefile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #include "render/meshframe.h"
 
+#include "base/workerpool.h"
 #include "raster/textureimage.h"
 #include "render/transformation.h"
-#include "render/workerpool.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/vectors.h"
 #include "raster/elevationcolumns.h"
-#include "raster/vectors.h"
 
 #include <array>
 #include <cstdint>

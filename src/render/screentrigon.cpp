@@ -12,10 +12,10 @@
 #include "render/screentrigon.h"
 
 #include "base/truncate.h"
+#include "base/vectormath.h"
 #include "raster/textureimage.h"
 #include "render/transformation.h"
 #include "render/triangleplane.h"
-#include "render/vectormath.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/vectors.h"
 #include "raster/texturesampler.h"
-#include "raster/vectors.h"
 #include "render/rowshare.h"
 
 #include <cstdint>

@@ -1,10 +1,10 @@
 #include "render/terrainsweep.h"
 
 #include "base/truncate.h"
+#include "base/workerpool.h"
 #include "raster/textureimage.h"
 #include "render/meshframe.h"
 #include "render/transformation.h"
-#include "render/workerpool.h"
 
 #include <algorithm>
 #include <cmath>

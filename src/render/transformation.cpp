@@ -1,6 +1,6 @@
 #include "render/transformation.h"
 
-#include "render/vectormath.h"
+#include "base/vectormath.h"
 
 #include <QSettings>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/c4matrix.h"
+#include "base/c4matrix.h"
 
 class QWidget;
 class TextureImage;

@@ -1,6 +1,6 @@
 #include "tools/convolution.h"
 
-#include "tools/imagerows.h"
+#include "raster/imagerows.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include "tools/elevationconversions.h"
 
 #include "base/truncate.h"
+#include "raster/imagerows.h"
 #include "raster/pixelreader.h"
-#include "tools/imagerows.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "tools/mask.h"
 
-#include "tools/imagerows.h"
+#include "raster/imagerows.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "tools/merge.h"
 
 #include "base/truncate.h"
-#include "tools/bilinearrows.h"
-#include "tools/imagerows.h"
+#include "raster/bilinearrows.h"
+#include "raster/imagerows.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #include "tools/resample.h"
 
 #include "base/truncate.h"
-#include "tools/imagerows.h"
+#include "raster/imagerows.h"
 
 #include <algorithm>
 #include <array>

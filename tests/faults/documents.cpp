@@ -1,14 +1,14 @@
 // Documents that are saved, and the settings.
 
+#include "app/mainwindow.h"
+#include "base/appsettings.h"
+#include "document/scenerymdichild.h"
 #include "faults/operations.h"
 #include "faults/testfiles.h"
 #include "raster/imagefile.h"
-#include "scenery/scenerymdichild.h"
-#include "shell/appsettings.h"
-#include "shell/imagemdichild.h"
-#include "shell/mainwindow.h"
-#include "shell/noticelabel.h"
 #include "ui_scenerymdichildform.h"
+#include "views/imagemdichild.h"
+#include "views/noticelabel.h"
 
 #include <QAction>
 #include <QFile>

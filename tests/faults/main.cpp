@@ -10,7 +10,7 @@
 #include "faults/campaign.h"
 #include "faults/modaltaker.h"
 
-#include "raster/failedwrites.h"
+#include "base/failedwrites.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,9 +1,9 @@
 // Frames of runs, in the window and without one.
 
+#include "app/mainwindow.h"
 #include "faults/operations.h"
 #include "faults/testfiles.h"
-#include "shell/mainwindow.h"
-#include "shell/noticelabel.h"
+#include "views/noticelabel.h"
 
 #include <QAction>
 

@@ -1,8 +1,8 @@
-#include "flightpath/waypointlevel.h"
-#include "scenery/keyvalue.h"
-#include "scenery/scenerydata.h"
-#include "scenery/sceneryreader.h"
-#include "scenery/scenerywriter.h"
+#include "scene/keyvalue.h"
+#include "scene/scenerydata.h"
+#include "scene/sceneryreader.h"
+#include "scene/scenerywriter.h"
+#include "scene/waypointlevel.h"
 
 #include <QTextStream>
 

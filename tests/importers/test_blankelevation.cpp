@@ -1,5 +1,5 @@
+#include "base/notices.h"
 #include "importers/blankelevation.h"
-#include "raster/notices.h"
 
 #include <QTest>
 

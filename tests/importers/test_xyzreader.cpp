@@ -1,6 +1,6 @@
 #include "importers/xyzreader.h"
 
-#include "raster/notices.h"
+#include "base/notices.h"
 
 #include <QBuffer>
 #include <QRegularExpression>

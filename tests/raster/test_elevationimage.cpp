@@ -1,6 +1,6 @@
 #include "raster/elevationimage.h"
 
-#include "raster/vectors.h"
+#include "base/vectors.h"
 
 #include <QTemporaryDir>
 #include <QTest>

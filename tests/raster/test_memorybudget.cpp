@@ -1,8 +1,8 @@
+#include "base/memorybudget.h"
+#include "base/notices.h"
 #include "raster/elevationimage.h"
 #include "raster/image.h"
 #include "raster/imagefile.h"
-#include "raster/memorybudget.h"
-#include "raster/notices.h"
 #include "raster/textureimage.h"
 
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "render/transformation.h"
 
 #include "base/pi.h"
-#include "render/vectormath.h"
+#include "base/vectormath.h"
 
 #include <QSettings>
 #include <QTest>

@@ -1,9 +1,9 @@
 #include "render/plain/screentrigon.h"
 
 #include "base/truncate.h"
+#include "base/vectormath.h"
 #include "raster/textureimage.h"
 #include "render/plain/transformation.h"
-#include "render/vectormath.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,11 +1,11 @@
 #include "render/plain/terrainsweep.h"
 
 #include "base/truncate.h"
+#include "base/vectormath.h"
 #include "raster/elevationimage.h"
 #include "raster/textureimage.h"
 #include "render/plain/screentrigon.h"
 #include "render/plain/transformation.h"
-#include "render/vectormath.h"
 
 #include <algorithm>
 #include <cmath>

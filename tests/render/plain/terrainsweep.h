@@ -1,6 +1,6 @@
 #pragma once
 
-#include "raster/vectors.h"
+#include "base/vectors.h"
 
 #include <array>
 #include <functional>

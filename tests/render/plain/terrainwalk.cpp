@@ -1,6 +1,6 @@
 // The walking limits of a frame and the walks over the mesh.
 
-#include "raster/vectors.h"
+#include "base/vectors.h"
 #include "render/plain/screentrigon.h"
 #include "render/plain/terrainsweep.h"
 

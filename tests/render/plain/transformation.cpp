@@ -1,7 +1,7 @@
 #include "render/plain/transformation.h"
 
+#include "base/vectormath.h"
 #include "render/plain/screentrigon.h"
-#include "render/vectormath.h"
 
 #include <QSettings>
 

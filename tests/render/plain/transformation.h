@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/c4matrix.h"
 #include "raster/texturesampler.h"
-#include "render/c4matrix.h"
 
 #include <array>
 #include <optional>

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "views/workspacewindow.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <memory>
+
+class ImageMdiChild;
+class QAction;
+class NoticeLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QWidget;
+class SceneryMdiChild;
+class Ui_MainWindow;
+struct RecentFiles;
+
+/// The program's one main window: the menus, the workspace of document windows, the
+/// recent files, and the dispatch of a file name to the view that shows it.
+class MainWindow : public QMainWindow, public WorkspaceWindow {
+    Q_OBJECT
+
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    [[nodiscard]] MdiChild *activeMdiChild() const override;
+    void showMessage(const QString &text, int timeoutMs) override;
+    [[nodiscard]] QAction *getAction_FitToWindow() const override;
+
+public slots:
+    void newFile();
+    void open();
+    /// Names that end in ZPH, in any case, open as scenery; all others as image.
+    void open(const QString &path);
+    /// Opens the files that the program was started with.
+    void openGiven(const QStringList &paths);
+    void openMRU1();
+    void openMRU2();
+    void openMRU3();
+    void openMRU4();
+    void save();
+    void saveAs();
+    void copy();
+    void paste();
+    void copyFirstLast();
+    void copyLastFirst();
+    void switchLayoutDirection();
+    void updateMenus();
+    void updateWindowMenu();
+    void setActiveSubWindow(QWidget *window);
+    void mdiChildDestroyed();
+    void testWindowStateChanged(Qt::WindowStates before, Qt::WindowStates after);
+
+    void renderPreview();
+    void renderFinal();
+    void stopRendering();
+
+    void settings();
+    void aboutZephrantDialog();
+    void usgsDEMConversionDialog();
+    void binConversionDialog();
+    void asciiRegularDialog();
+    void asciiIrregularDialog();
+    void sdtsConversionDialog();
+    void japanConversionDialog();
+    void elevationToColorDialog();
+    void elevationToGrayDialog();
+    void grayToElevationDialog();
+    void changeBlue0PixelsDialog();
+    void convolutionDialog();
+    void mergeDialog();
+    void maskDialog();
+    void resampleDialog();
+    void rectifyDialog();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void connectDocumentActions();
+    void connectViewAndRunActions();
+    void connectWindowActions();
+    void connectDialogActions();
+    /// Runs the dialog that stands behind a menu entry.
+    void runDialogOf(const QAction *entry);
+    /// Gives the notices of the program their place in the status bar.
+    void showNotices();
+    void readSettings();
+    void writeSettings() const;
+
+    [[nodiscard]] SceneryMdiChild *activeScenery() const;
+    [[nodiscard]] QMdiSubWindow *findMdiChild(const QString &file) const;
+    ImageMdiChild *createImageView();
+    SceneryMdiChild *createSceneryView();
+    /// Gives a view its window in the workspace.
+    QMdiSubWindow *addToWorkspace(MdiChild *view);
+    /// The view's loading; too little memory is told and counts as a failure.
+    bool load(MdiChild *view, const QString &path);
+    /// Asks about unsaved changes of a file that is open already, and loads it anew.
+    void revert(QMdiSubWindow *window, const QString &path);
+    void addToMRU(const QString &file);
+    void openRecent(int index);
+    void showRecent(const RecentFiles &files);
+    [[nodiscard]] std::array<QAction *, 4> recentActions() const;
+    /// The text of a recent entry is its path; while the menu is open, it is spelled so
+    /// that its ampersands show.
+    void spellRecent(bool inMenu);
+
+    void updateMenusForImage(ImageMdiChild *view);
+    void updateMenusForScenery(const SceneryMdiChild *view);
+    void enableZoom(bool enable);
+    void enableRun(bool enable);
+    void run(SceneryMdiChild *view, void (SceneryMdiChild::*operation)());
+    /// Asks whether the view's run is to end; `parent` is the question's window.
+    void askToStop(SceneryMdiChild *view, QWidget *parent);
+    /// Gives the window that shows a scenery's runs the keys to start and stop them.
+    void addRunKeys(SceneryMdiChild *view, ImageMdiChild *picture);
+
+    std::unique_ptr<Ui_MainWindow> ui;
+    NoticeLabel *notice = nullptr;
+    QMdiArea *mdiArea = nullptr;
+    QAction *separatorAction = nullptr; // between the Window menu's entries and windows
+    quint32 renderDepth = 0; // runs that have been started and have not returned
+};

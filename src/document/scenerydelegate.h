@@ -1,0 +1,167 @@
+#pragma once
+
+#include "scene/controlpoint.h"
+#include "scene/waypoint.h"
+
+#include <QFile>
+#include <QList>
+#include <QPointer>
+#include <QSize>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+enum class KeyMatch;
+
+class ElevationImage;
+class FrameWriter;
+class ImageMdiChild;
+class SceneryData;
+class SceneryMdiChild;
+class SetFlightPathDialog;
+class TerrainSweep;
+class TextureImage;
+class UserNotices;
+
+/// The object of one open scenery document.
+///
+/// It is the scenery file, owns the parameters and the flight path, moves values
+/// between form and parameters, and renders. Its bodies live in scenery/ (file,
+/// form), render/ (sweep, runs) and flightpath/ (curved flight).
+class SceneryDelegate : public QFile {
+    Q_OBJECT
+
+public:
+    /// `view` is the owning form, parent of message boxes.
+    explicit SceneryDelegate(SceneryMdiChild *view);
+    ~SceneryDelegate() override;
+
+    // --- The scenery file -------------------------------------------------
+    using QFile::open;
+    /// Loads a file into parameters, lists and form. False if it cannot be opened
+    /// or holds a line that is not accepted; errorString() has the last complaint.
+    bool open(const QString &fileName);
+    /// Writes what the form shows. False with errorString() if that fails; an
+    /// earlier file is then left as it was.
+    bool save();
+    bool save(const QString &fileName);
+    /// Accepts one compacted line; false with errorString() if no key fits.
+    bool processLineLoad(const QString &line);
+    /// Removes blanks and tabs from the key side of a line.
+    static void compactLine(QString &line);
+
+    // 0: the line is not this key; 1: read; 2: broken, errorString() is set.
+    int readValueFromKey(const QString &line, const QString &key, QString &value);
+    int readValueFromKey(const QString &line, const QString &key, unsigned int &colour);
+    int readValueFromKey(const QString &line, const QString &key, bool &value);
+    int readValueFromKey(const QString &line, const QString &key, int &value);
+    int readValueFromKey(const QString &line, const QString &key, int &value1,
+                         int &value2);
+    int readValueFromKey(const QString &line, const QString &key, int &value1,
+                         int &value2, int &value3);
+    int readValueFromKey(const QString &line, const QString &key, double &value);
+
+    /// The file to read for a texture or elevation name: the name itself, or, if it
+    /// is relative and not found from the current folder, the one beside the
+    /// scenery file.
+    [[nodiscard]] QString inputFile(const QString &name) const;
+
+    [[nodiscard]] bool isModified() const { return modified; }
+    void setModified(bool isModified);
+    [[nodiscard]] SceneryData &sceneryData() const { return *data; }
+    /// Where messages go; message boxes by default. Borrowed.
+    void setNotices(UserNotices *other);
+
+    // --- Runs ---------------------------------------------------------------
+    /// A full run shown in `view`, which may be null for a run without a window.
+    /// False means failed, with the reason in errorString(); stopped is true.
+    bool renderFinal(ImageMdiChild *view);
+    /// Whether the notices have told already why the last run failed.
+    [[nodiscard]] bool toldFailure() const { return failureTold; }
+    /// The same at half size on a quarter of the mesh.
+    bool renderPreview(ImageMdiChild *view);
+    void stopRendering() { isRendering = false; }
+    /// Shows the frame under construction, if there is one.
+    void refresh();
+    /// Frames for which this is false are passed over; none are by default.
+    void setFrameFilter(std::function<bool(int frame)> wanted);
+    /// Threads that draw a frame; 0, the default, stands for all cores.
+    void setThreads(int count);
+    /// The names of a frame's files, in the order in which they are written.
+    [[nodiscard]] QStringList frameFiles(int frame) const;
+    /// The size of the pictures in those files, by the present parameters.
+    [[nodiscard]] QSize fileSize(bool preview) const;
+    static double GetSmoothedValue(double t, double first, double last, double inertia);
+
+public slots:
+    void dataToView();
+    void viewToData();
+    void setModified();
+    void fixScale();
+    void repositionSceneryFrom();
+    void repositionSceneryTo();
+    void browseTextureFile();
+    void browseElevationFile();
+    void browseOutputFiles();
+    void selectColor();
+    void copyFirstLast();
+    void copyLastFirst();
+    void setFlightPath();
+    /// Takes what the flight path editors made of their copies.
+    void acceptSetFlightPathDialog();
+
+signals:
+    void frameStarted(int frame);
+    /// After a frame's files were written; `complaints` has a sentence for each that
+    /// could not be, with the reason.
+    void frameSaved(int frame, const QStringList &complaints);
+
+private:
+    /// Sets the error string for a broken line; the result of reading a key.
+    int concluded(KeyMatch match, const QString &error);
+    /// Reads what is open; false with the last complaint if a line or the whole is not
+    /// accepted.
+    [[nodiscard]] bool readLines(QString *complaint);
+    void reposition(bool lastFrame);
+    bool run(ImageMdiChild *target);
+    bool renderFlight();
+    bool straightFlight(TextureImage *texture);
+    bool curvedFlight(TextureImage *texture);
+    /// Whether the frame filter lets a frame through.
+    [[nodiscard]] bool frameIsWanted(int frame) const;
+    /// One frame whose camera is set; false if the run was stopped in it.
+    bool renderFrame(TextureImage *texture, int frame, bool first);
+    void saveFrame(int frame, int number);
+    /// Whether frames are drawn at double size and written at half of that.
+    [[nodiscard]] bool isHalved() const;
+    [[nodiscard]] QStringList namesOf(int number) const;
+    /// Renders one frame and shows it.
+    void Scan(TextureImage *texture, bool useBackground, unsigned int background,
+              int quality);
+
+    // A run. The sweep holds camera, elevation, target and dust range of the frame.
+    std::unique_ptr<TerrainSweep> sweep;
+    std::unique_ptr<FrameWriter> frameWriter;
+    QPointer<ImageMdiChild> activeView; // shows the run; null outside one
+    double QualityFactor = 1.0;         // 0.5 preview, 2.0 extra high quality
+    bool isPreview = false;
+    bool isRendering = false; // false asks the run to stop
+    bool failureTold = false;
+    std::function<bool(int frame)> frameWanted;
+
+    bool modified = false;
+    SceneryMdiChild *view;
+    std::unique_ptr<SceneryData> data;
+    bool headSeen = false;
+    QList<ControlPoint> controlPoints;
+    QList<Waypoint> waypoints;
+    int waypointLevel = 0;
+    // What the flight path editors work on, and the first of them. It refers to the
+    // copies, so it goes before them.
+    QList<ControlPoint> dialogControlPoints;
+    QList<Waypoint> dialogWaypoints;
+    int dialogWaypointLevel = 0;
+    std::unique_ptr<SetFlightPathDialog> setFlightPathDialog;
+    UserNotices *notices;
+};

@@ -1,0 +1,189 @@
+// Moves values between the parameters and the form.
+
+#include "document/scenerydelegate.h"
+#include "document/scenerymdichild.h"
+#include "scene/keyvalue.h"
+#include "scene/scenerydata.h"
+#include "ui_scenerymdichildform.h"
+
+#include <cmath>
+
+namespace {
+
+using Form = Ui_SceneryMdiChildForm;
+using Data = SceneryData;
+
+template <class Widget, class Value> struct Binding {
+    Widget *Form::*widget;
+    Value Data::*field;
+};
+
+constexpr Binding<DecimalSpinBox, double> Reals[]{
+    {&Form::doubleSpinBoxElevScaleX, &Data::HDateiSkalaX},
+    {&Form::doubleSpinBoxElevScaleY, &Data::HDateiSkalaY},
+    {&Form::doubleSpinBoxLightX, &Data::LichtX},
+    {&Form::doubleSpinBoxLightY, &Data::LichtY},
+    {&Form::doubleSpinBoxLightZ, &Data::LichtZ},
+    {&Form::doubleSpinBoxCameraFromX, &Data::BeobXA},
+    {&Form::doubleSpinBoxCameraToX, &Data::BeobXE},
+    {&Form::doubleSpinBoxCameraFromY, &Data::BeobYA},
+    {&Form::doubleSpinBoxCameraToY, &Data::BeobYE},
+    {&Form::doubleSpinBoxCameraFromZ, &Data::BeobZA},
+    {&Form::doubleSpinBoxCameraToZ, &Data::BeobZE},
+    {&Form::doubleSpinBoxCameraFromHeading, &Data::RichtungA},
+    {&Form::doubleSpinBoxCameraToHeading, &Data::RichtungE},
+    {&Form::doubleSpinBoxCameraFromPitch, &Data::NeigungA},
+    {&Form::doubleSpinBoxCameraToPitch, &Data::NeigungE},
+    {&Form::doubleSpinBoxCameraFromFocalLength, &Data::BrennA},
+    {&Form::doubleSpinBoxCameraToFocalLength, &Data::BrennE},
+    {&Form::doubleSpinBoxCameraFromRoll, &Data::VerkantenA},
+    {&Form::doubleSpinBoxCameraToRoll, &Data::VerkantenE},
+    {&Form::doubleSpinBoxCameraFromElevZScale, &Data::HDateiSkalaZA},
+    {&Form::doubleSpinBoxCameraToElevZScale, &Data::HDateiSkalaZE},
+    {&Form::doubleSpinBoxSmoothness, &Data::Traegheit},
+};
+
+constexpr Binding<DecimalSpinBox, double> Dusts[]{
+    {&Form::doubleSpinBoxCameraFromDust, &Data::NebelA},
+    {&Form::doubleSpinBoxCameraToDust, &Data::NebelE},
+};
+
+constexpr Binding<QSpinBox, qint32> Wholes[]{
+    {&Form::spinBoxSizeX, &Data::AusBreite},
+    {&Form::spinBoxSizeY, &Data::AusHoehe},
+    {&Form::spinBoxGridX, &Data::AusAuflX},
+    {&Form::spinBoxGridY, &Data::AusAuflY},
+    {&Form::spinBoxFrameNumberTotal, &Data::Bildanzahl},
+    {&Form::spinBoxFrameNumberOffset, &Data::Offset},
+    {&Form::spinBoxFrameNumberFrom, &Data::StartbildNr},
+    {&Form::spinBoxFrameNumberTo, &Data::EndbildNr},
+};
+
+constexpr Binding<QCheckBox, bool> Flags[]{
+    {&Form::checkBoxTGA, &Data::AusgabeTGA},
+    {&Form::checkBoxPNG, &Data::AusgabePNG},
+    {&Form::checkBoxJPG, &Data::AusgabeJPG},
+    {&Form::checkBoxPPM, &Data::AusgabePPM},
+    {&Form::checkBoxUseTextureFile, &Data::TDateiVerwenden},
+    {&Form::checkBoxBackgroundColor, &Data::HintergrundVerwenden},
+    {&Form::checkBoxRecorder, &Data::Recorder},
+};
+
+constexpr Binding<QLineEdit, QString> Texts[]{
+    {&Form::lineEditOutputFiles, &Data::AusDateiname},
+    {&Form::lineEditTextureFile, &Data::TDateiname},
+    {&Form::lineEditElevationFile, &Data::HDateiname},
+};
+
+// A dust that has no logarithm stands as this one.
+constexpr double LeastDust = 0.000001;
+constexpr double LogOfTen = 2.302585092994046;
+
+// A spin box cannot hold what is no number.
+double shown(double value) { return std::isnan(value) ? 0.0 : value; }
+
+// The line edit is a coloured rectangle: its text has the colour of its ground.
+void showColour(QLineEdit *edit, QRgb colour)
+{
+    edit->setText(colourText(colour));
+    QPalette palette = edit->palette();
+    const QBrush brush{QColor(colour)};
+    for (const auto group : {QPalette::Active, QPalette::Disabled, QPalette::Inactive}) {
+        palette.setBrush(group, QPalette::Base, brush);
+        palette.setBrush(group, QPalette::Text, brush);
+    }
+    edit->setPalette(palette);
+}
+
+QRgb shownColour(const QLineEdit *edit)
+{
+    const QString text = edit->text();
+    const auto byte = [&text](int at) {
+        return static_cast<int>(QStringView(text).mid(at, 2).toUInt(nullptr, 16));
+    };
+    return qRgb(byte(4), byte(2), byte(0));
+}
+
+} // namespace
+
+void SceneryDelegate::dataToView()
+{
+    Form &form = view->form();
+    for (const auto &[widget, field] : Texts)
+        (form.*widget)->setText((*data).*field);
+    for (const auto &[widget, field] : Flags)
+        (form.*widget)->setChecked((*data).*field);
+    for (const auto &[widget, field] : Wholes)
+        (form.*widget)->setValue((*data).*field);
+    for (const auto &[widget, field] : Reals)
+        (form.*widget)->setValue(shown((*data).*field));
+    // Each is replaced if either has no logarithm to show.
+    for (const auto &[widget, field] : Dusts)
+        if (!((*data).*field > 0.0))
+            (*data).*field = LeastDust;
+    for (const auto &[widget, field] : Dusts)
+        (form.*widget)->setValue(std::log((*data).*field) / LogOfTen);
+    const int quality = data->GenauRechnen;
+    QRadioButton *const checked = quality == 1   ? form.radioButtonHQ
+                                  : quality == 2 ? form.radioButtonXHQ
+                                                 : form.radioButtonLQ;
+    checked->setChecked(true);
+    (data->isStraight ? form.radioButtonStraight : form.radioButtonCurve)
+        ->setChecked(true);
+    showColour(form.lineEditBackgroundColor, data->Hintergrund);
+}
+
+void SceneryDelegate::viewToData()
+{
+    const Form &form = view->form();
+    for (const auto &[widget, field] : Texts)
+        (*data).*field = (form.*widget)->text();
+    for (const auto &[widget, field] : Flags)
+        (*data).*field = (form.*widget)->isChecked();
+    for (const auto &[widget, field] : Wholes)
+        (*data).*field = (form.*widget)->value();
+    for (const auto &[widget, field] : Reals)
+        (*data).*field = (form.*widget)->value();
+    for (const auto &[widget, field] : Dusts)
+        (*data).*field = std::pow(10.0, (form.*widget)->value());
+    data->GenauRechnen = form.radioButtonLQ->isChecked()   ? 0
+                         : form.radioButtonHQ->isChecked() ? 1
+                                                           : 2;
+    data->isStraight = form.radioButtonStraight->isChecked();
+    data->Hintergrund = shownColour(form.lineEditBackgroundColor);
+}
+
+// --- First and last frame ------------------------------------------------------------
+
+namespace {
+
+struct FramePair {
+    double Data::*first;
+    double Data::*last;
+};
+
+constexpr FramePair Pairs[]{
+    {&Data::BeobXA, &Data::BeobXE},         {&Data::BeobYA, &Data::BeobYE},
+    {&Data::BeobZA, &Data::BeobZE},         {&Data::RichtungA, &Data::RichtungE},
+    {&Data::NeigungA, &Data::NeigungE},     {&Data::BrennA, &Data::BrennE},
+    {&Data::VerkantenA, &Data::VerkantenE}, {&Data::HDateiSkalaZA, &Data::HDateiSkalaZE},
+    {&Data::NebelA, &Data::NebelE},
+};
+
+} // namespace
+
+void SceneryDelegate::copyFirstLast()
+{
+    viewToData();
+    for (const FramePair &pair : Pairs)
+        (*data).*pair.last = (*data).*pair.first;
+    dataToView();
+}
+
+void SceneryDelegate::copyLastFirst()
+{
+    viewToData();
+    for (const FramePair &pair : Pairs)
+        (*data).*pair.first = (*data).*pair.last;
+    dataToView();
+}

@@ -1,0 +1,40 @@
+// The flight path editors of a document: they work on copies of its lists.
+
+#include "document/scenerydelegate.h"
+#include "document/scenerymdichild.h"
+#include "patheditors/setflightpathdialog.h"
+#include "scene/scenerydata.h"
+
+#include <QLineEdit>
+
+void SceneryDelegate::setFlightPath()
+{
+    viewToData();
+    setFlightPathDialog.reset();
+    dialogControlPoints = controlPoints;
+    dialogWaypoints = waypoints;
+    dialogWaypointLevel = waypointLevel;
+    // The names that the form shows, which may be newer than those of the parameters.
+    const QString texture = view->findChild<QLineEdit *>("lineEditTextureFile")->text();
+    const QString elevation =
+        view->findChild<QLineEdit *>("lineEditElevationFile")->text();
+    setFlightPathDialog = std::make_unique<SetFlightPathDialog>(
+        dialogControlPoints, dialogWaypoints, dialogWaypointLevel, data->HDateiSkalaZA,
+        data->HDateiSkalaZE, inputFile(texture), inputFile(elevation), data->HDateiSkalaX,
+        data->HDateiSkalaY);
+    if (setFlightPathDialog->error()) {
+        setFlightPathDialog.reset();
+        return;
+    }
+    connect(setFlightPathDialog.get(), &SetFlightPathDialog::pathAccepted, this,
+            &SceneryDelegate::acceptSetFlightPathDialog);
+    setFlightPathDialog->setVisible(true);
+}
+
+void SceneryDelegate::acceptSetFlightPathDialog()
+{
+    controlPoints = dialogControlPoints;
+    waypoints = dialogWaypoints;
+    waypointLevel = dialogWaypointLevel;
+    setModified();
+}

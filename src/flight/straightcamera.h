@@ -1,0 +1,25 @@
+#pragma once
+
+#include "base/vectors.h"
+
+class SceneryData;
+
+/// Everything that changes from frame to frame.
+struct FrameCamera {
+    C4Vector position;
+    double direction = 0.0; // radians
+    double pitch = 0.0;     // radians
+    double focal = 0.0;     // pixels of the target
+    double roll = 0.0;      // radians
+    double zScale = 1.0;
+    double dustRange = 1.0;
+};
+
+/// The value of a parameter at t, 0 to 1, on the way from its first to its last
+/// value. Starts and ends the more gently the larger `inertia` is.
+[[nodiscard]] double smoothedValue(double t, double first, double last, double inertia);
+
+/// The camera of one frame of a straight flight. `qualityFactor` is the size of the
+/// target in terms of the size that was asked for.
+[[nodiscard]] FrameCamera straightCamera(const SceneryData &data, int frame,
+                                         double qualityFactor);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "importdialogs/asciimeshdialog.h"
+#include "ui_asciiirregulardialog.h"
+
+/// Turns a text file of scattered x, y, z points into an elevation file.
+class AsciiIrregularDialog : public AsciiMeshDialog, private Ui::AsciiIrregularDialog {
+    Q_OBJECT
+
+public:
+    explicit AsciiIrregularDialog(QWidget *parent = nullptr);
+
+protected:
+    /// Tells of a file without a line, too.
+    [[nodiscard]] QStringList scanRows(const MeshScan &scan) const override;
+    bool asciiToImage() override;
+};

@@ -1,0 +1,88 @@
+#include "importdialogs/asciimeshdialog.h"
+
+#include "views/waitcursor.h"
+
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+
+AsciiMeshDialog::AsciiMeshDialog(const QString &messageTitle, QWidget *parent)
+    : ConverterDialog(messageTitle, parent)
+{
+}
+
+void AsciiMeshDialog::setUpMesh(const MeshWidgets &widgets)
+{
+    m_widgets = widgets;
+    connect(widgets.browseFromFile, &QPushButton::clicked, this,
+            &AsciiMeshDialog::pushButtonBrowseFromFileClicked);
+}
+
+void AsciiMeshDialog::pushButtonBrowseFromFileClicked()
+{
+    const QString name =
+        askToOpen(tr("Text Files (*.txt);;Data Files (*.dat *.asc);;All Files (*.*)"));
+    if (name.isEmpty())
+        return;
+    takeFile(m_widgets.fromFile, name);
+    scanFile(name);
+    validateOKButton();
+}
+
+void AsciiMeshDialog::scanFile(const QString &fileName)
+{
+    m_widgets.results->clear();
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return showCouldNotOpen(fileName);
+    const WaitCursor wait;
+    const auto refresh = [this] {
+        // Showing again what is shown is what would cost the time.
+        if (!(m_boundaries == m_shown))
+            showBoundaries();
+        m_shown = m_boundaries;
+    };
+    const MeshScan scan =
+        scanTextMesh(file, m_widgets.skip->value(), m_boundaries, refresh);
+    showBoundaries();
+    m_shown = m_boundaries;
+    showRows(scanRows(scan));
+}
+
+void AsciiMeshDialog::showBoundaries()
+{
+    const auto text = [](double value) { return QString::number(value, 'g', 6); };
+    m_widgets.left->setText(text(m_boundaries.minX));
+    m_widgets.right->setText(text(m_boundaries.maxX));
+    m_widgets.top->setText(text(m_boundaries.maxY));
+    m_widgets.bottom->setText(text(m_boundaries.minY));
+}
+
+QStringList AsciiMeshDialog::scanRows(const MeshScan &scan) const
+{
+    return zeroTripleWarnings(scan, m_widgets.skip->value());
+}
+
+bool AsciiMeshDialog::openInput(QFile &file)
+{
+    file.setFileName(m_widgets.fromFile->text());
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        showCouldNotOpen(file.fileName());
+        return false;
+    }
+    m_widgets.results->clear();
+    return true;
+}
+
+void AsciiMeshDialog::showRows(const QStringList &rows)
+{
+    m_widgets.results->addItems(rows);
+}
+
+void AsciiMeshDialog::accept()
+{
+    asciiToImage();
+    QDialog::accept();
+}

@@ -1,0 +1,135 @@
+#include "importdialogs/binconversiondialog.h"
+
+#include "raster/elevationimage.h"
+#include "views/waitcursor.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QMessageBox>
+
+BinConversionDialog::BinConversionDialog(QWidget *parent)
+    : ConverterDialog(tr("Error"), parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
+               {lineEditFromFile, lineEditHeaderFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &BinConversionDialog::pushButtonBrowseFromFileClicked);
+    connect(pushButtonBrowseHeaderFile, &QPushButton::clicked, this,
+            &BinConversionDialog::pushButtonBrowseHeaderFileClicked);
+}
+
+void BinConversionDialog::pushButtonBrowseFromFileClicked()
+{
+    browseToOpen(lineEditFromFile,
+                 tr("DEM Files (*.dem *.img *.bin *.bil *.flt);;All Files (*.*)"));
+}
+
+void BinConversionDialog::pushButtonBrowseHeaderFileClicked()
+{
+    const QString fileName = browseToOpen(
+        lineEditHeaderFile, tr("Header Files (*.hdr *.doc);;All Files (*.*)"));
+    if (!fileName.isEmpty() && openHeaderFile(fileName))
+        setFields();
+}
+
+void BinConversionDialog::validateOKButton()
+{
+    pushButtonOK->setEnabled(allFilesNamed());
+}
+
+bool BinConversionDialog::openHeaderFile(const QString &fileName)
+{
+    if (!m_headerFile.read(fileName, *this))
+        return false;
+    checkBoxKeepNODATAValues->setEnabled(m_headerFile.header().hasNoDataValue);
+    const QString faults = m_headerFile.header().faults();
+    if (faults.isEmpty())
+        return true;
+    showError(tr("One or more errors have occured while reading the header file:\n\n") +
+              faults +
+              tr("Make sure that the *.BIL, *.HDR and *.BLW files are present."));
+    return false;
+}
+
+void BinConversionDialog::setFields()
+{
+    const BinDemHeader &header = m_headerFile.header();
+    doubleSpinBoxUpperLeftCornerX->setValue(snappedCoordinate(header.upperLeftX));
+    doubleSpinBoxUpperLeftCornerY->setValue(snappedCoordinate(header.upperLeftY));
+    doubleSpinBoxExtentX->setValue(snappedCoordinate(header.extentX()));
+    doubleSpinBoxExtentY->setValue(snappedCoordinate(header.extentY()));
+    setKBytes();
+    setMapUnits();
+}
+
+void BinConversionDialog::setKBytes()
+{
+    labelKilobytes1->setText(binDemKilobytes(m_headerFile.header(), optionsFromForm()));
+}
+
+void BinConversionDialog::setMapUnits()
+{
+    for (QLabel *label : {labelUpperLeftCornerXunits, labelUpperLeftCornerYunits,
+                          labelExtentXunits, labelExtentYunits})
+        label->setText(m_headerFile.header().mapUnits);
+}
+
+BinDemOptions BinConversionDialog::optionsFromForm() const
+{
+    BinDemOptions options;
+    options.upperLeftX = doubleSpinBoxUpperLeftCornerX->value();
+    options.upperLeftY = doubleSpinBoxUpperLeftCornerY->value();
+    options.extentX = doubleSpinBoxExtentX->value();
+    options.extentY = doubleSpinBoxExtentY->value();
+    options.zScale = doubleSpinBoxZScale->value();
+    options.keepNoDataValues = checkBoxKeepNODATAValues->isChecked();
+    options.statisticsMaximum = m_headerFile.statisticsMaximum();
+    return options;
+}
+
+void BinConversionDialog::accept()
+{
+    QFile file(lineEditFromFile->text());
+    // Each row is read at once, so a buffer between would only copy it.
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return showCouldNotOpen(file.fileName());
+    ElevationImage image;
+    StoredRange range;
+    bool converted = false;
+    {
+        const WaitCursor wait;
+        converted = convertBinDem(file, m_headerFile.header(), optionsFromForm(), *this,
+                                  &image, &range);
+    }
+    if (!converted)
+        return;
+    (void)saveOutput(image); // a failure is shown, and the range as well
+    file.close();
+    QMessageBox::information(this, windowTitle(),
+                             tr("Range of elevations written to the output file:\n") +
+                                 range.text());
+    QDialog::accept();
+}
+
+void BinConversionDialog::bitsGuessed(int bitsPerPixel)
+{
+    QMessageBox::information(
+        this, tr("Information"),
+        tr("Guessing %1 bits per pixel from the file size.").arg(bitsPerPixel));
+}
+
+bool BinConversionDialog::proceedWithoutKeyword()
+{
+    const QString text =
+        tr("The BIL file begins with \"II*\", which requires the \"WGS 84\" keyword\n"
+           "to locate the beginning of the elevation data block in the BIL file.\n"
+           "That keyword could not be located. An import can only be attempted\n"
+           "beginning at the first byte, most probably leading to incorrect results.\n"
+           "Proceed anyway?");
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // instead of the wait cursor
+    const auto answer = QMessageBox::warning(this, tr("Warning"), text,
+                                             QMessageBox::Yes | QMessageBox::No);
+    QGuiApplication::restoreOverrideCursor();
+    return answer == QMessageBox::Yes;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "importers/sdtsconversion.h"
+#include "ui_sdtsconversiondialog.h"
+#include "views/converterdialog.h"
+
+/// Imports an SDTS raster transfer, chosen by its catalog file, as elevation file.
+class SdtsConversionDialog : public ConverterDialog, private Ui::SdtsConversionDialog {
+    Q_OBJECT
+
+public:
+    explicit SdtsConversionDialog(QWidget *parent = nullptr);
+
+    void accept() override;
+
+private:
+    void pushButtonBrowseFromCATDFileClicked();
+    void readCATDFile();
+    void CalculateCalibrationFactor();
+    void fillOutputUnits();
+    void makeLabelsAnswerTheirKeys();
+
+    SdtsConversion m_conversion;
+};

@@ -1,0 +1,73 @@
+#include "importdialogs/usgsdemconversiondialog.h"
+
+#include "importdialogs/demdatadialog.h"
+#include "importers/numbers.h"
+
+#include <QGuiApplication>
+#include <QMessageBox>
+
+UsgsDemConversionDialog::UsgsDemConversionDialog(QWidget *parent)
+    : ConverterDialog(tr("Convert USGS DEM File(s) Into Elevation File"), parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &UsgsDemConversionDialog::pushButtonBrowseFromFileClicked);
+}
+
+void UsgsDemConversionDialog::pushButtonBrowseFromFileClicked()
+{
+    // Cancelling empties the list and leaves the field as it is.
+    fileNames = askToOpenSeveral(
+        tr("DEM Files (*.dem);;Data Files (*.dat *.asc);;All Files (*.*)"),
+        tr("Select one or more files to open"));
+    if (fileNames.isEmpty())
+        return;
+    QString shown;
+    for (const QString &fileName : fileNames) {
+        rememberDirectoryOf(fileName);
+        shown += '"' + fileName + "\" ";
+    }
+    lineEditFromFile->setText(shown.trimmed());
+    validateOKButton();
+}
+
+void UsgsDemConversionDialog::accept()
+{
+    UsgsDemImport import(spinBoxVoidValue->value(), *this);
+    ElevationImage image;
+    if (import.run(fileNames, &image))
+        (void)saveOutput(image); // a failure is shown, and the dialog closes as well
+    QDialog::accept();
+}
+
+bool UsgsDemConversionDialog::confirmHeader(UsgsDemData &header)
+{
+    DemDataDialog dialog(this, &header);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool UsgsDemConversionDialog::continueChecking(const SuspiciousElevation &jump)
+{
+    const QString text =
+        tr("Suspicious elevation value:\nChanged from %1to %2 in "
+           "(%3/%4).\nContinue checking?")
+            .arg(wholeNumberText(jump.previous), wholeNumberText(jump.current))
+            .arg(jump.column)
+            .arg(jump.row);
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // instead of the wait cursor
+    const auto answer = QMessageBox::warning(this, messageTitle(), text,
+                                             QMessageBox::Yes | QMessageBox::No);
+    QGuiApplication::restoreOverrideCursor();
+    return answer == QMessageBox::Yes;
+}
+
+void UsgsDemConversionDialog::readingFile(const QString &fileName)
+{
+    lineEditCurrentInputFile->setText(fileName);
+    lineEditCurrentInputFile->repaint();
+    if (fileName.isEmpty())
+        QGuiApplication::restoreOverrideCursor();
+    else
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}

@@ -1,3 +1,0 @@
-#include "shell/label.h"
-
-void Label::paintEvent(QPaintEvent *event) { emit paintEventSignal(event); }

@@ -1,0 +1,28 @@
+#include "tooldialogs/changeblue0pixelsdialog.h"
+
+#include "raster/imagefile.h"
+#include "tools/elevationconversions.h"
+
+ChangeBlue0PixelsDialog::ChangeBlue0PixelsDialog(QWidget *parent) : ToolDialog(parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &ChangeBlue0PixelsDialog::pushButtonBrowseFromFileClicked);
+}
+
+void ChangeBlue0PixelsDialog::pushButtonBrowseFromFileClicked()
+{
+    browseToOpen(lineEditFromFile, imageFileFilter());
+}
+
+bool ChangeBlue0PixelsDialog::work(QString *error)
+{
+    QImage image = loadImageFile(lineEditFromFile->text());
+    if (image.isNull()) {
+        *error = couldNotOpen(lineEditFromFile->text());
+        return false;
+    }
+    changeBlue0Pixels(image);
+    return save(image, lineEditToFile->text(), error);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "tooldialogs/tooldialog.h"
+#include "ui_changeblue0pixelsdialog.h"
+
+/// Sets blue to 1 where it is 0, so that no pixel of a file is taken for a nodal
+/// point by the import of irregular meshes.
+class ChangeBlue0PixelsDialog : public ToolDialog, private Ui::ChangeBlue0PixelsDialog {
+    Q_OBJECT
+
+public:
+    explicit ChangeBlue0PixelsDialog(QWidget *parent = nullptr);
+
+private:
+    [[nodiscard]] bool work(QString *error) override;
+    void pushButtonBrowseFromFileClicked();
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tooldialogs/tooldialog.h"
+#include "ui_convolutiondialog.h"
+
+/// Filters an image with a kernel that is an image itself.
+class ConvolutionDialog : public ToolDialog, private Ui::ConvolutionDialog {
+    Q_OBJECT
+
+public:
+    explicit ConvolutionDialog(QWidget *parent = nullptr);
+
+private:
+    [[nodiscard]] bool work(QString *error) override;
+    void pushButtonBrowseFromFileClicked();
+    void pushButtonBrowseKernelFileClicked();
+    // Loads a kernel that is no larger than allowed.
+    [[nodiscard]] static bool loadKernel(const QString &fileName, QImage &kernel,
+                                         QString *error);
+};

@@ -1,0 +1,118 @@
+#include "tooldialogs/elevationtocolordialog.h"
+
+#include "raster/elevationimage.h"
+#include "raster/imagefile.h"
+#include "tools/elevationconversions.h"
+#include "views/waitcursor.h"
+
+#include <QMessageBox>
+#include <QPixmap>
+
+ElevationToColorDialog::ElevationToColorDialog(QWidget *parent) : ToolDialog(parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
+               {lineEditFromFile, lineEditPaletteFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &ElevationToColorDialog::pushButtonBrowseFromFileClicked);
+    connect(pushButtonBrowsePaletteFile, &QPushButton::clicked, this,
+            &ElevationToColorDialog::pushButtonBrowsePaletteFileClicked);
+    connect(checkBoxIgnoreZeroValues, &QCheckBox::clicked, this,
+            &ElevationToColorDialog::checkBoxIgnoreZeroValuesClicked);
+}
+
+void ElevationToColorDialog::pushButtonBrowseFromFileClicked()
+{
+    const QString name = askToOpen(imageFileFilter());
+    if (name.isEmpty())
+        return;
+    if (!showRangeOf(name))
+        return showCouldNotOpen(name);
+    takeFile(lineEditFromFile, name);
+    validateOKButton();
+}
+
+void ElevationToColorDialog::pushButtonBrowseToFileClicked()
+{
+    browseToSave(lineEditToFile, tr("Image Files (*.bmp *.jpg *.png *.ppm *.tga *.tif);;"
+                                    "All Files (*.*)"));
+}
+
+void ElevationToColorDialog::pushButtonBrowsePaletteFileClicked()
+{
+    const QString name = askToOpen(imageFileFilter());
+    if (name.isEmpty())
+        return;
+    QImage loaded = loadImageFile(name);
+    if (loaded.isNull()) {
+        QMessageBox::critical(this, windowTitle(),
+                              tr("Could not open file \"%1\".").arg(name));
+        return;
+    }
+    setPalette(loaded);
+    palette = loaded;
+    showPalette();
+    takeFile(lineEditPaletteFile, name);
+    validateOKButton();
+}
+
+void ElevationToColorDialog::setPalette(QImage &image) { spreadTopRow(image); }
+
+void ElevationToColorDialog::showPalette()
+{
+    if (palette.isNull())
+        return;
+    const qreal ratio = labelPalette->devicePixelRatioF();
+    QImage shown = palette.scaled(labelPalette->size() * ratio, Qt::IgnoreAspectRatio,
+                                  Qt::SmoothTransformation);
+    shown.setDevicePixelRatio(ratio);
+    labelPalette->setPixmap(QPixmap::fromImage(shown));
+}
+
+void ElevationToColorDialog::resizeEvent(QResizeEvent *event)
+{
+    ConverterDialog::resizeEvent(event);
+    showPalette();
+}
+
+void ElevationToColorDialog::checkBoxIgnoreZeroValuesClicked()
+{
+    // Without a file there is nothing to show and nothing to complain of.
+    showRangeOf(lineEditFromFile->text());
+}
+
+bool ElevationToColorDialog::showRangeOf(const QString &fileName)
+{
+    const WaitCursor wait;
+    const ElevationImage image(fileName);
+    if (!image.isNull())
+        updateElevationRange(image);
+    return !image.isNull();
+}
+
+void ElevationToColorDialog::updateElevationRange(const ElevationImage &image)
+{
+    const ElevationLimits range =
+        elevationRange(image, checkBoxIgnoreZeroValues->isChecked());
+    const int lower = elevationAsInteger(range.lowest);
+    const int upper = elevationAsInteger(range.highest);
+    spinBoxElevationRangeLower->setValue(lower);
+    spinBoxElevationLower->setValue(lower);
+    spinBoxElevationRangeUpper->setValue(upper);
+    spinBoxElevationUpper->setValue(upper);
+}
+
+bool ElevationToColorDialog::work(QString *error)
+{
+    ElevationImage image(lineEditFromFile->text());
+    if (image.isNull()) {
+        *error = couldNotOpen(lineEditFromFile->text());
+        return false;
+    }
+    if (!elevationToColor(image, palette, spinBoxElevationLower->value(),
+                          spinBoxElevationUpper->value())) {
+        *error = couldNotOpen(lineEditPaletteFile->text());
+        return false;
+    }
+    return save(image, lineEditToFile->text(), error);
+}

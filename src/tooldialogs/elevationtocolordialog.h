@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tooldialogs/tooldialog.h"
+#include "ui_elevationtocolordialog.h"
+
+#include <QImage>
+
+class ElevationImage;
+
+/// Makes a false colour file of an elevation file and a palette.
+class ElevationToColorDialog : public ToolDialog, private Ui::ElevationToColorDialog {
+    Q_OBJECT
+
+public:
+    explicit ElevationToColorDialog(QWidget *parent = nullptr);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] bool work(QString *error) override;
+    void pushButtonBrowseFromFileClicked();
+    void pushButtonBrowseToFileClicked() override;
+    void pushButtonBrowsePaletteFileClicked();
+    void checkBoxIgnoreZeroValuesClicked();
+    // False if the file is no image.
+    bool showRangeOf(const QString &fileName);
+    // Shows the range of the image's elevations and proposes it for the mapping.
+    void updateElevationRange(const ElevationImage &image);
+    // Makes all rows of the image like the one that is used.
+    static void setPalette(QImage &image);
+    void showPalette();
+
+    QImage palette; // the loaded file; null before one is chosen
+};

@@ -1,0 +1,70 @@
+#include "tooldialogs/elevationtograydialog.h"
+
+#include "views/waitcursor.h"
+
+#include <QMessageBox>
+
+#include <utility>
+
+ElevationToGrayDialog::ElevationToGrayDialog(QWidget *parent) : ToolDialog(parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &ElevationToGrayDialog::pushButtonBrowseFromFileClicked);
+}
+
+void ElevationToGrayDialog::pushButtonBrowseFromFileClicked()
+{
+    browseToOpen(lineEditFromFile, imageFileFilter());
+}
+
+bool ElevationToGrayDialog::convert(bool normalize, QString *error)
+{
+    const WaitCursor wait;
+    // What was there goes first: two rasters of a large file may not fit.
+    m_image = ElevationImage();
+    m_image = ElevationImage(lineEditFromFile->text());
+    if (m_image.isNull()) {
+        *error = couldNotOpen(lineEditFromFile->text());
+        return false;
+    }
+    elevationToGray(m_image, normalize);
+    return true;
+}
+
+void ElevationToGrayDialog::elevationToGray(ElevationImage &image, bool normalize)
+{
+    m_conversion.zScale = doubleSpinBoxZScale->value();
+    ::elevationToGray(image, normalize, m_conversion);
+}
+
+bool ElevationToGrayDialog::userWantsNormalization()
+{
+    const QString text =
+        tr("Conversion finished.\nThere were %1 pixels below 0\nand %2 pixels above 255."
+           "\nNormalization would require a z scale of %3.\nNormalize?")
+            .arg(m_conversion.belowCount)
+            .arg(m_conversion.aboveCount)
+            .arg(m_conversion.normalizingScale(), 0, 'f', 2);
+    return QMessageBox::information(this, windowTitle(), text,
+                                    QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+void ElevationToGrayDialog::accept()
+{
+    QString error;
+    if (!convert(false, &error))
+        return showError(error);
+    const bool cutOff = m_conversion.belowCount > 0 || m_conversion.aboveCount > 0;
+    if (cutOff && userWantsNormalization() && !convert(true, &error))
+        return showError(error);
+    ToolDialog::accept();
+}
+
+bool ElevationToGrayDialog::work(QString *error)
+{
+    const ElevationImage image = std::exchange(m_image, ElevationImage());
+    return save(image, lineEditToFile->text(), error);
+}

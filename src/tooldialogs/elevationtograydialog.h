@@ -1,0 +1,28 @@
+#pragma once
+
+#include "raster/elevationimage.h"
+#include "tooldialogs/tooldialog.h"
+#include "tools/elevationconversions.h"
+#include "ui_elevationtograydialog.h"
+
+/// Makes a grayscale file of an elevation file, on demand spread over all grays.
+class ElevationToGrayDialog : public ToolDialog, private Ui::ElevationToGrayDialog {
+    Q_OBJECT
+
+public:
+    explicit ElevationToGrayDialog(QWidget *parent = nullptr);
+
+    void accept() override;
+
+private:
+    // Saves the converted image.
+    [[nodiscard]] bool work(QString *error) override;
+    void pushButtonBrowseFromFileClicked();
+    // Loads the input afresh and converts it.
+    [[nodiscard]] bool convert(bool normalize, QString *error);
+    void elevationToGray(ElevationImage &image, bool normalize);
+    [[nodiscard]] bool userWantsNormalization();
+
+    GrayConversion m_conversion; // counts and range of the last pass
+    ElevationImage m_image;      // converted and not yet saved
+};

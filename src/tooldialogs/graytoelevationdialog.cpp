@@ -1,0 +1,40 @@
+#include "tooldialogs/graytoelevationdialog.h"
+
+#include "raster/elevationimage.h"
+
+#include <QMessageBox>
+
+GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : ToolDialog(parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &GrayToElevationDialog::pushButtonBrowseFromFileClicked);
+}
+
+void GrayToElevationDialog::pushButtonBrowseFromFileClicked()
+{
+    browseToOpen(lineEditFromFile, imageFileFilter());
+}
+
+bool GrayToElevationDialog::work(QString *error)
+{
+    ElevationImage image(lineEditFromFile->text());
+    if (image.isNull()) {
+        *error = couldNotOpen(lineEditFromFile->text());
+        return false;
+    }
+    m_range = grayToElevation(image);
+    return save(image, lineEditToFile->text(), error);
+}
+
+void GrayToElevationDialog::tellResult()
+{
+    QMessageBox::information(
+        this, windowTitle(),
+        tr("Conversion finished.\nElevation values between %1 and %2 were detected.\n\n"
+           "Note that an elevation value is the sum of the\n"
+           "red, green and blue values of a pixel.")
+            .arg(elevationAsInteger(m_range.lowest))
+            .arg(elevationAsInteger(m_range.highest)));
+}

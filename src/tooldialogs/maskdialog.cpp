@@ -1,0 +1,41 @@
+#include "tooldialogs/maskdialog.h"
+
+#include "raster/imagefile.h"
+#include "tools/mask.h"
+
+MaskDialog::MaskDialog(QWidget *parent) : ToolDialog(parent)
+{
+    setupUi(this);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
+               {lineEditFromFile, lineEditMaskFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &MaskDialog::pushButtonBrowseFromFileClicked);
+    connect(pushButtonBrowseMaskFile, &QPushButton::clicked, this,
+            &MaskDialog::pushButtonBrowseMaskFileClicked);
+}
+
+void MaskDialog::pushButtonBrowseFromFileClicked()
+{
+    browseToOpen(lineEditFromFile, imageFileFilter());
+}
+
+void MaskDialog::pushButtonBrowseMaskFileClicked()
+{
+    // Users know this window by this caption, though it opens a file.
+    browseToOpen(lineEditMaskFile, imageFileFilter(), tr("Save File"));
+}
+
+bool MaskDialog::work(QString *error)
+{
+    QImage image = loadImageFile(lineEditFromFile->text());
+    if (image.isNull()) {
+        *error = couldNotOpen(lineEditFromFile->text());
+        return false;
+    }
+    const QImage mask = loadImageFile(lineEditMaskFile->text());
+    if (mask.isNull() || !applyMask(image, mask)) {
+        *error = couldNotOpen(lineEditMaskFile->text());
+        return false;
+    }
+    return save(image, lineEditToFile->text(), error);
+}

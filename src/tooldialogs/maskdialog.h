@@ -1,0 +1,17 @@
+#pragma once
+
+#include "tooldialogs/tooldialog.h"
+#include "ui_maskdialog.h"
+
+/// Lays a mask with an alpha channel over an image.
+class MaskDialog : public ToolDialog, private Ui::MaskDialog {
+    Q_OBJECT
+
+public:
+    explicit MaskDialog(QWidget *parent = nullptr);
+
+private:
+    [[nodiscard]] bool work(QString *error) override;
+    void pushButtonBrowseFromFileClicked();
+    void pushButtonBrowseMaskFileClicked();
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tooldialogs/tooldialog.h"
+#include "ui_rectifydialog.h"
+
+#include <array>
+
+/// Warps an image by four pairs of points, which it remembers.
+class RectifyDialog : public ToolDialog, private Ui::RectifyDialog {
+    Q_OBJECT
+
+public:
+    explicit RectifyDialog(QWidget *parent = nullptr);
+
+private:
+    // A coordinate's field, its setting and the number that the tool works with.
+    struct Coordinate {
+        QLineEdit *field;
+        const char *key;
+        double *value;
+    };
+
+    [[nodiscard]] bool work(QString *error) override;
+    void pushButtonBrowseFromFileClicked();
+    [[nodiscard]] std::array<Coordinate, 16> coordinates() const;
+    void storeCoordinates() const;
+};

@@ -1,0 +1,159 @@
+#include "tooldialogs/resampledialog.h"
+
+#include "base/memorybudget.h"
+#include "raster/elevationimage.h"
+#include "raster/imagefile.h"
+#include "tools/resample.h"
+#include "views/waitcursor.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+// A field that tells of a value set for it would set the one it follows, rounded,
+// and so on without an end.
+template <class Box, class Value> void setSilently(Box *box, Value value)
+{
+    const QSignalBlocker blocker(box);
+    box->setValue(value);
+}
+
+} // namespace
+
+ResampleDialog::ResampleDialog(QWidget *parent)
+    : ToolDialog(parent),
+      m_connectedIcon(QStringLiteral(":/ResampleDialog/connected.png")),
+      m_disconnectedIcon(QStringLiteral(":/ResampleDialog/disconnected.png"))
+{
+    setupUi(this);
+    pushButtonConnected->setIcon(m_connectedIcon);
+    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
+            &ResampleDialog::pushButtonBrowseFromFileClicked);
+    connect(doubleSpinBoxPercentX, &QDoubleSpinBox::valueChanged, this,
+            &ResampleDialog::doubleSpinBoxPercentXValueChanged);
+    connect(doubleSpinBoxPercentY, &QDoubleSpinBox::valueChanged, this,
+            &ResampleDialog::doubleSpinBoxPercentYValueChanged);
+    connect(spinBoxPixelX, &QSpinBox::valueChanged, this,
+            &ResampleDialog::spinBoxPixelXValueChanged);
+    connect(spinBoxPixelY, &QSpinBox::valueChanged, this,
+            &ResampleDialog::spinBoxPixelYValueChanged);
+    connect(pushButtonConnected, &QPushButton::clicked, this,
+            &ResampleDialog::pushButtonConnectedClicked);
+}
+
+void ResampleDialog::pushButtonBrowseFromFileClicked()
+{
+    const QString name = askToOpen(imageFileFilter());
+    if (name.isEmpty())
+        return;
+    QSize size;
+    {
+        const WaitCursor wait;
+        size = loadImageFile(name).size();
+    }
+    if (size.isEmpty())
+        return showError(couldNotLoad(name));
+    takeFile(lineEditFromFile, name);
+    setSource(size);
+    validateOKButton();
+}
+
+void ResampleDialog::setSource(const QSize &size)
+{
+    for (QWidget *field :
+         {static_cast<QWidget *>(doubleSpinBoxPercentX),
+          static_cast<QWidget *>(doubleSpinBoxPercentY),
+          static_cast<QWidget *>(spinBoxPixelX), static_cast<QWidget *>(spinBoxPixelY),
+          static_cast<QWidget *>(pushButtonConnected),
+          static_cast<QWidget *>(doubleSpinBoxZScale)})
+        field->setEnabled(true);
+    m_sourceWidth = size.width();
+    m_sourceHeight = size.height();
+    setPixelX(m_sourceWidth);
+    setPixelY(m_sourceHeight);
+    // The pixel fields may hold less than a large source has.
+    setPercentX(percentOfPixels(m_sourceWidth, spinBoxPixelX->value()));
+    setPercentY(percentOfPixels(m_sourceHeight, spinBoxPixelY->value()));
+}
+
+void ResampleDialog::setPercentX(double percent)
+{
+    setSilently(doubleSpinBoxPercentX, percent);
+}
+
+void ResampleDialog::setPercentY(double percent)
+{
+    setSilently(doubleSpinBoxPercentY, percent);
+}
+
+void ResampleDialog::setPixelX(int pixels) { setSilently(spinBoxPixelX, pixels); }
+
+void ResampleDialog::setPixelY(int pixels) { setSilently(spinBoxPixelY, pixels); }
+
+void ResampleDialog::doubleSpinBoxPercentXValueChanged(double percent)
+{
+    setPixelX(pixelsOfPercent(m_sourceWidth, percent));
+    if (m_connected) {
+        setPercentY(percent);
+        setPixelY(pixelsOfPercent(m_sourceHeight, percent));
+    }
+}
+
+void ResampleDialog::doubleSpinBoxPercentYValueChanged(double percent)
+{
+    setPixelY(pixelsOfPercent(m_sourceHeight, percent));
+    if (m_connected) {
+        setPercentX(percent);
+        setPixelX(pixelsOfPercent(m_sourceWidth, percent));
+    }
+}
+
+void ResampleDialog::spinBoxPixelXValueChanged(int pixels)
+{
+    const double percent = percentOfPixels(m_sourceWidth, pixels);
+    setPercentX(percent);
+    if (m_connected) {
+        setPercentY(percent);
+        setPixelY(pixelsOfPercent(m_sourceHeight, percent));
+    }
+}
+
+void ResampleDialog::spinBoxPixelYValueChanged(int pixels)
+{
+    const double percent = percentOfPixels(m_sourceHeight, pixels);
+    setPercentY(percent);
+    if (m_connected) {
+        setPercentX(percent);
+        setPixelX(pixelsOfPercent(m_sourceWidth, percent));
+    }
+}
+
+void ResampleDialog::pushButtonConnectedClicked()
+{
+    m_connected = !m_connected;
+    pushButtonConnected->setIcon(m_connected ? m_connectedIcon : m_disconnectedIcon);
+}
+
+bool ResampleDialog::work(QString *error)
+{
+    *error = couldNotLoad(lineEditFromFile->text());
+    if (m_sourceWidth < 0 || m_sourceHeight < 0)
+        return false;
+    const ElevationImage source(lineEditFromFile->text());
+    if (source.isNull())
+        return false;
+    const QSize size(spinBoxPixelX->value(), spinBoxPixelY->value());
+    const qint64 claim = qint64(size.width()) * size.height() * 3 +
+                         qint64(source.width()) * source.height() * 4; // as it is read
+    *error = tr("Could not create output file.");
+    if (!claimMemory(
+            tr("Resampling to %1 x %2 pixels").arg(size.width()).arg(size.height()),
+            claim))
+        return false;
+    ElevationImage destination(size, QImage::Format_RGB888);
+    if (destination.isNull() ||
+        !resample(source, doubleSpinBoxZScale->value(), destination))
+        return false;
+    return save(destination, lineEditToFile->text(), error);
+}

@@ -1,0 +1,343 @@
+#include "views/imagemdichild.h"
+
+#include "base/appsettings.h"
+#include "base/memorybudget.h"
+#include "base/truncate.h"
+#include "raster/image.h"
+#include "raster/imagefile.h"
+#include "ui_imagemdichildform.h"
+#include "views/fieldhelp.h"
+#include "views/picturelabel.h"
+#include "views/waitcursor.h"
+#include "views/workspacewindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int LargestSnugWidth = 400; // pictures up to this size get a window that fits
+constexpr int LargestSnugHeight = 300;
+constexpr int ScrollAreaFrame = 2;
+
+WorkspaceWindow *activeWorkspace()
+{
+    return dynamic_cast<WorkspaceWindow *>(QApplication::activeWindow());
+}
+
+int scaledLength(int length, double factor)
+{
+    return std::min(truncatedPlusHalf(length * factor), QWIDGETSIZE_MAX);
+}
+
+QString percent(double factor) { return QString::number(100.0 * factor, 'f', 0); }
+
+QString imageFilter()
+{
+    return ImageMdiChild::tr("Image File (*.bmp *.jpg *.png *.ppm *.tga *.tif)");
+}
+
+} // namespace
+
+ImageMdiChild::ImageMdiChild(QWidget *parent)
+    : MdiChild(parent), ui(std::make_unique<Ui_ImageMdiChildForm>())
+{
+    ui->setupUi(this);
+    imageLabel = new PictureLabel;
+    imageLabel->setBackgroundRole(QPalette::Base);
+    imageLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    imageLabel->setScaledContents(true);
+    scrollArea = new QScrollArea;
+    scrollArea->setBackgroundRole(QPalette::Dark);
+    scrollArea->setWidget(imageLabel);
+    scrollArea->setParent(this);
+    scrollArea->setAccessibleName(tr("Picture"));
+    scrollArea->setWhatsThis(
+        tr("Shows the picture. The status bar tells the magnification, and the position "
+           "of the mouse in pixels from the left and from the bottom of the picture."));
+    completeHelp(this);
+    setFitToWindow(false);
+    setMouseTracking(true);
+    imageLabel->setMouseTracking(true);
+    scrollArea->setMouseTracking(true);
+    setWindowFlags(windowFlags() | Qt::WindowMinimizeButtonHint |
+                   Qt::WindowMaximizeButtonHint);
+}
+
+ImageMdiChild::~ImageMdiChild() = default;
+
+// Without a layout the form would tell its workspace window no size at all.
+QSize ImageMdiChild::sizeHint() const { return {600, 400}; }
+
+// --- Zoom ------------------------------------------------------------------------
+
+bool ImageMdiChild::isMeant() const
+{
+    const WorkspaceWindow *const workspace = activeWorkspace();
+    const MdiChild *const active = workspace ? workspace->activeMdiChild() : nullptr;
+    return active && (active == this || active == parent());
+}
+
+void ImageMdiChild::slotZoomIn()
+{
+    if (isMeant())
+        scaleImage(1.25);
+}
+
+void ImageMdiChild::slotZoomOut()
+{
+    if (isMeant())
+        scaleImage(0.8);
+}
+
+void ImageMdiChild::slotNormalSize()
+{
+    if (isMeant())
+        showNormalSize();
+}
+
+void ImageMdiChild::slotFitToWindow()
+{
+    const WorkspaceWindow *const workspace = activeWorkspace();
+    if (workspace && (isMeant() || !workspace->activeMdiChild()))
+        setFitToWindow(!fitToWindow);
+}
+
+void ImageMdiChild::showNormalSize()
+{
+    imageLabel->adjustSize();
+    scaleFactor = 1.0;
+}
+
+void ImageMdiChild::setFitToWindow(bool fit)
+{
+    fitToWindow = fit;
+    if (const WorkspaceWindow *const workspace = activeWorkspace())
+        workspace->getAction_FitToWindow()->setChecked(fit);
+    scrollArea->setWidgetResizable(fit);
+    if (!fit)
+        showNormalSize();
+    updateActions();
+}
+
+void ImageMdiChild::updateActions()
+{
+    ui->action_ZoomIn->setEnabled(!fitToWindow);
+    ui->action_ZoomOut->setEnabled(!fitToWindow);
+    ui->action_NormalSize->setEnabled(!fitToWindow);
+}
+
+void ImageMdiChild::scaleImage(double factor)
+{
+    const QSize size = imageLabel->pixmap().size();
+    if (size.isEmpty())
+        return;
+    scaleFactor *= factor;
+    if (WorkspaceWindow *const workspace = activeWorkspace())
+        workspace->showMessage(QStringLiteral("%1%").arg(percent(scaleFactor)), 0);
+    imageLabel->resize(scaledLength(size.width(), scaleFactor),
+                       scaledLength(size.height(), scaleFactor));
+    adjustScrollBar(scrollArea->horizontalScrollBar(), factor);
+    adjustScrollBar(scrollArea->verticalScrollBar(), factor);
+}
+
+// Keeps the middle of the view where it is.
+void ImageMdiChild::adjustScrollBar(QScrollBar *scrollBar, double factor)
+{
+    scrollBar->setValue(truncatedOrNearest(factor * scrollBar->value() +
+                                           (factor - 1.0) * scrollBar->pageStep() / 2.0));
+}
+
+void ImageMdiChild::setPixmap(const QImage *image, bool adjust)
+{
+    imageLabel->setPixmap(QPixmap::fromImage(*image));
+    if (adjust) {
+        imageLabel->adjustSize();
+        scaleImage(1.0);
+    }
+    imageLabel->update();
+}
+
+void ImageMdiChild::resizeWhereFeasible()
+{
+    const QSize size = imageLabel->pixmap().size();
+    if (!size.isEmpty() && size.width() <= LargestSnugWidth &&
+        size.height() <= LargestSnugHeight)
+        resize(size.width() + ScrollAreaFrame, size.height() + ScrollAreaFrame);
+}
+
+// --- Files -----------------------------------------------------------------------
+
+void ImageMdiChild::newFile()
+{
+    static int number = 1;
+    curFile = QStringLiteral("document%1.png").arg(number++);
+    setWindowModified(false);
+    MdiChild::newFile();
+}
+
+void ImageMdiChild::newFile(const QSize &size)
+{
+    newFile();
+    // The picture itself and what is shown of it.
+    const bool fits = claimMemory(
+        tr("A picture of %1 x %2 pixels").arg(size.width()).arg(size.height()),
+        qint64(size.width()) * size.height() * 7);
+    QImage image(fits ? size : QSize(), QImage::Format_RGB888);
+    QPixmap pixmap;
+    if (!image.isNull()) {
+        const WaitCursor wait;
+        image.fill(Qt::white);
+        pixmap = QPixmap::fromImage(image);
+    }
+    if (pixmap.isNull()) {
+        QMessageBox::critical(this, tr("Error"), tr("Cannot create image."));
+        return;
+    }
+    imageLabel->setPixmap(pixmap);
+    static int number = 1;
+    curFile = QStringLiteral("document%1.png").arg(number++);
+    setWindowTitle(curFile + QStringLiteral("[*]"));
+    setWindowModified(false);
+    showNormalSize();
+    scaleImage(1.0);
+}
+
+bool ImageMdiChild::loadFile(const QString &fileName)
+{
+    const auto fail = [this](const QString &text) {
+        QMessageBox::critical(this, tr("Error"), text);
+        return false;
+    };
+    if (fileName.isEmpty())
+        return fail(tr("Cannot load file:\nThe given filename is empty.\n"));
+    QFile file(fileName);
+    if (!file.open(QFile::ReadOnly | QFile::Text))
+        return fail(
+            tr("Cannot load file \"%1\":\n%2.").arg(fileName, file.errorString()));
+    file.close();
+
+    QPixmap pixmap;
+    {
+        const Image image(fileName);
+        const WaitCursor wait;
+        pixmap = QPixmap::fromImage(image);
+    }
+    if (pixmap.isNull())
+        return fail(tr("Cannot load file \"%1\".").arg(fileName));
+    imageLabel->setPixmap(pixmap);
+    setCurrentFile(fileName);
+    setWindowModified(false);
+    saveFailed = false;
+    scaleImage(1.0);
+    return true;
+}
+
+bool ImageMdiChild::saveAs()
+{
+    const QString fileName =
+        QFileDialog::getSaveFileName(this, tr("Save As"), curFile, imageFilter());
+    return !fileName.isEmpty() && saveFile(fileName);
+}
+
+bool ImageMdiChild::saveFile(const QString &fileName)
+{
+    const QImage image = imageLabel->pixmap().toImage();
+    bool saved = false;
+    if (!image.isNull()) {
+        const WaitCursor wait;
+        saved = saveImageFile(image, fileName);
+        setCurrentFile(fileName);
+        setWindowModified(false);
+        saveFailed = !saved;
+    }
+    if (!saved)
+        QMessageBox::critical(this, tr("Error"), tr("Cannot save \"%1\".").arg(fileName));
+    return saved;
+}
+
+// --- Clipboard -------------------------------------------------------------------
+
+bool ImageMdiChild::copy()
+{
+    const QPixmap pixmap = imageLabel->pixmap();
+    QClipboard *const clipboard = QApplication::clipboard();
+    if (pixmap.isNull() || !clipboard)
+        return false;
+    clipboard->setPixmap(pixmap);
+    return true;
+}
+
+bool ImageMdiChild::paste()
+{
+    const QClipboard *const clipboard = QApplication::clipboard();
+    const QPixmap pixmap = clipboard ? clipboard->pixmap() : QPixmap();
+    if (pixmap.isNull())
+        return false;
+    imageLabel->setPixmap(pixmap);
+    imageLabel->adjustSize();
+    setWindowModified(true);
+    return true;
+}
+
+bool ImageMdiChild::isModified() const { return isWindowModified() || saveFailed; }
+
+// --- Events ----------------------------------------------------------------------
+
+void ImageMdiChild::mouseMoveEvent(QMouseEvent *event)
+{
+    WorkspaceWindow *const workspace = activeWorkspace();
+    const QSize size = imageLabel->pixmap().size();
+    if (!workspace || size.isEmpty())
+        return;
+    const QPointF mouse = event->position();
+    const int x = truncatedOrNearest(
+        (scrollArea->horizontalScrollBar()->value() + int(mouse.x())) / scaleFactor);
+    const int y = truncatedOrNearest(
+        (scrollArea->verticalScrollBar()->value() + int(mouse.y())) / scaleFactor);
+    const qint64 fromBottom = qint64(size.height()) - 1 - y;
+    workspace->showMessage(
+        QStringLiteral("%1% - %2/%3").arg(percent(scaleFactor)).arg(x).arg(fromBottom),
+        0);
+}
+
+void ImageMdiChild::resizeEvent(QResizeEvent *event)
+{
+    scrollArea->resize(event->size());
+    MdiChild::resizeEvent(event);
+}
+
+void ImageMdiChild::closeEvent(QCloseEvent *event)
+{
+    const auto storeMaximized = [this] {
+        AppSettings().setValue(QStringLiteral("ImageMdiChild/Maximized"), isMaximized());
+    };
+    if (!mayBeClosed) {
+        event->ignore();
+        return;
+    }
+    if (!isModified()) {
+        storeMaximized();
+        event->accept();
+        return;
+    }
+    const auto answer = QMessageBox::warning(
+        this, tr("Close File"),
+        tr("The file has been modified:\n\"%1\"\nSave the changes?").arg(curFile),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    if (answer == QMessageBox::No) {
+        storeMaximized();
+        event->accept();
+    } else {
+        event->setAccepted(answer == QMessageBox::Yes && save());
+    }
+}

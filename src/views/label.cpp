@@ -1,0 +1,3 @@
+#include "views/label.h"
+
+void Label::paintEvent(QPaintEvent *event) { emit paintEventSignal(event); }

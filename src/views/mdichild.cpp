@@ -1,0 +1,50 @@
+#include "views/mdichild.h"
+
+#include <QFileInfo>
+#include <QKeyEvent>
+
+MdiChild::MdiChild(QWidget *parent) : QDialog(parent)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+void MdiChild::newFile()
+{
+    isUntitled = true;
+    setWindowTitle(curFile + QStringLiteral("[*]"));
+}
+
+bool MdiChild::save()
+{
+    if (isUntitled)
+        return saveAs();
+    const QString fileName = curFile; // saving sets the name anew
+    return saveFile(fileName);
+}
+
+QString MdiChild::userFriendlyCurrentFile() const { return strippedName(curFile); }
+
+QString MdiChild::currentFile() const { return curFile; }
+
+void MdiChild::setCurrentFile(const QString &fileName)
+{
+    const QFileInfo file(fileName);
+    curFile = file.canonicalFilePath();
+    if (curFile.isEmpty()) // nothing of that name is on disk
+        curFile = file.absoluteFilePath();
+    isUntitled = false;
+    setWindowTitle(userFriendlyCurrentFile() + QStringLiteral("[*]"));
+}
+
+QString MdiChild::strippedName(const QString &fullFileName) const
+{
+    return QFileInfo(fullFileName).fileName();
+}
+
+void MdiChild::keyPressEvent(QKeyEvent *event)
+{
+    // A dialog closes on Escape; a document must not.
+    if (event->key() == Qt::Key_Escape)
+        return;
+    QDialog::keyPressEvent(event);
+}

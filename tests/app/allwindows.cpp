@@ -1,0 +1,129 @@
+#include "app/allwindows.h"
+
+#include "app/aboutzephrantdialog.h"
+#include "app/mainwindow.h"
+#include "app/newfiledialog.h"
+#include "app/settingsdialog.h"
+#include "document/scenerymdichild.h"
+#include "importdialogs/asciiirregulardialog.h"
+#include "importdialogs/asciiregulardialog.h"
+#include "importdialogs/binconversiondialog.h"
+#include "importdialogs/demdatadialog.h"
+#include "importdialogs/japanconversiondialog.h"
+#include "importdialogs/sdtsconversiondialog.h"
+#include "importdialogs/usgsdemconversiondialog.h"
+#include "importers/usgsdemdata.h"
+#include "patheditors/setflightpathdialog.h"
+#include "patheditors/setflightpathprofiledialog.h"
+#include "raster/elevationimage.h"
+#include "raster/imagefile.h"
+#include "tooldialogs/changeblue0pixelsdialog.h"
+#include "tooldialogs/convolutiondialog.h"
+#include "tooldialogs/elevationtocolordialog.h"
+#include "tooldialogs/elevationtograydialog.h"
+#include "tooldialogs/graytoelevationdialog.h"
+#include "tooldialogs/maskdialog.h"
+#include "tooldialogs/mergedialog.h"
+#include "tooldialogs/rectifydialog.h"
+#include "tooldialogs/resampledialog.h"
+#include "views/imagemdichild.h"
+
+#include <QTemporaryDir>
+
+namespace {
+
+template <class Window> std::shared_ptr<QWidget> made()
+{
+    return std::make_shared<Window>(nullptr);
+}
+
+std::shared_ptr<QWidget> mainWindow() { return std::make_shared<MainWindow>(); }
+
+std::shared_ptr<QWidget> sceneryView()
+{
+    return std::make_shared<SceneryMdiChild>(nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+std::shared_ptr<QWidget> demData()
+{
+    UsgsDemData header;
+    return std::make_shared<DemDataDialog>(nullptr, &header);
+}
+
+// What both editors of a flight path work on.
+struct Flight {
+    QTemporaryDir folder;
+    QList<ControlPoint> points;
+    QList<Waypoint> ways;
+    int level = 0;
+    std::unique_ptr<ElevationImage> elevation;
+    std::unique_ptr<QWidget> editor;
+
+    [[nodiscard]] QString picture() const
+    {
+        const QString name = folder.filePath("picture.png");
+        QImage image(40, 30, QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        return saveImageFile(image, name) ? name : QString();
+    }
+};
+
+// The window lives as long as what it works on.
+std::shared_ptr<QWidget> shared(const std::shared_ptr<Flight> &flight)
+{
+    return {flight, flight->editor.get()};
+}
+
+std::shared_ptr<QWidget> planEditor()
+{
+    const auto flight = std::make_shared<Flight>();
+    const QString picture = flight->picture();
+    flight->editor =
+        std::make_unique<SetFlightPathDialog>(flight->points, flight->ways, flight->level,
+                                              1.0, 1.0, picture, picture, 1.0, 1.0);
+    return shared(flight);
+}
+
+std::shared_ptr<QWidget> profileEditor()
+{
+    const auto flight = std::make_shared<Flight>();
+    flight->elevation =
+        std::make_unique<ElevationImage>(flight->picture(), 1.0, 1.0, nullptr);
+    flight->editor = std::make_unique<SetFlightPathProfileDialog>(
+        nullptr, flight->elevation.get(), flight->points, flight->ways, flight->level,
+        1.0, 1.0);
+    return shared(flight);
+}
+
+} // namespace
+
+const std::vector<WindowCase> &allWindows()
+{
+    static const std::vector<WindowCase> windows{
+        {"main window", mainWindow},
+        {"scenery", sceneryView},
+        {"picture", made<ImageMdiChild>},
+        {"new file", made<NewFileDialog>},
+        {"settings", made<SettingsDialog>},
+        {"about", made<AboutZephrantDialog>},
+        {"flight path from above", planEditor},
+        {"flight path in profile", profileEditor},
+        {"USGS DEM", made<UsgsDemConversionDialog>},
+        {"data of a DEM", demData},
+        {"binary DEM", made<BinConversionDialog>},
+        {"ASCII regular", made<AsciiRegularDialog>},
+        {"ASCII irregular", made<AsciiIrregularDialog>},
+        {"SDTS", made<SdtsConversionDialog>},
+        {"Japan DEM", made<JapanConversionDialog>},
+        {"elevation to color", made<ElevationToColorDialog>},
+        {"elevation to gray", made<ElevationToGrayDialog>},
+        {"gray to elevation", made<GrayToElevationDialog>},
+        {"change blue 0 pixels", made<ChangeBlue0PixelsDialog>},
+        {"convolution", made<ConvolutionDialog>},
+        {"merge", made<MergeDialog>},
+        {"mask", made<MaskDialog>},
+        {"resample", made<ResampleDialog>},
+        {"rectify", made<RectifyDialog>},
+    };
+    return windows;
+}

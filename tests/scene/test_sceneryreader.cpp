@@ -1,0 +1,230 @@
+#include "scene/keyvalue.h"
+#include "scene/scenerydata.h"
+#include "scene/sceneryreader.h"
+#include "scene/scenerywriter.h"
+
+#include <QTest>
+#include <QTextStream>
+
+using Result = SceneryReader::Result;
+
+class TestSceneryReader : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void keySideLosesBlanksAndTabs_data();
+    void keySideLosesBlanksAndTabs();
+    void linesAreComplainedAbout_data();
+    void linesAreComplainedAbout();
+    void numbersThatDoNotConvertReadAsZero();
+    void colourIsBlueFirstInTheFile();
+    void onceSetPngStays();
+    void obsoleteFormatStandsInForPng();
+    void listLinesGrowTheLists();
+    void listIndicesAreLimited_data();
+    void listIndicesAreLimited();
+    void writtenLinesReadBackTheSame();
+    void linesAreWrittenInTheirOrder();
+
+private:
+    Result read(const QString &line);
+
+    std::unique_ptr<SceneryData> m_data;
+    QList<ControlPoint> m_points;
+    QList<Waypoint> m_waypoints;
+    QString m_error;
+};
+
+void TestSceneryReader::init()
+{
+    m_data = std::make_unique<SceneryData>();
+    m_points.clear();
+    m_waypoints.clear();
+    m_error.clear();
+}
+
+Result TestSceneryReader::read(const QString &line)
+{
+    return SceneryReader(*m_data, m_points, m_waypoints).readLine(line, &m_error);
+}
+
+void TestSceneryReader::keySideLosesBlanksAndTabs_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("compact");
+    QTest::newRow("blanks and tabs") << "Beob \tXA = 5"
+                                     << "BeobXA= 5";
+    QTest::newRow("value keeps its blanks") << "TDateiname= a b.png"
+                                            << "TDateiname= a b.png";
+    QTest::newRow("without equals sign") << "a b c"
+                                         << "a b c";
+    QTest::newRow("second equals sign") << "a = b = c"
+                                        << "a= b = c";
+}
+void TestSceneryReader::keySideLosesBlanksAndTabs()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, compact);
+    compactKey(line);
+    QCOMPARE(line, compact);
+}
+
+void TestSceneryReader::linesAreComplainedAbout_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *line, const char *error) {
+        QTest::newRow(line) << line << error;
+    };
+    row("BeobXA", "No key/value pair: BeobXA");
+    row("BeobXA5", "No key/value pair: BeobXA5");
+    row("BeobXAB=1", "No such key: BeobXAB=1");
+    row("beobxa=1", "No such key: beobxa=1");
+    row("   ", "No such key:    ");
+    row("Hintergrund=xyz", "No color value: xyz");
+    row("Punkt07=12", "No comma in two value parameter: Punkt07=12");
+    row("Punkt07", "No key/value pair: Punkt07");
+    row("Punkt7=1,2", "No such key: Punkt7=1,2");
+    row("Punkt07_q=1", "No such key: Punkt07_q=1");
+    row("cPunkt07=12", "No first comma in three value parameter: cPunkt07=12");
+    row("cPunkt07=1,2", "No second comma in three value parameter: cPunkt07=1,2");
+    row("cPunkt7=1,2,3", "No such key: cPunkt7=1,2,3");
+}
+void TestSceneryReader::linesAreComplainedAbout()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, error);
+    QCOMPARE(read(line), Result::Rejected);
+    QCOMPARE(m_error, error);
+}
+
+void TestSceneryReader::numbersThatDoNotConvertReadAsZero()
+{
+    QCOMPARE(read("BeobXA=abc"), Result::Accepted);
+    QCOMPARE(m_data->BeobXA, 0.0);
+    QCOMPARE(read("BeobXA= 5"), Result::Accepted);
+    QCOMPARE(m_data->BeobXA, 5.0);
+    QCOMPARE(read("AusBreite=99999999999"), Result::Accepted);
+    QCOMPARE(m_data->AusBreite, 0);
+    QCOMPARE(read("TDateiname= a.png"), Result::Accepted);
+    QCOMPARE(m_data->TDateiname, QString(" a.png"));
+}
+
+void TestSceneryReader::colourIsBlueFirstInTheFile()
+{
+    QCOMPARE(read("Hintergrund=0000ff"), Result::Accepted);
+    QCOMPARE(m_data->Hintergrund, 0xFFFF0000u);
+    QCOMPARE(colourText(m_data->Hintergrund), QString("0000ff"));
+}
+
+void TestSceneryReader::onceSetPngStays()
+{
+    m_data->AusgabePNG = false;
+    QCOMPARE(read("AusgabePNG=0"), Result::Accepted);
+    QVERIFY(!m_data->AusgabePNG);
+    QCOMPARE(read("AusgabePNG=1"), Result::Accepted);
+    QCOMPARE(read("AusgabePNG=0"), Result::Accepted);
+    QVERIFY(m_data->AusgabePNG);
+}
+
+void TestSceneryReader::obsoleteFormatStandsInForPng()
+{
+    m_data->AusgabePNG = false;
+    QCOMPARE(read("AusgabeYUV=0"), Result::ObsoleteFormatOff);
+    QVERIFY(!m_data->AusgabePNG);
+    QCOMPARE(read("AusgabeYUV=1"), Result::ObsoleteFormatOn);
+    QCOMPARE(read("AusgabePNG=0"), Result::Accepted);
+    QVERIFY(m_data->AusgabePNG);
+}
+
+void TestSceneryReader::listLinesGrowTheLists()
+{
+    QCOMPARE(read("Punkt02=3,-4"), Result::Accepted);
+    QCOMPARE(m_waypoints.size(), 3);
+    QCOMPARE(m_waypoints[0], Waypoint());
+    QCOMPARE(m_waypoints[2].x, 3);
+    QCOMPARE(m_waypoints[2].y, -4);
+    QCOMPARE(read("Punkt02_z=100"), Result::Accepted);
+    QCOMPARE(read("Punkt02_i=1.5"), Result::Accepted);
+    QCOMPARE(read("Punkt02_a=-2.25"), Result::Accepted);
+    QCOMPARE(read("Punkt02_p=0.5"), Result::Accepted);
+    QCOMPARE(m_waypoints[2].z, 100);
+    QCOMPARE(m_waypoints[2].i, 1.5);
+    QCOMPARE(m_waypoints[2].a, -2.25);
+    QCOMPARE(m_waypoints[2].p, 0.5);
+    QCOMPARE(read("cPunkt123=1,2,3"), Result::Accepted);
+    QCOMPARE(m_points.size(), 124);
+    QCOMPARE(m_points[123], ControlPoint(1, 2, 3, 0.0));
+}
+
+void TestSceneryReader::listIndicesAreLimited_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("last") << "Punkt65535=1,2" << true;
+    QTest::newRow("too high") << "Punkt65536=1,2" << false;
+    QTest::newRow("hostile") << "Punkt2147483647=1,2" << false;
+    QTest::newRow("negative") << "Punkt-1=1,2" << false;
+    QTest::newRow("hostile control point") << "cPunkt999999999=1,2,3" << false;
+}
+void TestSceneryReader::listIndicesAreLimited()
+{
+    QFETCH(QString, line);
+    QFETCH(bool, accepted);
+    QCOMPARE(read(line) == Result::Accepted, accepted);
+    if (!accepted) {
+        QCOMPARE(m_error, "No such key: " + line);
+        QVERIFY(m_waypoints.isEmpty() && m_points.isEmpty());
+    }
+}
+
+void TestSceneryReader::writtenLinesReadBackTheSame()
+{
+    m_data->BeobXA = 1234567.8;
+    m_data->isStraight = false;
+    m_data->AusDateiname = "a b%03d";
+    m_data->MaskenDateiName = "mask.png";
+    m_data->HoeheUeberBoden = 12.5;
+    m_waypoints = {Waypoint(1, 2, 3, 0.25, -0.5)};
+    m_points = {ControlPoint(4, 5, 6, 9.0)};
+    QString text;
+    QTextStream stream(&text);
+    writeScenery(stream, *m_data, m_waypoints, m_points);
+    QVERIFY(text.contains("BeobXA=1.23457e+06\n")); // six significant digits
+    QVERIFY(text.contains("Rundflug=1\n"));
+
+    const QStringList lines = text.split('\n', Qt::SkipEmptyParts);
+    init();
+    for (const QString &line : lines)
+        QCOMPARE(read(line), Result::Accepted);
+    QCOMPARE(m_data->BeobXA, 1234570.0);
+    QVERIFY(!m_data->isStraight);
+    QCOMPARE(m_data->AusDateiname, QString("a b%03d"));
+    QCOMPARE(m_data->MaskenDateiName, QString("mask.png"));
+    QCOMPARE(m_data->HoeheUeberBoden, 12.5);
+    QCOMPARE(m_waypoints, QList({Waypoint(1, 2, 3, 0.25, -0.5)}));
+    QCOMPARE(m_points, QList({ControlPoint(4, 5, 6, 0.0)})); // no station
+}
+
+void TestSceneryReader::linesAreWrittenInTheirOrder()
+{
+    QString text;
+    QTextStream stream(&text);
+    writeScenery(stream, *m_data, {Waypoint()}, {ControlPoint()});
+    const QStringList lines = text.split('\n');
+    QCOMPARE(lines.size(), 51 + 5 + 1 + 1);
+    QCOMPARE(lines[0], QString("[Param]"));
+    QCOMPARE(lines[1], QString("BeobXA=0"));
+    QCOMPARE(lines[15], QString("Bildanzahl=1"));
+    QCOMPARE(lines[26], QString("AusgabePNG=1"));
+    QCOMPARE(lines[35], QString("HDateiSkalaZA=0.001"));
+    QCOMPARE(lines[45], QString("Hintergrund=000000"));
+    QCOMPARE(lines[50], QString("Recorder=0"));
+    QCOMPARE(lines[51], QString("Punkt00=0,0"));
+    QCOMPARE(lines[55], QString("Punkt00_p=0"));
+    QCOMPARE(lines[56], QString("cPunkt00=0,0,0"));
+}
+
+QTEST_APPLESS_MAIN(TestSceneryReader)
+#include "test_sceneryreader.moc"
