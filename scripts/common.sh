@@ -3,7 +3,8 @@
 
 # What a fresh Debian 12 lacks; a new dependency is added here first.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools
-                qt6-image-formats-plugins libgl-dev libdeflate-dev libbenchmark-dev)
+                qt6-image-formats-plugins libgl-dev libdeflate-dev libbenchmark-dev
+                libexpected-dev)
 
 # need_writable FOLDER: ends the script with a sentence where FOLDER cannot be made or
 # written to.
