@@ -176,7 +176,9 @@ void removeLeftovers(const QString &folder)
     const QDir dir(folder);
     const QString pattern =
         QLatin1String(Prefix) + QLatin1Char('*') + QLatin1String(Suffix);
-    for (const QString &entry : dir.entryList({pattern}, QDir::Files | QDir::Hidden)) {
+    QStringList patterns;
+    patterns.append(pattern); // a list in braces does not bear a lack of memory
+    for (const QString &entry : dir.entryList(patterns, QDir::Files | QDir::Hidden)) {
         const QByteArray name = QFile::encodeName(dir.filePath(entry));
         const int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
         if (descriptor < 0)

@@ -3,8 +3,10 @@
 #include "base/freshfile.h"
 #include "base/notices.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QObject>
 #include <QSettings>
 
@@ -29,6 +31,20 @@ bool isWhole(QSettings &settings)
     return left <= 0 && last.endsWith('\n');
 }
 
+// A lack of memory at the wrong moment leaves the toolkit's lock behind, for which it
+// would then wait without end.
+void removeOwnLock(const QString &file)
+{
+    const QString name = file + QLatin1String(".lock");
+    qint64 owner = 0;
+    QString host;
+    QString program;
+    const bool known = QLockFile(name).getLockInfo(&owner, &host, &program);
+    // It may have been left before its owner was written into it.
+    if (known ? owner == QCoreApplication::applicationPid() : QFileInfo(name).size() == 0)
+        QFile::remove(name);
+}
+
 void replaceWhole(QSettings &settings)
 {
     const QFileInfo info(settings.fileName());
@@ -47,6 +63,7 @@ void replaceWhole(QSettings &settings)
     }
     if (whole)
         return;
+    removeOwnLock(settings.fileName());
     earlier.putBack();
     tellNotice(QObject::tr("The settings could not be stored in \"%1\".")
                    .arg(settings.fileName()));

@@ -38,6 +38,15 @@ std::unique_ptr<QImageIOHandler> ownHandler(QIODevice *device, const QByteArray 
     return nullptr;
 }
 
+// Whether a TIFF file has its directory, which is written last. Its writer reports
+// success also where memory ran out before that.
+bool hasItsEnd(QIODevice &device, const QSize &size)
+{
+    if (!device.isReadable() || device.isSequential() || !device.seek(0))
+        return true; // nothing to look at
+    return QImageReader(&device, "tif").size() == size;
+}
+
 bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format,
              QString *error)
 {
@@ -47,9 +56,11 @@ bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format,
     if (format == "png" && isPlainPicture(image))
         return writePng(device, image);
     QImageWriter writer(&device, format);
-    const bool written = writer.write(image);
-    *error = writer.errorString();
-    return written;
+    if (!writer.write(image)) {
+        *error = writer.errorString();
+        return false;
+    }
+    return (format != "tif" && format != "tiff") || hasItsEnd(device, image.size());
 }
 
 // The size that a TGA file claims. Its handler is bound to tell another one.

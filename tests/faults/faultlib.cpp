@@ -114,15 +114,20 @@ int findProgram(dl_phdr_info *info, std::size_t, void *)
     return 1; // the program is the first
 }
 
-// "module(function)" of a frame, as far as they are known.
+// "module(function)" of a frame, or the place in the module where no function is known.
 void describe(const void *frame, char *text, std::size_t size)
 {
     Dl_info info{};
     if (::dladdr(frame, &info) == 0)
         info.dli_fname = "?";
     const char *const slash = std::strrchr(info.dli_fname, '/');
-    std::snprintf(text, size, "%s(%s)", slash ? slash + 1 : info.dli_fname,
-                  info.dli_sname ? info.dli_sname : "");
+    const char *const module = slash ? slash + 1 : info.dli_fname;
+    const auto *const base = static_cast<const char *>(info.dli_fbase);
+    if (info.dli_sname)
+        std::snprintf(text, size, "%s(%s)", module, info.dli_sname);
+    else
+        std::snprintf(text, size, "%s(+%#tx)", module,
+                      static_cast<const char *>(frame) - base);
 }
 
 // The frames that led to the end of the program.
