@@ -5,6 +5,8 @@
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools
                 qt6-image-formats-plugins libgl-dev libdeflate-dev libbenchmark-dev
                 libexpected-dev)
+# What builds with clang and its sanitizers.
+clang_packages=(clang libclang-rt-14-dev)
 
 # need_writable FOLDER: ends the script with a sentence where FOLDER cannot be made or
 # written to.
