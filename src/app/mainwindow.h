@@ -9,6 +9,7 @@
 
 class ImageMdiChild;
 class QAction;
+class QDialog;
 class NoticeLabel;
 class QMdiArea;
 class QMdiSubWindow;
@@ -60,21 +61,22 @@ public slots:
 
     void settings();
     void aboutZephrantDialog();
-    void usgsDEMConversionDialog();
-    void binConversionDialog();
-    void asciiRegularDialog();
-    void asciiIrregularDialog();
-    void sdtsConversionDialog();
-    void japanConversionDialog();
-    void elevationToColorDialog();
-    void elevationToGrayDialog();
-    void grayToElevationDialog();
-    void changeBlue0PixelsDialog();
-    void convolutionDialog();
-    void mergeDialog();
-    void maskDialog();
-    void resampleDialog();
-    void rectifyDialog();
+    // The established names of opening these dialogs; one that comes new needs none.
+    void usgsDEMConversionDialog() { openDialog("action_UsgsDEMConversionDialog"); }
+    void binConversionDialog() { openDialog("action_BinConversionDialog"); }
+    void asciiRegularDialog() { openDialog("action_AsciiRegularDialog"); }
+    void asciiIrregularDialog() { openDialog("action_AsciiIrregularDialog"); }
+    void sdtsConversionDialog() { openDialog("action_SdtsConversionDialog"); }
+    void japanConversionDialog() { openDialog("action_JapanConversionDialog"); }
+    void elevationToColorDialog() { openDialog("action_ElevationToColorDialog"); }
+    void elevationToGrayDialog() { openDialog("action_ElevationToGrayDialog"); }
+    void grayToElevationDialog() { openDialog("action_GrayToElevationDialog"); }
+    void changeBlue0PixelsDialog() { openDialog("action_ChangeBlue0PixelsDialog"); }
+    void convolutionDialog() { openDialog("action_ConvolutionDialog"); }
+    void mergeDialog() { openDialog("action_MergeDialog"); }
+    void maskDialog() { openDialog("action_MaskDialog"); }
+    void resampleDialog() { openDialog("action_ResampleDialog"); }
+    void rectifyDialog() { openDialog("action_RectifyDialog"); }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -84,8 +86,12 @@ private:
     void connectViewAndRunActions();
     void connectWindowActions();
     void connectDialogActions();
-    /// Runs the dialog that stands behind a menu entry.
-    void runDialogOf(const QAction *entry);
+    /// Makes the menu entries of the importers and tools and connects them.
+    void addDialogActions();
+    /// Makes a dialog and runs it until the user closes it.
+    void runDialog(std::unique_ptr<QDialog> (*make)(QWidget *parent));
+    /// Does what choosing the menu entry of this name does.
+    void openDialog(const char *object);
     /// Gives the notices of the program their place in the status bar.
     void showNotices();
     void readSettings();

@@ -2,138 +2,64 @@
 
 #include "app/aboutzephrantdialog.h"
 #include "app/settingsdialog.h"
-#include "importdialogs/asciiirregulardialog.h"
-#include "importdialogs/asciiregulardialog.h"
-#include "importdialogs/binconversiondialog.h"
-#include "importdialogs/japanconversiondialog.h"
-#include "importdialogs/sdtsconversiondialog.h"
-#include "importdialogs/usgsdemconversiondialog.h"
-#include "tooldialogs/changeblue0pixelsdialog.h"
-#include "tooldialogs/convolutiondialog.h"
-#include "tooldialogs/elevationtocolordialog.h"
-#include "tooldialogs/elevationtograydialog.h"
-#include "tooldialogs/graytoelevationdialog.h"
-#include "tooldialogs/maskdialog.h"
-#include "tooldialogs/mergedialog.h"
-#include "tooldialogs/rectifydialog.h"
-#include "tooldialogs/resampledialog.h"
+#include "importdialogs/importdialogs.h"
+#include "tooldialogs/tooldialogs.h"
 #include "ui_mainwindow.h"
 #include "views/noticelabel.h"
 
 #include <QApplication>
+#include <QMenu>
 
 namespace {
 
-template <class Dialog> void runDialog(QWidget *parent) { Dialog(parent).exec(); }
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("DialogEntry", text);
+}
 
-struct DialogEntry {
-    QAction *Ui_MainWindow::*action;
-    void (MainWindow::*slot)();
-    void (*run)(QWidget *parent);
-};
-
-// Every entry that runs a dialog.
-constexpr DialogEntry Entries[] = {
-    {&Ui_MainWindow::action_Settings, &MainWindow::settings, runDialog<SettingsDialog>},
-    {&Ui_MainWindow::action_AboutZephrantDialog, &MainWindow::aboutZephrantDialog,
-     runDialog<AboutZephrantDialog>},
-    {&Ui_MainWindow::action_UsgsDEMConversionDialog, &MainWindow::usgsDEMConversionDialog,
-     runDialog<UsgsDemConversionDialog>},
-    {&Ui_MainWindow::action_BinConversionDialog, &MainWindow::binConversionDialog,
-     runDialog<BinConversionDialog>},
-    {&Ui_MainWindow::action_AsciiRegularDialog, &MainWindow::asciiRegularDialog,
-     runDialog<AsciiRegularDialog>},
-    {&Ui_MainWindow::action_AsciiIrregularDialog, &MainWindow::asciiIrregularDialog,
-     runDialog<AsciiIrregularDialog>},
-    {&Ui_MainWindow::action_SdtsConversionDialog, &MainWindow::sdtsConversionDialog,
-     runDialog<SdtsConversionDialog>},
-    {&Ui_MainWindow::action_JapanConversionDialog, &MainWindow::japanConversionDialog,
-     runDialog<JapanConversionDialog>},
-    {&Ui_MainWindow::action_ElevationToColorDialog, &MainWindow::elevationToColorDialog,
-     runDialog<ElevationToColorDialog>},
-    {&Ui_MainWindow::action_ElevationToGrayDialog, &MainWindow::elevationToGrayDialog,
-     runDialog<ElevationToGrayDialog>},
-    {&Ui_MainWindow::action_GrayToElevationDialog, &MainWindow::grayToElevationDialog,
-     runDialog<GrayToElevationDialog>},
-    {&Ui_MainWindow::action_ChangeBlue0PixelsDialog, &MainWindow::changeBlue0PixelsDialog,
-     runDialog<ChangeBlue0PixelsDialog>},
-    {&Ui_MainWindow::action_ConvolutionDialog, &MainWindow::convolutionDialog,
-     runDialog<ConvolutionDialog>},
-    {&Ui_MainWindow::action_MergeDialog, &MainWindow::mergeDialog,
-     runDialog<MergeDialog>},
-    {&Ui_MainWindow::action_MaskDialog, &MainWindow::maskDialog, runDialog<MaskDialog>},
-    {&Ui_MainWindow::action_ResampleDialog, &MainWindow::resampleDialog,
-     runDialog<ResampleDialog>},
-    {&Ui_MainWindow::action_RectifyDialog, &MainWindow::rectifyDialog,
-     runDialog<RectifyDialog>},
-};
+QAction *actionOf(const DialogEntry &entry, QWidget *window)
+{
+    auto *const action = new QAction(translated(entry.text), window);
+    action->setObjectName(QLatin1String(entry.object));
+    action->setWhatsThis(
+        MainWindow::tr("To show the \"%1\" dialog.").arg(translated(entry.title)));
+    return action;
+}
 
 } // namespace
 
 void MainWindow::connectDialogActions()
 {
-    for (const DialogEntry &entry : Entries)
-        connect(ui.get()->*entry.action, &QAction::triggered, this, entry.slot);
+    connect(ui->action_Settings, &QAction::triggered, this, &MainWindow::settings);
+    connect(ui->action_AboutZephrantDialog, &QAction::triggered, this,
+            &MainWindow::aboutZephrantDialog);
     connect(ui->action_AboutQtDialog, &QAction::triggered, qApp, &QApplication::aboutQt);
+    addDialogActions();
 }
 
-void MainWindow::runDialogOf(const QAction *entry)
+void MainWindow::addDialogActions()
 {
-    notice->dismiss();
-    for (const DialogEntry &candidate : Entries) {
-        if (ui.get()->*candidate.action == entry)
-            candidate.run(this);
+    for (const auto table : {importDialogs(), toolDialogs()}) {
+        for (const DialogEntry &entry : table) {
+            QAction *const action = actionOf(entry, this);
+            findChild<QMenu *>(QLatin1String(entry.menu))->addAction(action);
+            connect(action, &QAction::triggered, this,
+                    [this, &entry] { runDialog(entry.make); });
+        }
     }
 }
 
-void MainWindow::settings() { runDialogOf(ui->action_Settings); }
-
-void MainWindow::aboutZephrantDialog() { runDialogOf(ui->action_AboutZephrantDialog); }
-
-void MainWindow::usgsDEMConversionDialog()
+void MainWindow::runDialog(std::unique_ptr<QDialog> (*make)(QWidget *parent))
 {
-    runDialogOf(ui->action_UsgsDEMConversionDialog);
+    notice->dismiss();
+    make(this)->exec();
 }
 
-void MainWindow::binConversionDialog() { runDialogOf(ui->action_BinConversionDialog); }
-
-void MainWindow::asciiRegularDialog() { runDialogOf(ui->action_AsciiRegularDialog); }
-
-void MainWindow::asciiIrregularDialog() { runDialogOf(ui->action_AsciiIrregularDialog); }
-
-void MainWindow::sdtsConversionDialog() { runDialogOf(ui->action_SdtsConversionDialog); }
-
-void MainWindow::japanConversionDialog()
+void MainWindow::openDialog(const char *object)
 {
-    runDialogOf(ui->action_JapanConversionDialog);
+    findChild<QAction *>(QLatin1String(object))->trigger();
 }
 
-void MainWindow::elevationToColorDialog()
-{
-    runDialogOf(ui->action_ElevationToColorDialog);
-}
+void MainWindow::settings() { runDialog(makeDialog<SettingsDialog>); }
 
-void MainWindow::elevationToGrayDialog()
-{
-    runDialogOf(ui->action_ElevationToGrayDialog);
-}
-
-void MainWindow::grayToElevationDialog()
-{
-    runDialogOf(ui->action_GrayToElevationDialog);
-}
-
-void MainWindow::changeBlue0PixelsDialog()
-{
-    runDialogOf(ui->action_ChangeBlue0PixelsDialog);
-}
-
-void MainWindow::convolutionDialog() { runDialogOf(ui->action_ConvolutionDialog); }
-
-void MainWindow::mergeDialog() { runDialogOf(ui->action_MergeDialog); }
-
-void MainWindow::maskDialog() { runDialogOf(ui->action_MaskDialog); }
-
-void MainWindow::resampleDialog() { runDialogOf(ui->action_ResampleDialog); }
-
-void MainWindow::rectifyDialog() { runDialogOf(ui->action_RectifyDialog); }
+void MainWindow::aboutZephrantDialog() { runDialog(makeDialog<AboutZephrantDialog>); }

@@ -5,27 +5,14 @@
 #include "app/newfiledialog.h"
 #include "app/settingsdialog.h"
 #include "document/scenerymdichild.h"
-#include "importdialogs/asciiirregulardialog.h"
-#include "importdialogs/asciiregulardialog.h"
-#include "importdialogs/binconversiondialog.h"
 #include "importdialogs/demdatadialog.h"
-#include "importdialogs/japanconversiondialog.h"
-#include "importdialogs/sdtsconversiondialog.h"
-#include "importdialogs/usgsdemconversiondialog.h"
+#include "importdialogs/importdialogs.h"
 #include "importers/usgsdemdata.h"
 #include "patheditors/setflightpathdialog.h"
 #include "patheditors/setflightpathprofiledialog.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
-#include "tooldialogs/changeblue0pixelsdialog.h"
-#include "tooldialogs/convolutiondialog.h"
-#include "tooldialogs/elevationtocolordialog.h"
-#include "tooldialogs/elevationtograydialog.h"
-#include "tooldialogs/graytoelevationdialog.h"
-#include "tooldialogs/maskdialog.h"
-#include "tooldialogs/mergedialog.h"
-#include "tooldialogs/rectifydialog.h"
-#include "tooldialogs/resampledialog.h"
+#include "tooldialogs/tooldialogs.h"
 #include "views/imagemdichild.h"
 
 #include <QTemporaryDir>
@@ -95,11 +82,17 @@ std::shared_ptr<QWidget> profileEditor()
     return shared(flight);
 }
 
-} // namespace
-
-const std::vector<WindowCase> &allWindows()
+void addDialogs(std::span<const DialogEntry> dialogs, std::vector<WindowCase> &windows)
 {
-    static const std::vector<WindowCase> windows{
+    for (const DialogEntry &entry : dialogs)
+        windows.push_back({entry.title, [&entry] {
+                               return std::shared_ptr<QWidget>(entry.make(nullptr));
+                           }});
+}
+
+std::vector<WindowCase> madeCases()
+{
+    std::vector<WindowCase> windows{
         {"main window", mainWindow},
         {"scenery", sceneryView},
         {"picture", made<ImageMdiChild>},
@@ -108,22 +101,17 @@ const std::vector<WindowCase> &allWindows()
         {"about", made<AboutZephrantDialog>},
         {"flight path from above", planEditor},
         {"flight path in profile", profileEditor},
-        {"USGS DEM", made<UsgsDemConversionDialog>},
         {"data of a DEM", demData},
-        {"binary DEM", made<BinConversionDialog>},
-        {"ASCII regular", made<AsciiRegularDialog>},
-        {"ASCII irregular", made<AsciiIrregularDialog>},
-        {"SDTS", made<SdtsConversionDialog>},
-        {"Japan DEM", made<JapanConversionDialog>},
-        {"elevation to color", made<ElevationToColorDialog>},
-        {"elevation to gray", made<ElevationToGrayDialog>},
-        {"gray to elevation", made<GrayToElevationDialog>},
-        {"change blue 0 pixels", made<ChangeBlue0PixelsDialog>},
-        {"convolution", made<ConvolutionDialog>},
-        {"merge", made<MergeDialog>},
-        {"mask", made<MaskDialog>},
-        {"resample", made<ResampleDialog>},
-        {"rectify", made<RectifyDialog>},
     };
+    addDialogs(importDialogs(), windows);
+    addDialogs(toolDialogs(), windows);
+    return windows;
+}
+
+} // namespace
+
+const std::vector<WindowCase> &allWindows()
+{
+    static const std::vector<WindowCase> windows = madeCases();
     return windows;
 }

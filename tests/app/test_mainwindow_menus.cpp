@@ -1,7 +1,9 @@
 #include "app/mainwindow.h"
 #include "base/appsettings.h"
+#include "importdialogs/importdialogs.h"
 #include "support/modalanswer.h"
 #include "support/settle.h"
+#include "tooldialogs/tooldialogs.h"
 #include "views/imagemdichild.h"
 
 #include <QAbstractButton>
@@ -298,23 +300,23 @@ private slots:
                                << "AboutZephrantDialog";
         QTest::newRow("new") << "action_New"
                              << "NewFileDialog";
-        QTest::newRow("usgs") << "action_UsgsDEMConversionDialog"
-                              << "UsgsDemConversionDialog";
-        QTest::newRow("binary") << "action_BinConversionDialog"
-                                << "BinConversionDialog";
-        QTest::newRow("regular") << "action_AsciiRegularDialog"
-                                 << "AsciiRegularDialog";
-        QTest::newRow("irregular") << "action_AsciiIrregularDialog"
-                                   << "AsciiIrregularDialog";
-        QTest::newRow("sdts") << "action_SdtsConversionDialog"
-                              << "SdtsConversionDialog";
-        QTest::newRow("japan") << "action_JapanConversionDialog"
-                               << "JapanConversionDialog";
-        for (const char *name :
-             {"ElevationToColorDialog", "ElevationToGrayDialog", "GrayToElevationDialog",
-              "ChangeBlue0PixelsDialog", "ConvolutionDialog", "MergeDialog", "MaskDialog",
-              "ResampleDialog", "RectifyDialog"})
-            QTest::newRow(name) << QString("action_") + name << name;
+        for (const auto table : {importDialogs(), toolDialogs()}) {
+            for (const DialogEntry &entry : table)
+                QTest::newRow(entry.title)
+                    << entry.object << entry.make(nullptr)->metaObject()->className();
+        }
+    }
+
+    void dialogEntriesAreHelpedByTheirDialogsTitles()
+    {
+        for (const auto table : {importDialogs(), toolDialogs()}) {
+            for (const DialogEntry &entry : table) {
+                QCOMPARE(action(entry.object)->text(), QString(entry.text));
+                QCOMPARE(action(entry.object)->whatsThis(),
+                         "To show the \"" + entry.make(nullptr)->windowTitle() +
+                             "\" dialog.");
+            }
+        }
     }
 
     void dialogEntriesRunTheirDialogs()
