@@ -8,13 +8,8 @@
 #include <QMessageBox>
 
 AsciiIrregularDialog::AsciiIrregularDialog(QWidget *parent)
-    : AsciiMeshDialog(tr("ASCII Irregular Import"), parent)
+    : FormDialog(tr("ASCII Irregular Import"), parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    setUpMesh({pushButtonBrowseFromFile, lineEditFromFile, lineEditBoundaryTop,
-               lineEditBoundaryBottom, lineEditBoundaryLeft, lineEditBoundaryRight,
-               spinBoxSkip, listWidgetResults});
 }
 
 QStringList AsciiIrregularDialog::scanRows(const MeshScan &scan) const

@@ -4,7 +4,8 @@
 #include "ui_asciiirregulardialog.h"
 
 /// Turns a text file of scattered x, y, z points into an elevation file.
-class AsciiIrregularDialog : public AsciiMeshDialog, private Ui::AsciiIrregularDialog {
+class AsciiIrregularDialog
+    : public FormDialog<Ui::AsciiIrregularDialog, AsciiMeshDialog> {
     Q_OBJECT
 
 public:

@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QSpinBox>
 
 AsciiMeshDialog::AsciiMeshDialog(const QString &messageTitle, QWidget *parent)
@@ -13,22 +12,23 @@ AsciiMeshDialog::AsciiMeshDialog(const QString &messageTitle, QWidget *parent)
 {
 }
 
-void AsciiMeshDialog::setUpMesh(const MeshWidgets &widgets)
+void AsciiMeshDialog::setUpForm()
 {
-    m_widgets = widgets;
-    connect(widgets.browseFromFile, &QPushButton::clicked, this,
-            &AsciiMeshDialog::pushButtonBrowseFromFileClicked);
-}
-
-void AsciiMeshDialog::pushButtonBrowseFromFileClicked()
-{
-    const QString name =
-        askToOpen(tr("Text Files (*.txt);;Data Files (*.dat *.asc);;All Files (*.*)"));
-    if (name.isEmpty())
-        return;
-    takeFile(m_widgets.fromFile, name);
-    scanFile(name);
-    validateOKButton();
+    ConverterDialog::setUpForm();
+    const auto field = [this](const char *name) {
+        return findChild<QLineEdit *>(QLatin1String(name));
+    };
+    m_widgets = {field("lineEditFromFile"),
+                 field("lineEditBoundaryTop"),
+                 field("lineEditBoundaryBottom"),
+                 field("lineEditBoundaryLeft"),
+                 field("lineEditBoundaryRight"),
+                 findChild<QSpinBox *>(QStringLiteral("spinBoxSkip")),
+                 findChild<QListWidget *>(QStringLiteral("listWidgetResults"))};
+    addInput(
+        m_widgets.fromFile,
+        {.filter = tr("Text Files (*.txt);;Data Files (*.dat *.asc);;All Files (*.*)"),
+         .taken = [this](const QString &name) { scanFile(name); }});
 }
 
 void AsciiMeshDialog::scanFile(const QString &fileName)

@@ -6,7 +6,6 @@
 class QFile;
 class QLineEdit;
 class QListWidget;
-class QPushButton;
 class QSpinBox;
 
 /// What the imports of regular and of irregular text meshes share: the input is
@@ -19,21 +18,10 @@ public:
     void accept() override;
 
 protected:
-    struct MeshWidgets {
-        QPushButton *browseFromFile;
-        QLineEdit *fromFile;
-        QLineEdit *top;
-        QLineEdit *bottom;
-        QLineEdit *left;
-        QLineEdit *right;
-        QSpinBox *skip;
-        QListWidget *results;
-    };
-
     explicit AsciiMeshDialog(const QString &messageTitle, QWidget *parent);
-    void setUpMesh(const MeshWidgets &widgets);
+    /// Finds the widgets of either form.
+    void setUpForm();
 
-    void pushButtonBrowseFromFileClicked();
     /// Widens the boundaries by the points of the file and lists warnings.
     void scanFile(const QString &fileName);
     /// Shows the boundaries, during the scan and after it.
@@ -52,6 +40,16 @@ protected:
     [[nodiscard]] const MeshBoundaries &boundaries() const { return m_boundaries; }
 
 private:
+    struct MeshWidgets {
+        QLineEdit *fromFile;
+        QLineEdit *top;
+        QLineEdit *bottom;
+        QLineEdit *left;
+        QLineEdit *right;
+        QSpinBox *skip;
+        QListWidget *results;
+    };
+
     MeshWidgets m_widgets{};
     MeshBoundaries m_boundaries; // of all files chosen since the dialog was opened
     MeshBoundaries m_shown;

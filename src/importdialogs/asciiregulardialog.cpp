@@ -7,13 +7,8 @@
 #include <QFile>
 
 AsciiRegularDialog::AsciiRegularDialog(QWidget *parent)
-    : AsciiMeshDialog(tr("ASCII Regular Import"), parent)
+    : FormDialog(tr("ASCII Regular Import"), parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    setUpMesh({pushButtonBrowseFromFile, lineEditFromFile, lineEditBoundaryTop,
-               lineEditBoundaryBottom, lineEditBoundaryLeft, lineEditBoundaryRight,
-               spinBoxSkip, listWidgetResults});
 }
 
 void AsciiRegularDialog::showBoundaries()

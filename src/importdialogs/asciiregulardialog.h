@@ -4,7 +4,7 @@
 #include "ui_asciiregulardialog.h"
 
 /// Turns a text file of x, y, z triples on a regular grid into an elevation file.
-class AsciiRegularDialog : public AsciiMeshDialog, private Ui::AsciiRegularDialog {
+class AsciiRegularDialog : public FormDialog<Ui::AsciiRegularDialog, AsciiMeshDialog> {
     Q_OBJECT
 
 public:

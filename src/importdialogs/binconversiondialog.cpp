@@ -8,28 +8,19 @@
 #include <QMessageBox>
 
 BinConversionDialog::BinConversionDialog(QWidget *parent)
-    : ConverterDialog(tr("Error"), parent)
+    : FormDialog(tr("Error"), parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-               {lineEditFromFile, lineEditHeaderFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &BinConversionDialog::pushButtonBrowseFromFileClicked);
-    connect(pushButtonBrowseHeaderFile, &QPushButton::clicked, this,
-            &BinConversionDialog::pushButtonBrowseHeaderFileClicked);
+    addInput(lineEditFromFile, {.filter = tr("DEM Files (*.dem *.img *.bin *.bil *.flt);;"
+                                             "All Files (*.*)")});
+    addInput(lineEditHeaderFile,
+             {.filter = tr("Header Files (*.hdr *.doc);;All Files (*.*)"),
+              .taken = [this](const QString &name) { readHeaderFile(name); }});
 }
 
-void BinConversionDialog::pushButtonBrowseFromFileClicked()
+void BinConversionDialog::readHeaderFile(const QString &fileName)
 {
-    browseToOpen(lineEditFromFile,
-                 tr("DEM Files (*.dem *.img *.bin *.bil *.flt);;All Files (*.*)"));
-}
-
-void BinConversionDialog::pushButtonBrowseHeaderFileClicked()
-{
-    const QString fileName = browseToOpen(
-        lineEditHeaderFile, tr("Header Files (*.hdr *.doc);;All Files (*.*)"));
-    if (!fileName.isEmpty() && openHeaderFile(fileName))
+    validateOKButton(); // before the boxes
+    if (openHeaderFile(fileName))
         setFields();
 }
 

@@ -6,8 +6,7 @@
 #include "views/converterdialog.h"
 
 /// Converts a rectangle of a raw binary raster that a header file describes.
-class BinConversionDialog : public ConverterDialog,
-                            private Ui::BinConversionDialog,
+class BinConversionDialog : public FormDialog<Ui::BinConversionDialog>,
                             private BinDemHeaderListener,
                             private BinDemQuestions {
     Q_OBJECT
@@ -18,13 +17,10 @@ public:
     /// Stays open when the raster cannot be opened or the user does not proceed.
     void accept() override;
 
-private slots:
-    void pushButtonBrowseFromFileClicked();
-    void pushButtonBrowseHeaderFileClicked();
-
 private:
     /// Unlike the other dialogs' it also disables.
     void validateOKButton() override;
+    void readHeaderFile(const QString &fileName);
     [[nodiscard]] bool openHeaderFile(const QString &fileName);
     void setFields();
     void setKBytes();

@@ -8,17 +8,9 @@
 #include <QMessageBox>
 
 JapanConversionDialog::JapanConversionDialog(QWidget *parent)
-    : ConverterDialog(tr("Japan DEM Import"), parent)
+    : FormDialog(tr("Japan DEM Import"), parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &JapanConversionDialog::pushButtonBrowseFromFileClicked);
-}
-
-void JapanConversionDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, tr("DEM Files (*.mem);;All Files (*.*)"));
+    addInput(lineEditFromFile, {.filter = tr("DEM Files (*.mem);;All Files (*.*)")});
 }
 
 void JapanConversionDialog::accept()

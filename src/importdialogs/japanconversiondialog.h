@@ -4,7 +4,7 @@
 #include "views/converterdialog.h"
 
 /// Imports a Japan DEM file.
-class JapanConversionDialog : public ConverterDialog, private Ui::JapanConversionDialog {
+class JapanConversionDialog : public FormDialog<Ui::JapanConversionDialog> {
     Q_OBJECT
 
 public:
@@ -12,7 +12,4 @@ public:
 
     /// Stays open when the input file cannot be read to its end.
     void accept() override;
-
-private slots:
-    void pushButtonBrowseFromFileClicked();
 };

@@ -8,16 +8,14 @@
 #include <QShortcut>
 
 SdtsConversionDialog::SdtsConversionDialog(QWidget *parent)
-    : ConverterDialog(tr("Error"), parent)
+    : FormDialog(tr("Error"), parent)
 {
-    setupUi(this);
     fillOutputUnits();
     makeLabelsAnswerTheirKeys();
-    setUpFiles(
-        pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-        {lineEditFromCATDFile, lineEditDDSHFile, lineEditDDOMFile, lineEditCEL0File});
-    connect(pushButtonBrowseFromCATDFile, &QPushButton::clicked, this,
-            &SdtsConversionDialog::pushButtonBrowseFromCATDFileClicked);
+    addInput(lineEditFromCATDFile,
+             {.filter = tr("CATD Files (*catd.ddf);;All Files (*.*)"),
+              .taken = [this](const QString &name) { readCATDFile(name); }});
+    requireFiles({lineEditDDSHFile, lineEditDDOMFile, lineEditCEL0File});
 }
 
 void SdtsConversionDialog::fillOutputUnits()
@@ -40,21 +38,11 @@ void SdtsConversionDialog::makeLabelsAnswerTheirKeys()
     }
 }
 
-void SdtsConversionDialog::pushButtonBrowseFromCATDFileClicked()
-{
-    const QString name = askToOpen(tr("CATD Files (*catd.ddf);;All Files (*.*)"));
-    if (name.isEmpty())
-        return;
-    takeFile(lineEditFromCATDFile, name);
-    readCATDFile();
-    validateOKButton();
-}
-
-void SdtsConversionDialog::readCATDFile()
+void SdtsConversionDialog::readCATDFile(const QString &fileName)
 {
     {
         const WaitCursor waitCursor;
-        m_conversion.readCATDFile(lineEditFromCATDFile->text());
+        m_conversion.readCATDFile(fileName);
     }
     lineEditDDSHFile->setText(m_conversion.ddshFile);
     lineEditDDOMFile->setText(m_conversion.ddomFile);

@@ -5,7 +5,7 @@
 #include "views/converterdialog.h"
 
 /// Imports an SDTS raster transfer, chosen by its catalog file, as elevation file.
-class SdtsConversionDialog : public ConverterDialog, private Ui::SdtsConversionDialog {
+class SdtsConversionDialog : public FormDialog<Ui::SdtsConversionDialog> {
     Q_OBJECT
 
 public:
@@ -14,8 +14,7 @@ public:
     void accept() override;
 
 private:
-    void pushButtonBrowseFromCATDFileClicked();
-    void readCATDFile();
+    void readCATDFile(const QString &fileName);
     void CalculateCalibrationFactor();
     void fillOutputUnits();
     void makeLabelsAnswerTheirKeys();

@@ -7,15 +7,14 @@
 #include <QMessageBox>
 
 UsgsDemConversionDialog::UsgsDemConversionDialog(QWidget *parent)
-    : ConverterDialog(tr("Convert USGS DEM File(s) Into Elevation File"), parent)
+    : FormDialog(tr("Convert USGS DEM File(s) Into Elevation File"), parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
+    requireFiles({lineEditFromFile});
     connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &UsgsDemConversionDialog::pushButtonBrowseFromFileClicked);
+            &UsgsDemConversionDialog::chooseFiles);
 }
 
-void UsgsDemConversionDialog::pushButtonBrowseFromFileClicked()
+void UsgsDemConversionDialog::chooseFiles()
 {
     // Cancelling empties the list and leaves the field as it is.
     fileNames = askToOpenSeveral(

@@ -7,8 +7,7 @@
 #include <QStringList>
 
 /// Imports USGS DEM files, several of them as one mosaic.
-class UsgsDemConversionDialog : public ConverterDialog,
-                                private Ui::UsgsDemConversionDialog,
+class UsgsDemConversionDialog : public FormDialog<Ui::UsgsDemConversionDialog>,
                                 private UsgsDemListener {
     Q_OBJECT
 
@@ -17,10 +16,8 @@ public:
 
     void accept() override;
 
-private slots:
-    void pushButtonBrowseFromFileClicked();
-
 private:
+    void chooseFiles();
     [[nodiscard]] bool confirmHeader(UsgsDemData &header) override;
     [[nodiscard]] bool continueChecking(const SuspiciousElevation &jump) override;
     void readingFile(const QString &fileName) override;

@@ -3,17 +3,9 @@
 #include "raster/imagefile.h"
 #include "tools/elevationconversions.h"
 
-ChangeBlue0PixelsDialog::ChangeBlue0PixelsDialog(QWidget *parent) : ToolDialog(parent)
+ChangeBlue0PixelsDialog::ChangeBlue0PixelsDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &ChangeBlue0PixelsDialog::pushButtonBrowseFromFileClicked);
-}
-
-void ChangeBlue0PixelsDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, imageFileFilter());
+    addInput(lineEditFromFile);
 }
 
 bool ChangeBlue0PixelsDialog::work(QString *error)

@@ -5,7 +5,7 @@
 
 /// Sets blue to 1 where it is 0, so that no pixel of a file is taken for a nodal
 /// point by the import of irregular meshes.
-class ChangeBlue0PixelsDialog : public ToolDialog, private Ui::ChangeBlue0PixelsDialog {
+class ChangeBlue0PixelsDialog : public ToolForm<Ui::ChangeBlue0PixelsDialog> {
     Q_OBJECT
 
 public:
@@ -13,5 +13,4 @@ public:
 
 private:
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
 };

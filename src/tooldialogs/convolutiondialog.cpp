@@ -3,20 +3,13 @@
 #include "raster/imagefile.h"
 #include "tools/convolution.h"
 
-ConvolutionDialog::ConvolutionDialog(QWidget *parent) : ToolDialog(parent)
+ConvolutionDialog::ConvolutionDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-               {lineEditFromFile, lineEditKernelFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &ConvolutionDialog::pushButtonBrowseFromFileClicked);
-    connect(pushButtonBrowseKernelFile, &QPushButton::clicked, this,
-            &ConvolutionDialog::pushButtonBrowseKernelFileClicked);
-}
-
-void ConvolutionDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, imageFileFilter());
+    addInput(lineEditFromFile);
+    // Users know this window by this caption, though it opens a file.
+    addInput(lineEditKernelFile,
+             {.caption = tr("Save File"),
+              .mayTake = [this](const QString &name) { return kernelCanBeUsed(name); }});
 }
 
 bool ConvolutionDialog::loadKernel(const QString &fileName, QImage &kernel,
@@ -36,18 +29,14 @@ bool ConvolutionDialog::loadKernel(const QString &fileName, QImage &kernel,
     return true;
 }
 
-void ConvolutionDialog::pushButtonBrowseKernelFileClicked()
+bool ConvolutionDialog::kernelCanBeUsed(const QString &fileName)
 {
-    // Users know this window by this caption, though it opens a file.
-    const QString name = askToOpen(imageFileFilter(), tr("Save File"));
-    if (name.isEmpty())
-        return;
     QImage kernel;
     QString error;
-    if (!loadKernel(name, kernel, &error))
-        return showError(error);
-    takeFile(lineEditKernelFile, name);
-    validateOKButton();
+    const bool usable = loadKernel(fileName, kernel, &error);
+    if (!usable)
+        showError(error);
+    return usable;
 }
 
 bool ConvolutionDialog::work(QString *error)

@@ -4,7 +4,7 @@
 #include "ui_convolutiondialog.h"
 
 /// Filters an image with a kernel that is an image itself.
-class ConvolutionDialog : public ToolDialog, private Ui::ConvolutionDialog {
+class ConvolutionDialog : public ToolForm<Ui::ConvolutionDialog> {
     Q_OBJECT
 
 public:
@@ -12,8 +12,8 @@ public:
 
 private:
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
-    void pushButtonBrowseKernelFileClicked();
+    // Tells why it cannot.
+    [[nodiscard]] bool kernelCanBeUsed(const QString &fileName);
     // Loads a kernel that is no larger than allowed.
     [[nodiscard]] static bool loadKernel(const QString &fileName, QImage &kernel,
                                          QString *error);

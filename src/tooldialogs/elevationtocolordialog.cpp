@@ -8,52 +8,37 @@
 #include <QMessageBox>
 #include <QPixmap>
 
-ElevationToColorDialog::ElevationToColorDialog(QWidget *parent) : ToolDialog(parent)
+ElevationToColorDialog::ElevationToColorDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-               {lineEditFromFile, lineEditPaletteFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &ElevationToColorDialog::pushButtonBrowseFromFileClicked);
-    connect(pushButtonBrowsePaletteFile, &QPushButton::clicked, this,
-            &ElevationToColorDialog::pushButtonBrowsePaletteFileClicked);
+    addInput(lineEditFromFile,
+             {.mayTake = [this](const QString &name) { return showRangeOrError(name); }});
+    addInput(lineEditPaletteFile,
+             {.mayTake = [this](const QString &name) { return choosePalette(name); }});
+    setOutputFilter(tr("Image Files (*.bmp *.jpg *.png *.ppm *.tga *.tif);;"
+                       "All Files (*.*)"));
     connect(checkBoxIgnoreZeroValues, &QCheckBox::clicked, this,
             &ElevationToColorDialog::checkBoxIgnoreZeroValuesClicked);
 }
 
-void ElevationToColorDialog::pushButtonBrowseFromFileClicked()
+bool ElevationToColorDialog::showRangeOrError(const QString &fileName)
 {
-    const QString name = askToOpen(imageFileFilter());
-    if (name.isEmpty())
-        return;
-    if (!showRangeOf(name))
-        return showCouldNotOpen(name);
-    takeFile(lineEditFromFile, name);
-    validateOKButton();
+    const bool shown = showRangeOf(fileName);
+    if (!shown)
+        showCouldNotOpen(fileName);
+    return shown;
 }
 
-void ElevationToColorDialog::pushButtonBrowseToFileClicked()
+bool ElevationToColorDialog::choosePalette(const QString &fileName)
 {
-    browseToSave(lineEditToFile, tr("Image Files (*.bmp *.jpg *.png *.ppm *.tga *.tif);;"
-                                    "All Files (*.*)"));
-}
-
-void ElevationToColorDialog::pushButtonBrowsePaletteFileClicked()
-{
-    const QString name = askToOpen(imageFileFilter());
-    if (name.isEmpty())
-        return;
-    QImage loaded = loadImageFile(name);
+    QImage loaded = loadImageFile(fileName);
     if (loaded.isNull()) {
-        QMessageBox::critical(this, windowTitle(),
-                              tr("Could not open file \"%1\".").arg(name));
-        return;
+        QMessageBox::critical(this, windowTitle(), couldNotOpen(fileName));
+        return false;
     }
     setPalette(loaded);
     palette = loaded;
     showPalette();
-    takeFile(lineEditPaletteFile, name);
-    validateOKButton();
+    return true;
 }
 
 void ElevationToColorDialog::setPalette(QImage &image) { spreadTopRow(image); }

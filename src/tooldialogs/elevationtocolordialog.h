@@ -8,7 +8,7 @@
 class ElevationImage;
 
 /// Makes a false colour file of an elevation file and a palette.
-class ElevationToColorDialog : public ToolDialog, private Ui::ElevationToColorDialog {
+class ElevationToColorDialog : public ToolForm<Ui::ElevationToColorDialog> {
     Q_OBJECT
 
 public:
@@ -19,10 +19,11 @@ protected:
 
 private:
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
-    void pushButtonBrowseToFileClicked() override;
-    void pushButtonBrowsePaletteFileClicked();
     void checkBoxIgnoreZeroValuesClicked();
+    // Tells the user of a file that is no image.
+    [[nodiscard]] bool showRangeOrError(const QString &fileName);
+    // Loads a palette and shows it; the same.
+    [[nodiscard]] bool choosePalette(const QString &fileName);
     // False if the file is no image.
     bool showRangeOf(const QString &fileName);
     // Shows the range of the image's elevations and proposes it for the mapping.

@@ -6,17 +6,9 @@
 
 #include <utility>
 
-ElevationToGrayDialog::ElevationToGrayDialog(QWidget *parent) : ToolDialog(parent)
+ElevationToGrayDialog::ElevationToGrayDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &ElevationToGrayDialog::pushButtonBrowseFromFileClicked);
-}
-
-void ElevationToGrayDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, imageFileFilter());
+    addInput(lineEditFromFile);
 }
 
 bool ElevationToGrayDialog::convert(bool normalize, QString *error)

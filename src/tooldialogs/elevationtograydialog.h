@@ -6,7 +6,7 @@
 #include "ui_elevationtograydialog.h"
 
 /// Makes a grayscale file of an elevation file, on demand spread over all grays.
-class ElevationToGrayDialog : public ToolDialog, private Ui::ElevationToGrayDialog {
+class ElevationToGrayDialog : public ToolForm<Ui::ElevationToGrayDialog> {
     Q_OBJECT
 
 public:
@@ -17,7 +17,6 @@ public:
 private:
     // Saves the converted image.
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
     // Loads the input afresh and converts it.
     [[nodiscard]] bool convert(bool normalize, QString *error);
     void elevationToGray(ElevationImage &image, bool normalize);

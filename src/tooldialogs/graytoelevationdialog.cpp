@@ -4,17 +4,9 @@
 
 #include <QMessageBox>
 
-GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : ToolDialog(parent)
+GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &GrayToElevationDialog::pushButtonBrowseFromFileClicked);
-}
-
-void GrayToElevationDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, imageFileFilter());
+    addInput(lineEditFromFile);
 }
 
 bool GrayToElevationDialog::work(QString *error)

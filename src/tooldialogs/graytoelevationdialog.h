@@ -6,7 +6,7 @@
 
 /// Makes an elevation file of an image: an elevation is the sum of a pixel's
 /// red, green and blue.
-class GrayToElevationDialog : public ToolDialog, private Ui::GrayToElevationDialog {
+class GrayToElevationDialog : public ToolForm<Ui::GrayToElevationDialog> {
     Q_OBJECT
 
 public:
@@ -15,7 +15,6 @@ public:
 private:
     [[nodiscard]] bool work(QString *error) override;
     void tellResult() override;
-    void pushButtonBrowseFromFileClicked();
 
     ElevationLimits m_range; // of the last conversion
 };

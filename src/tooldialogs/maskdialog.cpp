@@ -3,26 +3,11 @@
 #include "raster/imagefile.h"
 #include "tools/mask.h"
 
-MaskDialog::MaskDialog(QWidget *parent) : ToolDialog(parent)
+MaskDialog::MaskDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-               {lineEditFromFile, lineEditMaskFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &MaskDialog::pushButtonBrowseFromFileClicked);
-    connect(pushButtonBrowseMaskFile, &QPushButton::clicked, this,
-            &MaskDialog::pushButtonBrowseMaskFileClicked);
-}
-
-void MaskDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, imageFileFilter());
-}
-
-void MaskDialog::pushButtonBrowseMaskFileClicked()
-{
+    addInput(lineEditFromFile);
     // Users know this window by this caption, though it opens a file.
-    browseToOpen(lineEditMaskFile, imageFileFilter(), tr("Save File"));
+    addInput(lineEditMaskFile, {.caption = tr("Save File")});
 }
 
 bool MaskDialog::work(QString *error)

@@ -4,7 +4,7 @@
 #include "ui_maskdialog.h"
 
 /// Lays a mask with an alpha channel over an image.
-class MaskDialog : public ToolDialog, private Ui::MaskDialog {
+class MaskDialog : public ToolForm<Ui::MaskDialog> {
     Q_OBJECT
 
 public:
@@ -12,6 +12,4 @@ public:
 
 private:
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
-    void pushButtonBrowseMaskFileClicked();
 };

@@ -2,25 +2,10 @@
 
 #include "raster/imagefile.h"
 
-MergeDialog::MergeDialog(QWidget *parent) : ToolDialog(parent)
+MergeDialog::MergeDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-               {lineEditFile1, lineEditFile2});
-    connect(pushButtonBrowseFile1, &QPushButton::clicked, this,
-            &MergeDialog::pushButtonBrowseFile1Clicked);
-    connect(pushButtonBrowseFile2, &QPushButton::clicked, this,
-            &MergeDialog::pushButtonBrowseFile2Clicked);
-}
-
-void MergeDialog::pushButtonBrowseFile1Clicked()
-{
-    browseToOpen(lineEditFile1, imageFileFilter());
-}
-
-void MergeDialog::pushButtonBrowseFile2Clicked()
-{
-    browseToOpen(lineEditFile2, imageFileFilter());
+    addInput(lineEditFile1);
+    addInput(lineEditFile2);
 }
 
 MergeOptions MergeDialog::optionsFromForm() const

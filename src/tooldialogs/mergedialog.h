@@ -5,7 +5,7 @@
 #include "ui_mergedialog.h"
 
 /// Adds or multiplies two images pixel by pixel.
-class MergeDialog : public ToolDialog, private Ui::MergeDialog {
+class MergeDialog : public ToolForm<Ui::MergeDialog> {
     Q_OBJECT
 
 public:
@@ -13,7 +13,5 @@ public:
 
 private:
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFile1Clicked();
-    void pushButtonBrowseFile2Clicked();
     [[nodiscard]] MergeOptions optionsFromForm() const;
 };

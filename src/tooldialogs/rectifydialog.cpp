@@ -14,12 +14,9 @@ constexpr int HighestCoordinate = 100000;
 
 } // namespace
 
-RectifyDialog::RectifyDialog(QWidget *parent) : ToolDialog(parent)
+RectifyDialog::RectifyDialog(QWidget *parent) : FormDialog(parent)
 {
-    setupUi(this);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &RectifyDialog::pushButtonBrowseFromFileClicked);
+    addInput(lineEditFromFile);
     const AppSettings stored;
     for (const Coordinate &c : coordinates()) {
         c.field->setValidator(
@@ -39,11 +36,6 @@ std::array<RectifyDialog::Coordinate, 16> RectifyDialog::coordinates() const
         {lineEditX2_, "Rectify/X2_", &Bx_},        {lineEditY2_, "Rectify/Y2_", &By_},
         {lineEditX3_, "Rectify/X3_", &Cx_},        {lineEditY3_, "Rectify/Y3_", &Cy_},
         {lineEditX4_, "Rectify/X4_", &Dx_},        {lineEditY4_, "Rectify/Y4_", &Dy_}};
-}
-
-void RectifyDialog::pushButtonBrowseFromFileClicked()
-{
-    browseToOpen(lineEditFromFile, imageFileFilter());
 }
 
 void RectifyDialog::storeCoordinates() const

@@ -6,7 +6,7 @@
 #include <array>
 
 /// Warps an image by four pairs of points, which it remembers.
-class RectifyDialog : public ToolDialog, private Ui::RectifyDialog {
+class RectifyDialog : public ToolForm<Ui::RectifyDialog> {
     Q_OBJECT
 
 public:
@@ -21,7 +21,6 @@ private:
     };
 
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
     [[nodiscard]] std::array<Coordinate, 16> coordinates() const;
     void storeCoordinates() const;
 };

@@ -21,15 +21,13 @@ template <class Box, class Value> void setSilently(Box *box, Value value)
 } // namespace
 
 ResampleDialog::ResampleDialog(QWidget *parent)
-    : ToolDialog(parent),
+    : FormDialog(parent),
       m_connectedIcon(QStringLiteral(":/ResampleDialog/connected.png")),
       m_disconnectedIcon(QStringLiteral(":/ResampleDialog/disconnected.png"))
 {
-    setupUi(this);
     pushButtonConnected->setIcon(m_connectedIcon);
-    setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile, {lineEditFromFile});
-    connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-            &ResampleDialog::pushButtonBrowseFromFileClicked);
+    addInput(lineEditFromFile,
+             {.mayTake = [this](const QString &name) { return showSizeOf(name); }});
     connect(doubleSpinBoxPercentX, &QDoubleSpinBox::valueChanged, this,
             &ResampleDialog::doubleSpinBoxPercentXValueChanged);
     connect(doubleSpinBoxPercentY, &QDoubleSpinBox::valueChanged, this,
@@ -42,21 +40,18 @@ ResampleDialog::ResampleDialog(QWidget *parent)
             &ResampleDialog::pushButtonConnectedClicked);
 }
 
-void ResampleDialog::pushButtonBrowseFromFileClicked()
+bool ResampleDialog::showSizeOf(const QString &fileName)
 {
-    const QString name = askToOpen(imageFileFilter());
-    if (name.isEmpty())
-        return;
     QSize size;
     {
         const WaitCursor wait;
-        size = loadImageFile(name).size();
+        size = loadImageFile(fileName).size();
     }
     if (size.isEmpty())
-        return showError(couldNotLoad(name));
-    takeFile(lineEditFromFile, name);
-    setSource(size);
-    validateOKButton();
+        showError(couldNotLoad(fileName));
+    else
+        setSource(size);
+    return !size.isEmpty();
 }
 
 void ResampleDialog::setSource(const QSize &size)

@@ -6,7 +6,7 @@
 #include <QIcon>
 
 /// Changes the size of an elevation file and the scale of its values.
-class ResampleDialog : public ToolDialog, private Ui::ResampleDialog {
+class ResampleDialog : public ToolForm<Ui::ResampleDialog> {
     Q_OBJECT
 
 public:
@@ -14,7 +14,8 @@ public:
 
 private:
     [[nodiscard]] bool work(QString *error) override;
-    void pushButtonBrowseFromFileClicked();
+    // Tells the user of a file that is no image.
+    [[nodiscard]] bool showSizeOf(const QString &fileName);
     void doubleSpinBoxPercentXValueChanged(double percent);
     void doubleSpinBoxPercentYValueChanged(double percent);
     void spinBoxPixelXValueChanged(int pixels);

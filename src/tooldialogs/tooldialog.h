@@ -28,3 +28,6 @@ protected:
     [[nodiscard]] static bool save(const QImage &image, const QString &fileName,
                                    QString *error);
 };
+
+/// A tool's dialog on its form.
+template <class Form> using ToolForm = FormDialog<Form, ToolDialog>;

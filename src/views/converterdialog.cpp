@@ -26,23 +26,32 @@ ConverterDialog::ConverterDialog(const QString &messageTitle, QWidget *parent)
 {
 }
 
-void ConverterDialog::setUpFiles(QPushButton *ok, QPushButton *browseToFile,
-                                 QLineEdit *toFile, const QList<QLineEdit *> &inputs)
+void ConverterDialog::setUpForm()
 {
-    m_ok = ok;
-    m_toFile = toFile;
-    m_files = inputs;
-    m_files << toFile;
-    connect(browseToFile, &QPushButton::clicked, this,
-            [this] { pushButtonBrowseToFileClicked(); });
-    ok->setEnabled(false);
+    m_ok = findChild<QPushButton *>(QStringLiteral("pushButtonOK"));
+    m_toFile = findChild<QLineEdit *>(QStringLiteral("lineEditToFile"));
+    m_files << m_toFile;
+    connect(browseButtonOf(m_toFile), &QPushButton::clicked, this,
+            [this] { browseToSave(); });
+    m_ok->setEnabled(false);
     completeHelp(this);
 }
 
-void ConverterDialog::pushButtonBrowseToFileClicked()
+QPushButton *ConverterDialog::browseButtonOf(const QLineEdit *field) const
 {
-    browseToSave(m_toFile, imageFileFilter());
+    QString name = field->objectName();
+    name.replace(QLatin1String("lineEdit"), QLatin1String("pushButtonBrowse"));
+    return findChild<QPushButton *>(name);
 }
+
+void ConverterDialog::addInput(QLineEdit *field, const Browsing &browsing)
+{
+    requireFiles({field});
+    connect(browseButtonOf(field), &QPushButton::clicked, this,
+            [this, field, browsing] { browseToOpen(field, browsing); });
+}
+
+void ConverterDialog::addInput(QLineEdit *field) { addInput(field, Browsing()); }
 
 void ConverterDialog::validateOKButton()
 {
@@ -57,42 +66,32 @@ bool ConverterDialog::allFilesNamed() const
                         [](const QLineEdit *field) { return field->text().isEmpty(); });
 }
 
-QString ConverterDialog::browseToOpen(QLineEdit *field, const QString &filter,
-                                      const QString &caption)
+void ConverterDialog::browseToOpen(QLineEdit *field, const Browsing &browsing)
 {
-    QString name = askToOpen(filter, caption);
-    if (!name.isEmpty()) {
-        takeFile(field, name);
-        validateOKButton();
-    }
-    return name;
+    const QString name = QFileDialog::getOpenFileName(
+        this, browsing.caption, rememberedDirectory(), browsing.filter);
+    if (name.isEmpty() || (browsing.mayTake && !browsing.mayTake(name)))
+        return;
+    takeFile(field, name);
+    if (browsing.taken)
+        browsing.taken(name);
+    validateOKButton();
 }
 
-QString ConverterDialog::browseToSave(QLineEdit *field, const QString &filter,
-                                      const QString &caption)
+void ConverterDialog::browseToSave()
 {
-    QString name = askToSave(filter, caption);
-    if (!name.isEmpty()) {
-        takeFile(field, name);
-        validateOKButton();
-    }
-    return name;
-}
-
-QString ConverterDialog::askToOpen(const QString &filter, const QString &caption)
-{
-    return QFileDialog::getOpenFileName(this, caption, rememberedDirectory(), filter);
+    const QString name = QFileDialog::getSaveFileName(
+        this, tr("Save File"), rememberedDirectory(), m_outputFilter);
+    if (name.isEmpty())
+        return;
+    takeFile(m_toFile, name);
+    validateOKButton();
 }
 
 QStringList ConverterDialog::askToOpenSeveral(const QString &filter,
                                               const QString &caption)
 {
     return QFileDialog::getOpenFileNames(this, caption, rememberedDirectory(), filter);
-}
-
-QString ConverterDialog::askToSave(const QString &filter, const QString &caption)
-{
-    return QFileDialog::getSaveFileName(this, caption, rememberedDirectory(), filter);
 }
 
 void ConverterDialog::takeFile(QLineEdit *field, const QString &fileName)

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 class QImage;
 class QLineEdit;
 class QPushButton;
@@ -13,20 +15,14 @@ class QPushButton;
 /// from the remembered directory, an OK button that comes alive once every file
 /// is named, boxes for failures, and the output.
 ///
-/// A derived dialog inherits its form as well, and its constructor ends with
+/// A dialog derives from FormDialog, which finds in its form pushButtonOK,
+/// pushButtonBrowseToFile and lineEditToFile. Its constructor names the inputs:
 ///
-///     setupUi(this);
-///     setUpFiles(pushButtonOK, pushButtonBrowseToFile, lineEditToFile,
-///                { lineEditFromFile });
-///     connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
-///             &XDialog::pushButtonBrowseFromFileClicked);
+///     addInput(lineEditFromFile);
+///     addInput(lineEditMaskFile, {.caption = tr("Save File")});
 ///
-/// A slot that browses for an input is, in the plain case, one line:
-///
-///     browseToOpen(lineEditFromFile, imageFileFilter());
-///
-/// and otherwise its own steps, from askToOpen(), takeFile(), validateOKButton().
-/// accept() is the dialog's own; the form connects OK and Cancel.
+/// A field lineEditX is browsed by the button pushButtonBrowseX. accept() is the
+/// dialog's own; the form connects OK and Cancel.
 class ConverterDialog : public QDialog {
     Q_OBJECT
 
@@ -34,33 +30,33 @@ protected:
     /// `messageTitle` stands above the dialog's error boxes.
     explicit ConverterDialog(const QString &messageTitle, QWidget *parent);
 
-    /// Names the widgets of the form that every such dialog has and all fields
-    /// besides `toFile` that have to be filled; disables OK, and completes the help.
-    void setUpFiles(QPushButton *ok, QPushButton *browseToFile, QLineEdit *toFile,
-                    const QList<QLineEdit *> &inputs);
+    /// Finds the widgets that every such dialog has and completes the help; OK is off.
+    void setUpForm();
 
-    /// Asks for the output file with imageFileFilter(). Connected by setUpFiles().
-    virtual void pushButtonBrowseToFileClicked();
+    /// How an input file is chosen.
+    struct Browsing {
+        QString filter = imageFileFilter();
+        QString caption = tr("Open File");
+        /// Looks at a chosen file; false, after a box, leaves the field as it is.
+        std::function<bool(const QString &name)> mayTake = {};
+        /// Told once the field shows the name, before OK comes alive.
+        std::function<void(const QString &name)> taken = {};
+    };
+    /// A field that has to be filled, and its browse button.
+    void addInput(QLineEdit *field, const Browsing &browsing);
+    /// The same for a picture.
+    void addInput(QLineEdit *field);
+    /// Fields that have to be filled and that the dialog itself fills.
+    void requireFiles(const QList<QLineEdit *> &fields) { m_files << fields; }
+    /// What the chooser of the output offers; imageFileFilter() if nobody says.
+    void setOutputFilter(const QString &filter) { m_outputFilter = filter; }
+
     /// Enables OK when every file is named; does not disable it.
     virtual void validateOKButton();
 
-    /// Asks, takes the file and validates. Gives the name; empty when cancelled.
-    QString browseToOpen(QLineEdit *field, const QString &filter,
-                         const QString &caption = tr("Open File"));
-    /// The same for a file to be written.
-    QString browseToSave(QLineEdit *field, const QString &filter,
-                         const QString &caption = tr("Save File"));
-
-    /// The single steps of browsing. These ask, starting in the remembered
-    /// directory, and change nothing; empty when cancelled.
-    [[nodiscard]] QString askToOpen(const QString &filter,
-                                    const QString &caption = tr("Open File"));
+    /// Asks for files, starting in the remembered directory; empty when cancelled.
     [[nodiscard]] QStringList askToOpenSeveral(const QString &filter,
                                                const QString &caption);
-    [[nodiscard]] QString askToSave(const QString &filter,
-                                    const QString &caption = tr("Save File"));
-    /// Remembers the file's directory, for all dialogs, and shows the name.
-    static void takeFile(QLineEdit *field, const QString &fileName);
     /// Remembers the file's directory only.
     static void rememberDirectoryOf(const QString &fileName);
 
@@ -76,10 +72,36 @@ protected:
     [[nodiscard]] static QString imageFileFilter();
     [[nodiscard]] QString messageTitle() const { return m_messageTitle; }
     [[nodiscard]] bool allFilesNamed() const;
+    /// The button that browses for a field.
+    [[nodiscard]] QPushButton *browseButtonOf(const QLineEdit *field) const;
 
 private:
+    void browseToOpen(QLineEdit *field, const Browsing &browsing);
+    void browseToSave();
+    /// Remembers the file's directory, for all dialogs, and shows the name.
+    static void takeFile(QLineEdit *field, const QString &fileName);
+
     QString m_messageTitle;
+    QString m_outputFilter = imageFileFilter();
     QPushButton *m_ok = nullptr;
     QLineEdit *m_toFile = nullptr;
     QList<QLineEdit *> m_files; // all that have to be filled, the output too
+};
+
+/// A converter dialog, or another of its kind, on its form.
+template <class Form, class Base = ConverterDialog>
+class FormDialog : public Base, protected Form {
+protected:
+    explicit FormDialog(QWidget *parent) : Base(parent) { setUp(); }
+    FormDialog(const QString &messageTitle, QWidget *parent) : Base(messageTitle, parent)
+    {
+        setUp();
+    }
+
+private:
+    void setUp()
+    {
+        this->setupUi(this);
+        this->setUpForm();
+    }
 };
