@@ -9,7 +9,7 @@
 
 #include <functional>
 
-class SceneryData;
+struct SceneryData;
 class SceneryDelegate;
 
 /// Exit status of a run.

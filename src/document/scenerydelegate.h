@@ -1,7 +1,6 @@
 #pragma once
 
-#include "scene/controlpoint.h"
-#include "scene/waypoint.h"
+#include "scene/scenerydocument.h"
 
 #include <QFile>
 #include <QList>
@@ -17,8 +16,8 @@ enum class KeyMatch;
 class ElevationImage;
 class FrameWriter;
 class ImageMdiChild;
-class SceneryData;
 class SceneryMdiChild;
+struct SceneryReading;
 class SetFlightPathDialog;
 class TerrainSweep;
 class TextureImage;
@@ -69,7 +68,10 @@ public:
 
     [[nodiscard]] bool isModified() const { return modified; }
     void setModified(bool isModified);
-    [[nodiscard]] SceneryData &sceneryData() const { return *data; }
+    [[nodiscard]] SceneryData &sceneryData() { return scenery.parameters; }
+    [[nodiscard]] const SceneryData &sceneryData() const { return scenery.parameters; }
+    /// The document as it is, without what the form shows and was not taken yet.
+    [[nodiscard]] const SceneryDocument &document() const { return scenery; }
     /// Where messages go; message boxes by default. Borrowed.
     void setNotices(UserNotices *other);
 
@@ -120,9 +122,9 @@ signals:
 private:
     /// Sets the error string for a broken line; the result of reading a key.
     int concluded(KeyMatch match, const QString &error);
-    /// Reads what is open; false with the last complaint if a line or the whole is not
-    /// accepted.
-    [[nodiscard]] bool readLines(QString *complaint);
+    /// Takes what was read into document and form; false if a line was not accepted.
+    bool take(const SceneryReading &reading);
+    void tellObsoleteFormat(bool selected);
     void reposition(bool lastFrame);
     bool run(ImageMdiChild *target);
     bool renderFlight();
@@ -152,11 +154,8 @@ private:
 
     bool modified = false;
     SceneryMdiChild *view;
-    std::unique_ptr<SceneryData> data;
+    SceneryDocument scenery;
     bool headSeen = false;
-    QList<ControlPoint> controlPoints;
-    QList<Waypoint> waypoints;
-    int waypointLevel = 0;
     // What the flight path editors work on, and the first of them. It refers to the
     // copies, so it goes before them.
     QList<ControlPoint> dialogControlPoints;

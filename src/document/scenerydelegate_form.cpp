@@ -110,47 +110,47 @@ void SceneryDelegate::dataToView()
 {
     Form &form = view->form();
     for (const auto &[widget, field] : Texts)
-        (form.*widget)->setText((*data).*field);
+        (form.*widget)->setText(scenery.parameters.*field);
     for (const auto &[widget, field] : Flags)
-        (form.*widget)->setChecked((*data).*field);
+        (form.*widget)->setChecked(scenery.parameters.*field);
     for (const auto &[widget, field] : Wholes)
-        (form.*widget)->setValue((*data).*field);
+        (form.*widget)->setValue(scenery.parameters.*field);
     for (const auto &[widget, field] : Reals)
-        (form.*widget)->setValue(shown((*data).*field));
+        (form.*widget)->setValue(shown(scenery.parameters.*field));
     // Each is replaced if either has no logarithm to show.
     for (const auto &[widget, field] : Dusts)
-        if (!((*data).*field > 0.0))
-            (*data).*field = LeastDust;
+        if (!(scenery.parameters.*field > 0.0))
+            scenery.parameters.*field = LeastDust;
     for (const auto &[widget, field] : Dusts)
-        (form.*widget)->setValue(std::log((*data).*field) / LogOfTen);
-    const int quality = data->GenauRechnen;
+        (form.*widget)->setValue(std::log(scenery.parameters.*field) / LogOfTen);
+    const int quality = scenery.parameters.GenauRechnen;
     QRadioButton *const checked = quality == 1   ? form.radioButtonHQ
                                   : quality == 2 ? form.radioButtonXHQ
                                                  : form.radioButtonLQ;
     checked->setChecked(true);
-    (data->isStraight ? form.radioButtonStraight : form.radioButtonCurve)
+    (scenery.parameters.isStraight ? form.radioButtonStraight : form.radioButtonCurve)
         ->setChecked(true);
-    showColour(form.lineEditBackgroundColor, data->Hintergrund);
+    showColour(form.lineEditBackgroundColor, scenery.parameters.Hintergrund);
 }
 
 void SceneryDelegate::viewToData()
 {
     const Form &form = view->form();
     for (const auto &[widget, field] : Texts)
-        (*data).*field = (form.*widget)->text();
+        scenery.parameters.*field = (form.*widget)->text();
     for (const auto &[widget, field] : Flags)
-        (*data).*field = (form.*widget)->isChecked();
+        scenery.parameters.*field = (form.*widget)->isChecked();
     for (const auto &[widget, field] : Wholes)
-        (*data).*field = (form.*widget)->value();
+        scenery.parameters.*field = (form.*widget)->value();
     for (const auto &[widget, field] : Reals)
-        (*data).*field = (form.*widget)->value();
+        scenery.parameters.*field = (form.*widget)->value();
     for (const auto &[widget, field] : Dusts)
-        (*data).*field = std::pow(10.0, (form.*widget)->value());
-    data->GenauRechnen = form.radioButtonLQ->isChecked()   ? 0
-                         : form.radioButtonHQ->isChecked() ? 1
-                                                           : 2;
-    data->isStraight = form.radioButtonStraight->isChecked();
-    data->Hintergrund = shownColour(form.lineEditBackgroundColor);
+        scenery.parameters.*field = std::pow(10.0, (form.*widget)->value());
+    scenery.parameters.GenauRechnen = form.radioButtonLQ->isChecked()   ? 0
+                                      : form.radioButtonHQ->isChecked() ? 1
+                                                                        : 2;
+    scenery.parameters.isStraight = form.radioButtonStraight->isChecked();
+    scenery.parameters.Hintergrund = shownColour(form.lineEditBackgroundColor);
 }
 
 // --- First and last frame ------------------------------------------------------------
@@ -176,7 +176,7 @@ void SceneryDelegate::copyFirstLast()
 {
     viewToData();
     for (const FramePair &pair : Pairs)
-        (*data).*pair.last = (*data).*pair.first;
+        scenery.parameters.*pair.last = scenery.parameters.*pair.first;
     dataToView();
 }
 
@@ -184,6 +184,6 @@ void SceneryDelegate::copyLastFirst()
 {
     viewToData();
     for (const FramePair &pair : Pairs)
-        (*data).*pair.first = (*data).*pair.last;
+        scenery.parameters.*pair.first = scenery.parameters.*pair.last;
     dataToView();
 }

@@ -39,10 +39,10 @@ bool SceneryDelegate::renderFinal(ImageMdiChild *target)
 {
     setErrorString(QString());
     viewToData();
-    QualityFactor = data->GenauRechnen == 2 ? 2.0 : 1.0;
+    QualityFactor = scenery.parameters.GenauRechnen == 2 ? 2.0 : 1.0;
     isPreview = false;
-    sweep->meshCellsX = data->AusAuflX;
-    sweep->meshCellsY = data->AusAuflY;
+    sweep->meshCellsX = scenery.parameters.AusAuflX;
+    sweep->meshCellsY = scenery.parameters.AusAuflY;
     return run(target);
 }
 
@@ -53,8 +53,8 @@ bool SceneryDelegate::renderPreview(ImageMdiChild *target)
     QualityFactor = PreviewFactor;
     isPreview = true;
     // A coarse grid has fewer cells than the preview divides it by.
-    sweep->meshCellsX = std::max(data->AusAuflX / 4, 1);
-    sweep->meshCellsY = std::max(data->AusAuflY / 4, 1);
+    sweep->meshCellsX = std::max(scenery.parameters.AusAuflX / 4, 1);
+    sweep->meshCellsY = std::max(scenery.parameters.AusAuflY / 4, 1);
     return run(target);
 }
 
@@ -88,29 +88,33 @@ bool SceneryDelegate::run(ImageMdiChild *target)
 // Sets up what all frames of a run share, and flies.
 bool SceneryDelegate::renderFlight()
 {
-    sweep->Licht = normalized({data->LichtX, data->LichtY, data->LichtZ, 0.0});
-    sweep->renderWidth = static_cast<int>(data->AusBreite * QualityFactor);
-    sweep->renderHeight = static_cast<int>(data->AusHoehe * QualityFactor);
+    sweep->Licht = normalized({scenery.parameters.LichtX, scenery.parameters.LichtY,
+                               scenery.parameters.LichtZ, 0.0});
+    sweep->renderWidth = static_cast<int>(scenery.parameters.AusBreite * QualityFactor);
+    sweep->renderHeight = static_cast<int>(scenery.parameters.AusHoehe * QualityFactor);
     Transformation camera(nullptr, sweep->Licht, sweep->renderWidth, sweep->renderHeight);
     sweep->activeTransformation = &camera;
 
-    TextureImage texture(inputFile(data->TDateiname), nullptr);
+    TextureImage texture(inputFile(scenery.parameters.TDateiname), nullptr);
     if (texture.isNull()) {
-        setErrorString(tr("Could not open texture file \"%1\"").arg(data->TDateiname));
+        setErrorString(
+            tr("Could not open texture file \"%1\"").arg(scenery.parameters.TDateiname));
         return false;
     }
-    texture.setBackgroundColor(data->Hintergrund);
+    texture.setBackgroundColor(scenery.parameters.Hintergrund);
     camera.SetzeTexturDatei(&texture);
 
-    ElevationImage elevation(inputFile(data->HDateiname), data->HDateiSkalaX,
-                             data->HDateiSkalaY, nullptr);
+    ElevationImage elevation(inputFile(scenery.parameters.HDateiname),
+                             scenery.parameters.HDateiSkalaX,
+                             scenery.parameters.HDateiSkalaY, nullptr);
     if (elevation.isNull()) {
-        setErrorString(tr("Could not open elevation file \"%1\"").arg(data->HDateiname));
+        setErrorString(tr("Could not open elevation file \"%1\"")
+                           .arg(scenery.parameters.HDateiname));
         return false;
     }
     sweep->renderElevation = &elevation;
-    sweep->terrainX = elevation.width() * data->HDateiSkalaX;
-    sweep->terrainY = elevation.height() * data->HDateiSkalaY;
+    sweep->terrainX = elevation.width() * scenery.parameters.HDateiSkalaX;
+    sweep->terrainY = elevation.height() * scenery.parameters.HDateiSkalaY;
 
     const bool fits = frameFitsMemory({sweep->renderWidth, sweep->renderHeight},
                                       isHalved(), activeView != nullptr);
@@ -122,7 +126,8 @@ bool SceneryDelegate::renderFlight()
                            .arg(sweep->renderHeight));
         return false;
     }
-    target.fill(data->Hintergrund); // it is shown before the first frame is drawn
+    target.fill(
+        scenery.parameters.Hintergrund); // it is shown before the first frame is drawn
     sweep->renderTarget = &target;
     frameWriter = std::make_unique<FrameWriter>(
         FramesWrittenAtATime,
@@ -132,7 +137,7 @@ bool SceneryDelegate::renderFlight()
         [] { QCoreApplication::processEvents(); });
     sweep->coresTaken = [this] { return frameWriter->busy(); };
     const bool done =
-        data->isStraight ? straightFlight(&texture) : curvedFlight(&texture);
+        scenery.parameters.isStraight ? straightFlight(&texture) : curvedFlight(&texture);
     frameWriter->finish(); // whole frames are kept, also of a run that was stopped
     return done;
 }
@@ -147,16 +152,18 @@ bool SceneryDelegate::straightFlight(TextureImage *texture)
 {
     if (activeView)
         activeView->setPixmap(sweep->renderTarget, true);
-    for (qint64 i = data->StartbildNr; i <= data->EndbildNr && isRendering; ++i) {
+    for (qint64 i = scenery.parameters.StartbildNr;
+         i <= scenery.parameters.EndbildNr && isRendering; ++i) {
         const int frame = static_cast<int>(i);
         if (!frameIsWanted(frame))
             continue;
-        const FrameCamera camera = straightCamera(*data, frame, QualityFactor);
+        const FrameCamera camera =
+            straightCamera(scenery.parameters, frame, QualityFactor);
         sweep->activeTransformation->SetView(camera.position, camera.direction,
                                              camera.pitch, camera.focal, camera.roll);
         sweep->renderElevation->setZScale(camera.zScale);
         sweep->dustRange = camera.dustRange;
-        if (!renderFrame(texture, frame, frame == data->StartbildNr))
+        if (!renderFrame(texture, frame, frame == scenery.parameters.StartbildNr))
             return true; // stopped, which is a success
     }
     return true;
@@ -164,16 +171,18 @@ bool SceneryDelegate::straightFlight(TextureImage *texture)
 
 bool SceneryDelegate::renderFrame(TextureImage *texture, int frame, bool first)
 {
-    const int number = numberOf(frame, data->Offset);
+    const int number = numberOf(frame, scenery.parameters.Offset);
     emit frameStarted(frame);
     if (activeView) {
-        activeView->setWindowTitle(formatFrameName(data->AusDateiname, number));
+        activeView->setWindowTitle(
+            formatFrameName(scenery.parameters.AusDateiname, number));
         activeView->setPixmap(sweep->renderTarget, false);
         if (first)
             activeView->resizeWhereFeasible();
     }
     QCoreApplication::processEvents();
-    Scan(texture, data->HintergrundVerwenden, data->Hintergrund, data->GenauRechnen);
+    Scan(texture, scenery.parameters.HintergrundVerwenden, scenery.parameters.Hintergrund,
+         scenery.parameters.GenauRechnen);
     if (!isRendering)
         return false;
     saveFrame(frame, number);
@@ -185,26 +194,29 @@ void SceneryDelegate::saveFrame(int frame, int number)
     frameWriter->write(frame, *sweep->renderTarget, isHalved(), namesOf(number));
 }
 
-bool SceneryDelegate::isHalved() const { return data->GenauRechnen == 2 && !isPreview; }
+bool SceneryDelegate::isHalved() const
+{
+    return scenery.parameters.GenauRechnen == 2 && !isPreview;
+}
 
 QStringList SceneryDelegate::namesOf(int number) const
 {
     QStringList names;
     const auto add = [&](bool wanted, const char *extension) {
         if (wanted)
-            names.append(
-                formatFrameName(data->AusDateiname + QLatin1String(extension), number));
+            names.append(formatFrameName(
+                scenery.parameters.AusDateiname + QLatin1String(extension), number));
     };
-    add(data->AusgabeTGA, ".tga");
-    add(data->AusgabePNG, ".png");
-    add(data->AusgabeJPG, ".jpg");
-    add(data->AusgabePPM, ".ppm");
+    add(scenery.parameters.AusgabeTGA, ".tga");
+    add(scenery.parameters.AusgabePNG, ".png");
+    add(scenery.parameters.AusgabeJPG, ".jpg");
+    add(scenery.parameters.AusgabePPM, ".ppm");
     return names;
 }
 
 QStringList SceneryDelegate::frameFiles(int frame) const
 {
-    return namesOf(numberOf(frame, data->Offset));
+    return namesOf(numberOf(frame, scenery.parameters.Offset));
 }
 
 QSize SceneryDelegate::fileSize(bool preview) const
@@ -212,7 +224,7 @@ QSize SceneryDelegate::fileSize(bool preview) const
     const auto side = [preview](int wanted) {
         return preview ? static_cast<int>(wanted * PreviewFactor) : wanted;
     };
-    return {side(data->AusBreite), side(data->AusHoehe)};
+    return {side(scenery.parameters.AusBreite), side(scenery.parameters.AusHoehe)};
 }
 
 void SceneryDelegate::setFrameFilter(std::function<bool(int frame)> wanted)

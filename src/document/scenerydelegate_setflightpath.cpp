@@ -11,17 +11,18 @@ void SceneryDelegate::setFlightPath()
 {
     viewToData();
     setFlightPathDialog.reset();
-    dialogControlPoints = controlPoints;
-    dialogWaypoints = waypoints;
-    dialogWaypointLevel = waypointLevel;
+    dialogControlPoints = scenery.controlPoints;
+    dialogWaypoints = scenery.waypoints;
+    dialogWaypointLevel = scenery.waypointLevel;
     // The names that the form shows, which may be newer than those of the parameters.
     const QString texture = view->findChild<QLineEdit *>("lineEditTextureFile")->text();
     const QString elevation =
         view->findChild<QLineEdit *>("lineEditElevationFile")->text();
     setFlightPathDialog = std::make_unique<SetFlightPathDialog>(
-        dialogControlPoints, dialogWaypoints, dialogWaypointLevel, data->HDateiSkalaZA,
-        data->HDateiSkalaZE, inputFile(texture), inputFile(elevation), data->HDateiSkalaX,
-        data->HDateiSkalaY);
+        dialogControlPoints, dialogWaypoints, dialogWaypointLevel,
+        scenery.parameters.HDateiSkalaZA, scenery.parameters.HDateiSkalaZE,
+        inputFile(texture), inputFile(elevation), scenery.parameters.HDateiSkalaX,
+        scenery.parameters.HDateiSkalaY);
     if (setFlightPathDialog->error()) {
         setFlightPathDialog.reset();
         return;
@@ -33,8 +34,8 @@ void SceneryDelegate::setFlightPath()
 
 void SceneryDelegate::acceptSetFlightPathDialog()
 {
-    controlPoints = dialogControlPoints;
-    waypoints = dialogWaypoints;
-    waypointLevel = dialogWaypointLevel;
+    scenery.controlPoints = dialogControlPoints;
+    scenery.waypoints = dialogWaypoints;
+    scenery.waypointLevel = dialogWaypointLevel;
     setModified();
 }

@@ -17,17 +17,17 @@
 void SceneryDelegate::fixScale()
 {
     viewToData();
-    const QImage texture = loadImageFile(inputFile(data->TDateiname));
+    const QImage texture = loadImageFile(inputFile(scenery.parameters.TDateiname));
     if (texture.isNull())
         return;
     view->setCursor(Qt::WaitCursor);
     const auto end = qScopeGuard([this] { view->setCursor(Qt::ArrowCursor); });
-    const QImage elevation = loadImageFile(inputFile(data->HDateiname));
+    const QImage elevation = loadImageFile(inputFile(scenery.parameters.HDateiname));
     if (!elevation.isNull()) {
-        data->HDateiSkalaX = double(texture.width()) / elevation.width();
-        data->HDateiSkalaY = double(texture.height()) / elevation.height();
-        view->form().doubleSpinBoxElevScaleX->setValue(data->HDateiSkalaX);
-        view->form().doubleSpinBoxElevScaleY->setValue(data->HDateiSkalaY);
+        scenery.parameters.HDateiSkalaX = double(texture.width()) / elevation.width();
+        scenery.parameters.HDateiSkalaY = double(texture.height()) / elevation.height();
+        view->form().doubleSpinBoxElevScaleX->setValue(scenery.parameters.HDateiSkalaX);
+        view->form().doubleSpinBoxElevScaleY->setValue(scenery.parameters.HDateiSkalaY);
         setModified();
     }
 }
@@ -42,13 +42,16 @@ void SceneryDelegate::reposition(bool lastFrame)
     viewToData();
     view->setCursor(Qt::WaitCursor);
     const auto end = qScopeGuard([this] { view->setCursor(Qt::ArrowCursor); });
-    const QSize texture = loadImageFile(inputFile(data->TDateiname)).size();
+    const QSize texture = loadImageFile(inputFile(scenery.parameters.TDateiname)).size();
     if (texture.isEmpty())
         return;
     const auto set = [&](double SceneryData::*first, double SceneryData::*last,
-                         double value) { (*data).*(lastFrame ? last : first) = value; };
-    const ElevationImage elevation(inputFile(data->HDateiname), data->HDateiSkalaX,
-                                   data->HDateiSkalaY, nullptr);
+                         double value) {
+        scenery.parameters.*(lastFrame ? last : first) = value;
+    };
+    const ElevationImage elevation(inputFile(scenery.parameters.HDateiname),
+                                   scenery.parameters.HDateiSkalaX,
+                                   scenery.parameters.HDateiSkalaY, nullptr);
     if (!elevation.isNull()) {
         const auto [lowest, highest] = elevation.elevationRange();
         // A flat terrain gives an infinite scale, which the form cuts to its largest.
@@ -70,11 +73,11 @@ void SceneryDelegate::browseTextureFile()
 {
     viewToData();
     const QString file = QFileDialog::getOpenFileName(
-        view, tr("Texture File"), data->TDateiname,
+        view, tr("Texture File"), scenery.parameters.TDateiname,
         tr("Image Files (*.bmp *.jpg *.png *.ppm *.tga *.tif);;All Files (*.*)"));
     if (file.isEmpty())
         return;
-    data->TDateiname = file;
+    scenery.parameters.TDateiname = file;
     setModified();
     dataToView();
 }
@@ -84,11 +87,11 @@ void SceneryDelegate::browseElevationFile()
     viewToData();
     // No JPEG: it would not keep the integers of the pixels.
     const QString file = QFileDialog::getOpenFileName(
-        view, tr("Elevation File"), data->HDateiname,
+        view, tr("Elevation File"), scenery.parameters.HDateiname,
         tr("Image Files (*.bmp *.png *.ppm *.tga *.tif);;All Files (*.*)"));
     if (file.isEmpty())
         return;
-    data->HDateiname = file;
+    scenery.parameters.HDateiname = file;
     setModified();
     dataToView();
 }
@@ -98,7 +101,7 @@ void SceneryDelegate::browseOutputFiles()
     viewToData();
     for (;;) {
         const QString file = QFileDialog::getSaveFileName(
-            view, tr("Output File"), data->AusDateiname,
+            view, tr("Output File"), scenery.parameters.AusDateiname,
             tr("Image Files (*.bmp *.jpg *.png *.ppm *.tga *.tif);;All Files (*.*)"));
         if (file.isEmpty())
             return;
@@ -110,7 +113,7 @@ void SceneryDelegate::browseOutputFiles()
             continue;
         }
         const QFileInfo info(file);
-        data->AusDateiname =
+        scenery.parameters.AusDateiname =
             info.absolutePath() + QLatin1Char('/') + info.completeBaseName();
         setModified();
         dataToView();
@@ -121,10 +124,11 @@ void SceneryDelegate::browseOutputFiles()
 void SceneryDelegate::selectColor()
 {
     viewToData();
-    const QColor colour = QColorDialog::getColor(QColor(data->Hintergrund), view);
+    const QColor colour =
+        QColorDialog::getColor(QColor(scenery.parameters.Hintergrund), view);
     if (!colour.isValid())
         return;
-    data->Hintergrund = colour.rgb();
+    scenery.parameters.Hintergrund = colour.rgb();
     setModified();
     dataToView();
 }

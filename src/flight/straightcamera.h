@@ -2,7 +2,7 @@
 
 #include "base/vectors.h"
 
-class SceneryData;
+struct SceneryData;
 
 /// Everything that changes from frame to frame.
 struct FrameCamera {

@@ -1,68 +1,28 @@
 #include "scene/scenerykeys.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
 
-using D = SceneryData;
+constexpr auto Keys = [] {
+#define FIELD(kind, name, value, key, place)                                             \
+    SceneryKey{QLatin1String(#key), keykind::kind{&SceneryData::name}, place},
+    std::array keys{SCENERY_FIELDS(FIELD)};
+#undef FIELD
+    std::sort(keys.begin(), keys.end(),
+              [](const SceneryKey &a, const SceneryKey &b) { return a.place < b.place; });
+    return keys;
+}();
 
-#define KEY(name)                                                                        \
-    SceneryKey { QLatin1String(#name), &D::name }
-
-const std::array Keys{
-    KEY(BeobXA),
-    KEY(BeobYA),
-    KEY(BeobZA),
-    KEY(RichtungA),
-    KEY(NeigungA),
-    KEY(BrennA),
-    KEY(VerkantenA),
-    KEY(BeobXE),
-    KEY(BeobYE),
-    KEY(BeobZE),
-    KEY(RichtungE),
-    KEY(NeigungE),
-    KEY(BrennE),
-    KEY(VerkantenE),
-    KEY(Bildanzahl),
-    KEY(Offset),
-    KEY(StartbildNr),
-    KEY(EndbildNr),
-    KEY(LichtX),
-    KEY(LichtY),
-    KEY(LichtZ),
-    KEY(NebelA),
-    KEY(NebelE),
-    KEY(Traegheit),
-    KEY(AusgabeTGA),
-    SceneryKey{QLatin1String("AusgabePNG"), StickyFlag{&D::AusgabePNG}},
-    KEY(AusgabeJPG),
-    KEY(AusgabePPM),
-    KEY(AusDateiname),
-    KEY(TDateiVerwenden),
-    KEY(TDateiname),
-    KEY(HDateiname),
-    KEY(HDateiSkalaX),
-    KEY(HDateiSkalaY),
-    KEY(HDateiSkalaZA),
-    KEY(HDateiSkalaZE),
-    KEY(MDateiVerwenden),
-    KEY(MaskenDateiName),
-    KEY(AusBreite),
-    KEY(AusHoehe),
-    KEY(AusAuflX),
-    KEY(AusAuflY),
-    KEY(HintergrundVerwenden),
-    KEY(GenauRechnen),
-    KEY(Hintergrund),
-    SceneryKey{QLatin1String("Rundflug"), InvertedFlag{&D::isStraight}},
-    KEY(HoeheUeberBoden),
-    KEY(VerkantenFaktor),
-    KEY(Voraussicht),
-    KEY(Recorder),
-};
-
-#undef KEY
+constexpr bool everyPlaceIsTakenOnce()
+{
+    for (std::size_t k = 0; k < Keys.size(); ++k)
+        if (Keys[k].place != static_cast<int>(k) + 1)
+            return false;
+    return true;
+}
+static_assert(everyPlaceIsTakenOnce());
 
 } // namespace
 

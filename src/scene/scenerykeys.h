@@ -7,20 +7,13 @@
 #include <span>
 #include <variant>
 
-/// How the value of a key and a field go together, beyond the plain kinds.
-struct StickyFlag {
-    bool SceneryData::*field; // reading sets it and never clears it
-};
-struct InvertedFlag {
-    bool SceneryData::*field;
-};
-
 /// A scalar key of the scenery file.
 struct SceneryKey {
     QLatin1String name;
-    std::variant<double SceneryData::*, qint32 SceneryData::*, bool SceneryData::*,
-                 QString SceneryData::*, QRgb SceneryData::*, StickyFlag, InvertedFlag>
+    std::variant<keykind::Real, keykind::Whole, keykind::Flag, keykind::Text,
+                 keykind::Colour, keykind::StickyFlag, keykind::InvertedFlag>
         field;
+    int place; // in the file, from 1 on
 };
 
 /// All scalar keys in the order of writing.

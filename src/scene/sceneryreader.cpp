@@ -1,6 +1,7 @@
 #include "scene/sceneryreader.h"
 
 #include "scene/keyvalue.h"
+#include "scene/scenerydocument.h"
 #include "scene/scenerykeys.h"
 
 #include <QHash>
@@ -87,28 +88,22 @@ template <class Record> Record &recordAt(QList<Record> &list, int index)
 
 } // namespace
 
-SceneryReader::SceneryReader(SceneryData &data, QList<ControlPoint> &controlPoints,
-                             QList<Waypoint> &waypoints)
-    : m_data(data), m_controlPoints(controlPoints), m_waypoints(waypoints)
-{
-}
-
-SceneryReader::Result SceneryReader::readLine(QStringView line, QString *error)
+SceneryReader::LineResult SceneryReader::readLine(QStringView line, QString *error)
 {
     if (line.startsWith(QLatin1String("[Param]"))) {
         m_headSeen = true;
-        return Result::Accepted;
+        return LineResult::Accepted;
     }
     const qsizetype equals = line.indexOf(u'=');
     if (equals < 0 && beginsWithKey(line)) {
         *error = QStringLiteral("No key/value pair: ") + line.toString();
-        return Result::Rejected;
+        return LineResult::Rejected;
     }
     if (equals >= 0 && line.left(equals) == ObsoleteKey) {
         const bool selected = flagOf(line.mid(equals + 1));
         if (selected)
-            m_data.AusgabePNG = true;
-        return selected ? Result::ObsoleteFormatOn : Result::ObsoleteFormatOff;
+            m_document.parameters.AusgabePNG = true;
+        return selected ? LineResult::ObsoleteFormatOn : LineResult::ObsoleteFormatOff;
     }
     // A key that stands before an `=` fits one rule at most, so the order is free.
     bool known = false;
@@ -121,7 +116,7 @@ SceneryReader::Result SceneryReader::readLine(QStringView line, QString *error)
         good = readControlPoint(line, error, &known);
     if (!known)
         *error = QStringLiteral("No such key: ") + line.toString();
-    return known && good ? Result::Accepted : Result::Rejected;
+    return known && good ? LineResult::Accepted : LineResult::Rejected;
 }
 
 bool SceneryReader::readScalar(QStringView key, QStringView value, QString *error,
@@ -131,16 +126,16 @@ bool SceneryReader::readScalar(QStringView key, QStringView value, QString *erro
     *known = found != nullptr;
     if (!found)
         return false;
-    SceneryData &d = m_data;
+    SceneryData &d = m_document.parameters;
     return std::visit(
         Overloaded{
-            [&](double SceneryData::*f) { return (d.*f = realOf(value)), true; },
-            [&](qint32 SceneryData::*f) { return (d.*f = wholeOf(value)), true; },
-            [&](bool SceneryData::*f) { return (d.*f = flagOf(value)), true; },
-            [&](QString SceneryData::*f) { return (d.*f = value.toString()), true; },
-            [&](QRgb SceneryData::*f) { return readColour(value, &(d.*f), error); },
-            [&](StickyFlag f) { return (d.*f.field |= flagOf(value)), true; },
-            [&](InvertedFlag f) { return (d.*f.field = !flagOf(value)), true; },
+            [&](keykind::Real f) { return (d.*f.field = realOf(value)), true; },
+            [&](keykind::Whole f) { return (d.*f.field = wholeOf(value)), true; },
+            [&](keykind::Flag f) { return (d.*f.field = flagOf(value)), true; },
+            [&](keykind::Text f) { return (d.*f.field = value.toString()), true; },
+            [&](keykind::Colour f) { return readColour(value, &(d.*f.field), error); },
+            [&](keykind::StickyFlag f) { return (d.*f.field |= flagOf(value)), true; },
+            [&](keykind::InvertedFlag f) { return (d.*f.field = !flagOf(value)), true; },
         },
         found->field);
 }
@@ -157,7 +152,7 @@ bool SceneryReader::readWaypoint(QStringView line, QString *error, bool *known)
         std::array<qint32, 2> xy{};
         if (plain == KeyMatch::Broken || !readPair(line, value, &xy, error))
             return false;
-        Waypoint &waypoint = recordAt(m_waypoints, at->index);
+        Waypoint &waypoint = recordAt(m_document.waypoints, at->index);
         waypoint.x = xy[0];
         waypoint.y = xy[1];
         return true;
@@ -168,7 +163,7 @@ bool SceneryReader::readWaypoint(QStringView line, QString *error, bool *known)
         return false;
     *known = true;
     value = rest.mid(3);
-    Waypoint &waypoint = recordAt(m_waypoints, at->index);
+    Waypoint &waypoint = recordAt(m_document.waypoints, at->index);
     if (rest[1] == u'z')
         waypoint.z = wholeOf(value);
     else
@@ -189,7 +184,7 @@ bool SceneryReader::readControlPoint(QStringView line, QString *error, bool *kno
     std::array<qint32, 3> xyz{};
     if (match != KeyMatch::Read || !readTriple(line, value, &xyz, error))
         return false;
-    ControlPoint &point = recordAt(m_controlPoints, at->index);
+    ControlPoint &point = recordAt(m_document.controlPoints, at->index);
     point.x = xyz[0];
     point.y = xyz[1];
     point.z = xyz[2];

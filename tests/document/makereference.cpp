@@ -12,7 +12,7 @@
 #include "raster/textureimage.h"
 #include "render/plain/terrainsweep.h"
 #include "render/plain/transformation.h"
-#include "scene/scenerydata.h"
+#include "scene/scenerydocument.h"
 #include "scene/sceneryreader.h"
 #include "scene/waypointlevel.h"
 
@@ -26,23 +26,18 @@
 
 namespace {
 
-struct Scene {
-    SceneryData data;
-    QList<ControlPoint> controlPoints;
-    QList<Waypoint> waypoints;
-};
+using Scene = SceneryDocument;
 
 bool readScene(const QString &fileName, Scene *scene)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    scene->data.clear();
-    SceneryReader reader(scene->data, scene->controlPoints, scene->waypoints);
+    SceneryReader reader(*scene);
     QTextStream lines(&file);
     QString line, error;
     while (lines.readLineInto(&line))
-        if (reader.readLine(line, &error) == SceneryReader::Result::Rejected)
+        if (reader.readLine(line, &error) == SceneryReader::LineResult::Rejected)
             return false;
     const int count = static_cast<int>(scene->controlPoints.size());
     return normalizeWaypoints(scene->waypoints, count) >= 0;
@@ -65,9 +60,10 @@ double onTheWay(double t, double a, double e, double inertia)
 class PlainRun {
 public:
     PlainRun(const QDir &folder, const Scene &scene, bool isPreview)
-        : m_scene(scene), m_data(scene.data), m_factor(isPreview                  ? 0.5
-                                                       : m_data.GenauRechnen == 2 ? 2.0
-                                                                                  : 1.0),
+        : m_scene(scene), m_data(scene.parameters),
+          m_factor(isPreview                  ? 0.5
+                   : m_data.GenauRechnen == 2 ? 2.0
+                                              : 1.0),
           m_light(normalized({m_data.LichtX, m_data.LichtY, m_data.LichtZ, 0.0})),
           m_texture(folder.filePath(m_data.TDateiname), nullptr),
           m_elevation(folder.filePath(m_data.HDateiname), m_data.HDateiSkalaX,

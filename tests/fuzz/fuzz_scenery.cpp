@@ -1,5 +1,5 @@
 #include "scene/keyvalue.h"
-#include "scene/scenerydata.h"
+#include "scene/scenerydocument.h"
 #include "scene/sceneryreader.h"
 #include "scene/scenerywriter.h"
 #include "scene/waypointlevel.h"
@@ -11,22 +11,18 @@
 
 namespace {
 
-struct Scenery {
-    SceneryData parameters;
-    QList<ControlPoint> controlPoints;
-    QList<Waypoint> waypoints;
-
+struct Scenery : SceneryDocument {
     // True if every line was accepted.
     bool read(QString text)
     {
-        SceneryReader reader(parameters, controlPoints, waypoints);
+        SceneryReader reader(*this);
         QTextStream stream(&text);
         QString line;
         bool isGood = true;
         while (stream.readLineInto(&line) && !line.isEmpty()) {
             QString error;
             compactKey(line);
-            if (reader.readLine(line, &error) != SceneryReader::Result::Rejected)
+            if (reader.readLine(line, &error) != SceneryReader::LineResult::Rejected)
                 continue;
             isGood = false;
             if (error.isEmpty())
@@ -41,7 +37,7 @@ struct Scenery {
     {
         QString text;
         QTextStream stream(&text);
-        writeScenery(stream, parameters, waypoints, controlPoints);
+        writeScenery(stream, *this);
         return text;
     }
 };

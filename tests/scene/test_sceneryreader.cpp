@@ -1,12 +1,12 @@
 #include "scene/keyvalue.h"
-#include "scene/scenerydata.h"
+#include "scene/scenerydocument.h"
 #include "scene/sceneryreader.h"
 #include "scene/scenerywriter.h"
 
 #include <QTest>
 #include <QTextStream>
 
-using Result = SceneryReader::Result;
+using Result = SceneryReader::LineResult;
 
 class TestSceneryReader : public QObject {
     Q_OBJECT
@@ -30,23 +30,22 @@ private slots:
 private:
     Result read(const QString &line);
 
-    std::unique_ptr<SceneryData> m_data;
-    QList<ControlPoint> m_points;
-    QList<Waypoint> m_waypoints;
+    SceneryDocument m_document;
+    SceneryData *const m_data = &m_document.parameters;
+    QList<ControlPoint> &m_points = m_document.controlPoints;
+    QList<Waypoint> &m_waypoints = m_document.waypoints;
     QString m_error;
 };
 
 void TestSceneryReader::init()
 {
-    m_data = std::make_unique<SceneryData>();
-    m_points.clear();
-    m_waypoints.clear();
+    m_document = SceneryDocument();
     m_error.clear();
 }
 
 Result TestSceneryReader::read(const QString &line)
 {
-    return SceneryReader(*m_data, m_points, m_waypoints).readLine(line, &m_error);
+    return SceneryReader(m_document).readLine(line, &m_error);
 }
 
 void TestSceneryReader::keySideLosesBlanksAndTabs_data()
@@ -190,7 +189,7 @@ void TestSceneryReader::writtenLinesReadBackTheSame()
     m_points = {ControlPoint(4, 5, 6, 9.0)};
     QString text;
     QTextStream stream(&text);
-    writeScenery(stream, *m_data, m_waypoints, m_points);
+    writeScenery(stream, m_document);
     QVERIFY(text.contains("BeobXA=1.23457e+06\n")); // six significant digits
     QVERIFY(text.contains("Rundflug=1\n"));
 
@@ -211,7 +210,9 @@ void TestSceneryReader::linesAreWrittenInTheirOrder()
 {
     QString text;
     QTextStream stream(&text);
-    writeScenery(stream, *m_data, {Waypoint()}, {ControlPoint()});
+    m_waypoints = {Waypoint()};
+    m_points = {ControlPoint()};
+    writeScenery(stream, m_document);
     const QStringList lines = text.split('\n');
     QCOMPARE(lines.size(), 51 + 5 + 1 + 1);
     QCOMPARE(lines[0], QString("[Param]"));
