@@ -31,6 +31,7 @@ QString absolutePath(const QString &name)
 SceneryDelegate::SceneryDelegate(SceneryMdiChild *owner)
     : sweep(std::make_unique<TerrainSweep>()), view(owner), notices(&messageBoxes)
 {
+    limitFields();
     dataToView();
 }
 

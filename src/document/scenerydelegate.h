@@ -125,6 +125,8 @@ private:
     /// Takes what was read into document and form; false if a line was not accepted.
     bool take(const SceneryReading &reading);
     void tellObsoleteFormat(bool selected);
+    /// Gives the fields of the form their ranges and decimals.
+    void limitFields();
     void reposition(bool lastFrame);
     bool run(ImageMdiChild *target);
     bool renderFlight();

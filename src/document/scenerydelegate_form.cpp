@@ -2,11 +2,12 @@
 
 #include "document/scenerydelegate.h"
 #include "document/scenerymdichild.h"
+#include "scene/fieldlimits.h"
 #include "scene/keyvalue.h"
-#include "scene/scenerydata.h"
 #include "ui_scenerymdichildform.h"
 
-#include <cmath>
+#include <algorithm>
+#include <span>
 
 namespace {
 
@@ -40,12 +41,9 @@ constexpr Binding<DecimalSpinBox, double> Reals[]{
     {&Form::doubleSpinBoxCameraToRoll, &Data::VerkantenE},
     {&Form::doubleSpinBoxCameraFromElevZScale, &Data::HDateiSkalaZA},
     {&Form::doubleSpinBoxCameraToElevZScale, &Data::HDateiSkalaZE},
-    {&Form::doubleSpinBoxSmoothness, &Data::Traegheit},
-};
-
-constexpr Binding<DecimalSpinBox, double> Dusts[]{
     {&Form::doubleSpinBoxCameraFromDust, &Data::NebelA},
     {&Form::doubleSpinBoxCameraToDust, &Data::NebelE},
+    {&Form::doubleSpinBoxSmoothness, &Data::Traegheit},
 };
 
 constexpr Binding<QSpinBox, qint32> Wholes[]{
@@ -75,12 +73,15 @@ constexpr Binding<QLineEdit, QString> Texts[]{
     {&Form::lineEditElevationFile, &Data::HDateiname},
 };
 
-// A dust that has no logarithm stands as this one.
-constexpr double LeastDust = 0.000001;
-constexpr double LogOfTen = 2.302585092994046;
+// The limits of a field that the form shows.
+template <class Limits, class Value>
+const Limits &limitsOf(std::span<const Limits> all, Value Data::*field)
+{
+    return *std::find_if(all.begin(), all.end(),
+                         [field](const Limits &limits) { return limits.field == field; });
+}
 
-// A spin box cannot hold what is no number.
-double shown(double value) { return std::isnan(value) ? 0.0 : value; }
+const RealLimits &limitsOf(double Data::*field) { return limitsOf(realLimits(), field); }
 
 // The line edit is a coloured rectangle: its text has the colour of its ground.
 void showColour(QLineEdit *edit, QRgb colour)
@@ -106,6 +107,22 @@ QRgb shownColour(const QLineEdit *edit)
 
 } // namespace
 
+void SceneryDelegate::limitFields()
+{
+    Form &form = view->form();
+    for (const auto &[widget, field] : Reals) {
+        const RealLimits &limits = limitsOf(field);
+        (form.*widget)->setDecimals(limits.decimals);
+        (form.*widget)->setRange(limits.lowest, limits.highest);
+    }
+    for (const auto &[widget, field] : Wholes) {
+        const WholeLimits &limits = limitsOf(wholeLimits(), field);
+        (form.*widget)->setRange(limits.lowest, limits.highest);
+    }
+    for (const auto &[widget, field] : Texts)
+        (form.*widget)->setMaxLength(MaxFieldText);
+}
+
 void SceneryDelegate::dataToView()
 {
     Form &form = view->form();
@@ -115,14 +132,13 @@ void SceneryDelegate::dataToView()
         (form.*widget)->setChecked(scenery.parameters.*field);
     for (const auto &[widget, field] : Wholes)
         (form.*widget)->setValue(scenery.parameters.*field);
+    // Before any field changes, which may tell of it.
+    for (const RealLimits &limits : realLimits())
+        if (limits.isLogarithm)
+            scenery.parameters.*limits.field =
+                showableValue(limits, scenery.parameters.*limits.field);
     for (const auto &[widget, field] : Reals)
-        (form.*widget)->setValue(shown(scenery.parameters.*field));
-    // Each is replaced if either has no logarithm to show.
-    for (const auto &[widget, field] : Dusts)
-        if (!(scenery.parameters.*field > 0.0))
-            scenery.parameters.*field = LeastDust;
-    for (const auto &[widget, field] : Dusts)
-        (form.*widget)->setValue(std::log(scenery.parameters.*field) / LogOfTen);
+        (form.*widget)->setValue(fieldValue(limitsOf(field), scenery.parameters.*field));
     const int quality = scenery.parameters.GenauRechnen;
     QRadioButton *const checked = quality == 1   ? form.radioButtonHQ
                                   : quality == 2 ? form.radioButtonXHQ
@@ -143,9 +159,8 @@ void SceneryDelegate::viewToData()
     for (const auto &[widget, field] : Wholes)
         scenery.parameters.*field = (form.*widget)->value();
     for (const auto &[widget, field] : Reals)
-        scenery.parameters.*field = (form.*widget)->value();
-    for (const auto &[widget, field] : Dusts)
-        scenery.parameters.*field = std::pow(10.0, (form.*widget)->value());
+        scenery.parameters.*field =
+            parameterValue(limitsOf(field), (form.*widget)->value());
     scenery.parameters.GenauRechnen = form.radioButtonLQ->isChecked()   ? 0
                                       : form.radioButtonHQ->isChecked() ? 1
                                                                         : 2;
