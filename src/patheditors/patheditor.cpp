@@ -1,9 +1,60 @@
 #include "patheditors/patheditor.h"
 
+#include "base/pi.h"
+#include "patheditors/pathcursor.h"
+
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+
 PathEditor::PathEditor(QWidget *parent, QList<ControlPoint> &points,
                        QList<Waypoint> &ways, int &level)
     : QDialog(parent), controlPoints(&points), waypoints(&ways), waypointLevel(&level)
 {
+}
+
+void PathEditor::popUp(const QContextMenuEvent &event, const QList<QAction *> &actions)
+{
+    menuX = event.x();
+    menuY = event.y();
+    // Not executed in a loop of its own, which the end of the editor would outlive.
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (QAction *action : actions) {
+        if (action)
+            menu->addAction(action);
+        else
+            menu->addSeparator();
+    }
+    menu->popup(event.globalPos());
+}
+
+void PathEditor::mouseMoveEvent(QMouseEvent *event)
+{
+    pointerMoved(placeAt(pixelUnder(event)), event->buttons().testFlag(Qt::LeftButton));
+}
+
+void PathEditor::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    if (pointerReleased(placeAt(pixelUnder(event))))
+        released();
+}
+
+void PathEditor::showText(const QString &text) { labelPlace->setText(text); }
+
+QString PathEditor::placeText(const QPoint &place) const
+{
+    return QStringLiteral("%1/%2").arg(place.x()).arg(toldHeight(place));
+}
+
+QString PathEditor::handleText(const Waypoint &waypoint) const
+{
+    return QStringLiteral("%1\u00b0").arg(handleAngle(waypoint) * 180 / Pi, 0, 'f', 1);
 }
 
 void PathEditor::forgetLostDrags()

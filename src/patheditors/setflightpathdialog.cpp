@@ -32,6 +32,7 @@ SetFlightPathDialog::SetFlightPathDialog(QList<ControlPoint> &points,
       ui(std::make_unique<Ui_SetFlightPathDialog>())
 {
     ui->setupUi(this);
+    tellPlacesIn(ui->labelCoordinates);
     // The program ends with its main window, whose documents end their editors.
     setAttribute(Qt::WA_QuitOnClose, false);
     const AppSettings stored;
@@ -242,7 +243,7 @@ void SetFlightPathDialog::eyesFront()
 
 void SetFlightPathDialog::focus()
 {
-    const QPoint plan = toPlan(menuX, menuY);
+    const QPoint plan = placeAt({menuX, menuY});
     focusX = plan.x();
     focusY = plan.y();
     followCurve();

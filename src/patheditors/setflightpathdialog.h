@@ -61,8 +61,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
 
+    [[nodiscard]] QPoint placeAt(const QPoint &pixel) const override;
     [[nodiscard]] bool isInside(const QPoint &plan) const override;
     [[nodiscard]] int checkForControlPoint(int x, int y) const override;
     [[nodiscard]] int checkForDirectionPoint(int x, int y) const override;
@@ -70,11 +70,11 @@ protected:
     bool turnHandle(Waypoint &waypoint, const QPoint &plan) override;
     void dropPoint(const QPoint &plan) override;
     void click(const QPoint &plan) override;
-    [[nodiscard]] QString placeText(const QPoint &plan) const override;
-    [[nodiscard]] QString handleText(const Waypoint &waypoint) const override;
+    void released() override;
+    [[nodiscard]] int toldHeight(const QPoint &plan) const override;
+    [[nodiscard]] double handleAngle(const Waypoint &waypoint) const override;
     [[nodiscard]] QCursor pointCursor() const override;
     [[nodiscard]] QCursor handleCursor() const override;
-    void showText(const QString &text) override;
     void updatePicture() override;
 
 private:
@@ -90,8 +90,6 @@ private:
     /// Ends the two editors' work: settings kept, the profile gone.
     void leave();
 
-    /// Plan position of a place in the dialog.
-    [[nodiscard]] QPoint toPlan(int ex, int ey) const;
     /// "+" has come up: the cursor of a drag or of the point under it, or the arrow.
     void endPlus();
     /// The keys' releases go elsewhere from now on.
@@ -123,8 +121,6 @@ private:
     QBitmap directionBitmap, directionMask;
     std::unique_ptr<SetFlightPathProfileDialog> profileDialog;
     bool failed = false;
-    int menuX = 0; // where the last context menu opened, in the dialog
-    int menuY = 0;
     PathIcons m_icons;
     struct {
         QRect part;      // painted last

@@ -1,31 +1,27 @@
 // Mouse, keys and the window's own events of the plan editor.
 #include "patheditors/setflightpathdialog.h"
 
-#include "base/pi.h"
 #include "flight/flightplan.h"
 #include "patheditors/pathcursor.h"
 #include "patheditors/setflightpathprofiledialog.h"
 #include "views/label.h"
 
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 
 #include "ui_setflightpathdialog.h"
 
-namespace {
-
-} // namespace
-
-QPoint SetFlightPathDialog::toPlan(int ex, int ey) const
+QPoint SetFlightPathDialog::placeAt(const QPoint &pixel) const
 {
     const int left = ui->pushButtonOK->width() + 2 * ui->pushButtonOK->x();
-    return {ex - left + scrollArea->horizontalScrollBar()->value(),
-            texturePixmap.height() - 1 - ey - scrollArea->verticalScrollBar()->value()};
+    const int fromTop = pixel.y() + scrollArea->verticalScrollBar()->value();
+    return {pixel.x() - left + scrollArea->horizontalScrollBar()->value(),
+            texturePixmap.height() - 1 - fromTop};
 }
 
 bool SetFlightPathDialog::isInside(const QPoint &plan) const
@@ -54,15 +50,15 @@ bool SetFlightPathDialog::turnHandle(Waypoint &waypoint, const QPoint &plan)
     return turnTowards(waypoint, plan.x(), plan.y());
 }
 
-QString SetFlightPathDialog::placeText(const QPoint &plan) const
+// Told is the row of the picture.
+int SetFlightPathDialog::toldHeight(const QPoint &plan) const
 {
-    return QStringLiteral("%1/%2").arg(plan.x()).arg(texturePixmap.height() - 1 -
-                                                     plan.y());
+    return texturePixmap.height() - 1 - plan.y();
 }
 
-QString SetFlightPathDialog::handleText(const Waypoint &waypoint) const
+double SetFlightPathDialog::handleAngle(const Waypoint &waypoint) const
 {
-    return QStringLiteral("%1\u00b0").arg(waypoint.a * 180 / Pi, 0, 'f', 1);
+    return waypoint.a;
 }
 
 QCursor SetFlightPathDialog::pointCursor() const
@@ -71,11 +67,6 @@ QCursor SetFlightPathDialog::pointCursor() const
 }
 
 QCursor SetFlightPathDialog::handleCursor() const { return directionCursor; }
-
-void SetFlightPathDialog::showText(const QString &text)
-{
-    ui->labelCoordinates->setText(text);
-}
 
 void SetFlightPathDialog::updatePicture() { imageWidget->update(); }
 
@@ -112,22 +103,14 @@ bool SetFlightPathDialog::eventFilter(QObject *watched, QEvent *event)
 
 void SetFlightPathDialog::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPoint at = pixelUnder(event);
-    const QPoint plan = toPlan(at.x(), at.y());
+    const QPoint plan = placeAt(pixelUnder(event));
     focusX = plan.x();
     focusY = plan.y();
-    pointerMoved(plan, event->buttons().testFlag(Qt::LeftButton));
+    PathEditor::mouseMoveEvent(event);
 }
 
-void SetFlightPathDialog::mouseReleaseEvent(QMouseEvent *event)
+void SetFlightPathDialog::released()
 {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
-        return;
-    }
-    const QPoint at = pixelUnder(event);
-    if (!pointerReleased(toPlan(at.x(), at.y())))
-        return;
     updateActionsAndWaypoints();
     if (profileDialog)
         profileDialog->updateWaypointList();
@@ -203,18 +186,8 @@ void SetFlightPathDialog::letKeysGo()
 void SetFlightPathDialog::contextMenuEvent(QContextMenuEvent *event)
 {
     letKeysGo();
-    menuX = event->x();
-    menuY = event->y();
-    // Not executed in a loop of its own, which the end of the editor would outlive.
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(ui->actionAddWaypoints);
-    menu->addAction(ui->actionRemoveWaypoints);
-    menu->addSeparator();
-    menu->addAction(ui->actionEyesFront);
-    menu->addSeparator();
-    menu->addAction(ui->actionFocus);
-    menu->popup(event->globalPos());
+    popUp(*event, {ui->actionAddWaypoints, ui->actionRemoveWaypoints, nullptr,
+                   ui->actionEyesFront, nullptr, ui->actionFocus});
 }
 
 void SetFlightPathDialog::resizeEvent(QResizeEvent *event)

@@ -1,6 +1,5 @@
 #include "patheditors/setflightpathprofiledialog.h"
 
-#include "base/pi.h"
 #include "base/truncate.h"
 #include "patheditors/pathcursor.h"
 #include "views/fieldhelp.h"
@@ -9,8 +8,6 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
-#include <QMenu>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWheelEvent>
@@ -38,6 +35,7 @@ SetFlightPathProfileDialog::SetFlightPathProfileDialog(QWidget *parent,
       zScaleA(zA), zScaleE(zE), refreshTimer(new QTimer(this))
 {
     ui->setupUi(this);
+    tellPlacesIn(ui->labelCoordinates);
     completeHelp(this);
     // The program must not wait for a window that the user cannot close.
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -147,9 +145,9 @@ qint64 SetFlightPathProfileDialog::movingBaseline() const
     return qint64(bar->maximum()) + height() + zMin - bar->minimum() - bar->value();
 }
 
-QPoint SetFlightPathProfileDialog::toProfile(int ex, int ey) const
+QPoint SetFlightPathProfileDialog::placeAt(const QPoint &pixel) const
 {
-    return {saturated(ex - offsetX()), saturated(baseline() - ey)};
+    return {saturated(pixel.x() - offsetX()), saturated(baseline() - pixel.y())};
 }
 
 bool SetFlightPathProfileDialog::isInside(const QPoint &place) const
@@ -187,40 +185,14 @@ bool SetFlightPathProfileDialog::turnHandle(Waypoint &waypoint, const QPoint &pl
     return tiltTowards(waypoint, place.x(), place.y());
 }
 
-QString SetFlightPathProfileDialog::placeText(const QPoint &place) const
+double SetFlightPathProfileDialog::handleAngle(const Waypoint &waypoint) const
 {
-    return QStringLiteral("%1/%2").arg(place.x()).arg(place.y());
-}
-
-QString SetFlightPathProfileDialog::handleText(const Waypoint &waypoint) const
-{
-    return QStringLiteral("%1\u00b0").arg(waypoint.p * 180 / Pi, 0, 'f', 1);
+    return waypoint.p;
 }
 
 QCursor SetFlightPathProfileDialog::handleCursor() const { return pitchCursor; }
 
-void SetFlightPathProfileDialog::showText(const QString &text)
-{
-    ui->labelCoordinates->setText(text);
-}
-
 void SetFlightPathProfileDialog::updatePicture() { update(); }
-
-void SetFlightPathProfileDialog::mouseMoveEvent(QMouseEvent *event)
-{
-    const QPoint at = pixelUnder(event);
-    pointerMoved(toProfile(at.x(), at.y()), event->buttons().testFlag(Qt::LeftButton));
-}
-
-void SetFlightPathProfileDialog::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
-        return;
-    }
-    const QPoint at = pixelUnder(event);
-    pointerReleased(toProfile(at.x(), at.y()));
-}
 
 // The wheel over the picture scrolls: upward, or along where there is nothing above.
 // The axis stands still during a drag; what scrolled it then would be seen too late.
@@ -263,7 +235,7 @@ void SetFlightPathProfileDialog::eyesFront()
 
 void SetFlightPathProfileDialog::focus()
 {
-    const QPoint place = toProfile(menuX, menuY);
+    const QPoint place = placeAt({menuX, menuY});
     followCurve();
     focusPitches(*waypoints, place.x(), place.y());
     update();
@@ -271,13 +243,7 @@ void SetFlightPathProfileDialog::focus()
 
 void SetFlightPathProfileDialog::contextMenuEvent(QContextMenuEvent *event)
 {
-    menuX = event->x();
-    menuY = event->y();
-    // Not executed in a loop of its own, which the end of the editor would outlive.
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(ui->actionFocus);
-    menu->popup(event->globalPos());
+    popUp(*event, {ui->actionFocus});
 }
 
 void SetFlightPathProfileDialog::resizeEvent(QResizeEvent *event)

@@ -49,28 +49,24 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
+    /// Station and height, as x and y.
+    [[nodiscard]] QPoint placeAt(const QPoint &pixel) const override;
     [[nodiscard]] bool isInside(const QPoint &place) const override;
     [[nodiscard]] int checkForControlPoint(int station, int height) const override;
     [[nodiscard]] int checkForDirectionPoint(int station, int height) const override;
     void movePoint(ControlPoint &point, const QPoint &place) override;
     bool turnHandle(Waypoint &waypoint, const QPoint &place) override;
     void dragBegun(const QPoint &place) override;
-    [[nodiscard]] QString placeText(const QPoint &place) const override;
-    [[nodiscard]] QString handleText(const Waypoint &waypoint) const override;
+    [[nodiscard]] double handleAngle(const Waypoint &waypoint) const override;
     [[nodiscard]] QCursor handleCursor() const override;
-    void showText(const QString &text) override;
     void updatePicture() override;
 
 private:
     void loadCursor();
     void placeScrollBars();
     void setScrollRanges();
-    /// Station and height of a place in the dialog, as x and y.
-    [[nodiscard]] QPoint toProfile(int ex, int ey) const;
     [[nodiscard]] std::vector<TerrainPoint> terrain() const;
 
     [[nodiscard]] qint64 offsetX() const;
@@ -101,7 +97,5 @@ private:
     QCursor pitchCursor;
     QBitmap pitchBitmap, pitchMask;
     QTimer *refreshTimer;
-    int menuX = 0; // where the last context menu opened
-    int menuY = 0;
     PathIcons m_icons;
 };
