@@ -155,18 +155,5 @@ bool SceneryMdiChild::isModified() const { return sceneryDelegate->isModified();
 
 void SceneryMdiChild::closeEvent(QCloseEvent *event)
 {
-    if (rendering) {
-        event->ignore();
-        return;
-    }
-    if (!isModified()) {
-        event->accept();
-        return;
-    }
-    const auto answer = QMessageBox::warning(
-        this, tr("Close File"),
-        tr("The file has been modified:\n\"%1\"\nSave the changes?").arg(curFile),
-        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    event->setAccepted(answer == QMessageBox::No ||
-                       (answer == QMessageBox::Yes && save()));
+    event->setAccepted(!rendering && askToClose() != Closing::Refused);
 }

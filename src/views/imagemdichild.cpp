@@ -318,26 +318,8 @@ void ImageMdiChild::resizeEvent(QResizeEvent *event)
 
 void ImageMdiChild::closeEvent(QCloseEvent *event)
 {
-    const auto storeMaximized = [this] {
+    const Closing closing = mayBeClosed ? askToClose() : Closing::Refused;
+    if (closing == Closing::AsItIs)
         AppSettings().setValue(QStringLiteral("ImageMdiChild/Maximized"), isMaximized());
-    };
-    if (!mayBeClosed) {
-        event->ignore();
-        return;
-    }
-    if (!isModified()) {
-        storeMaximized();
-        event->accept();
-        return;
-    }
-    const auto answer = QMessageBox::warning(
-        this, tr("Close File"),
-        tr("The file has been modified:\n\"%1\"\nSave the changes?").arg(curFile),
-        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    if (answer == QMessageBox::No) {
-        storeMaximized();
-        event->accept();
-    } else {
-        event->setAccepted(answer == QMessageBox::Yes && save());
-    }
+    event->setAccepted(closing != Closing::Refused);
 }

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QMessageBox>
 
 MdiChild::MdiChild(QWidget *parent) : QDialog(parent)
 {
@@ -20,6 +21,19 @@ bool MdiChild::save()
         return saveAs();
     const QString fileName = curFile; // saving sets the name anew
     return saveFile(fileName);
+}
+
+MdiChild::Closing MdiChild::askToClose()
+{
+    if (!isModified())
+        return Closing::AsItIs;
+    const auto answer = QMessageBox::warning(
+        this, tr("Close File"),
+        tr("The file has been modified:\n\"%1\"\nSave the changes?").arg(curFile),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    if (answer == QMessageBox::No)
+        return Closing::AsItIs;
+    return answer == QMessageBox::Yes && save() ? Closing::Saved : Closing::Refused;
 }
 
 QString MdiChild::userFriendlyCurrentFile() const { return strippedName(curFile); }

@@ -29,6 +29,15 @@ public:
     [[nodiscard]] virtual QString strippedName(const QString &fullFileName) const;
 
 protected:
+    /// How a view that is to be closed leaves its document.
+    enum class Closing {
+        Refused, ///< the view stays: cancelled, or not saved
+        Saved,
+        AsItIs, ///< nothing was changed, or the changes are given up
+    };
+    /// Asks what becomes of changes, if there are any, and saves them if told to.
+    [[nodiscard]] Closing askToClose();
+
     void keyPressEvent(QKeyEvent *event) override;
 
     QString curFile;
