@@ -1,20 +1,11 @@
 // How work tells its end, and is asked to stop.
 #include "base/progress.h"
 #include "base/result.h"
+#include "support/patience.h"
 
 #include <QtTest>
 
 namespace {
-
-/// Lets so many steps pass.
-class Patience final : public Progress {
-public:
-    explicit Patience(qint64 steps) : m_steps(steps) {}
-    [[nodiscard]] bool step(qint64 done, qint64) override { return done < m_steps; }
-
-private:
-    qint64 m_steps;
-};
 
 Result<qint64> sumTo(qint64 last, Progress &progress)
 {

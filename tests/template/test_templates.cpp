@@ -1,4 +1,5 @@
 // The templates work, so that a copy of them begins with something that does.
+#include "support/patience.h"
 #include "template/templatedock.h"
 #include "template/templateimport.h"
 #include "template/templatetool.h"
@@ -8,16 +9,6 @@
 #include <QtTest>
 
 namespace {
-
-/// Lets so many steps pass.
-class Patience final : public Progress {
-public:
-    explicit Patience(qint64 steps) : m_steps(steps) {}
-    [[nodiscard]] bool step(qint64 done, qint64) override { return done < m_steps; }
-
-private:
-    qint64 m_steps;
-};
 
 // Two columns, two rows: 1, -2; unknown, 256.
 const QByteArray TwoRows = QByteArray::fromHex("02000200"
