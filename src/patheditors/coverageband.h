@@ -49,6 +49,7 @@ public:
     template <typename Span> PixelRange takeRow(int row, Span span);
 
 private:
+    /// What the edges do in one pixel, in steps of the grid.
     struct Cell {
         qint64 area = 0;  // twice what lies left of the edges in the pixel
         qint64 cover = 0; // height that they cross there

@@ -29,9 +29,11 @@ public:
 
 private:
     using Curve = std::array<QPointF, 4>; // start, two that pull, end
+    /// A corner on the grid.
     struct Place {
         int x = 0, y = 0; // steps of the grid
     };
+    /// An edge in the list of its band.
     struct Edge {
         OutlineEdge line;
         int next; // of the same list
