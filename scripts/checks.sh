@@ -81,10 +81,13 @@ tidy_sources() {
         clang-tidy-14 --quiet -p build/release --extra-arg=-Wno-unknown-warning-option
 }
 
+# The tests that differ from CHECK_BASE, what is not committed yet included. On the base
+# itself those of its last commit.
 changed_tests() {
     local base
-    base=$(git merge-base HEAD "${CHECK_BASE:-origin/main}" 2> /dev/null) \
-        || base=$(git rev-parse --verify --quiet HEAD~1) || return 0
+    base=$(git merge-base HEAD "${CHECK_BASE:-origin/main}" 2> /dev/null) || base=HEAD
+    [ "$(git rev-parse "$base")" != "$(git rev-parse HEAD)" ] || base=HEAD~1
+    git rev-parse --verify --quiet "$base" > /dev/null || return 0
     git diff --name-only --diff-filter=d "$base" -- 'tests/*.cpp' ':!tests/fuzz/fuzz_*'
 }
 
