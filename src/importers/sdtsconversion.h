@@ -1,13 +1,12 @@
 #pragma once
 
 #include "importers/sdtswalk.h"
+#include "iso8211/sc_subfield.h"
 #include "raster/elevationimage.h"
 
 #include <QString>
 
 #include <string>
-
-class sc_Subfield;
 
 /// Turns an SDTS raster transfer, a set of files called modules, into an elevation
 /// raster: first the small modules that describe it, then the cells, twice, for

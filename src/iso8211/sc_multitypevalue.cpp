@@ -1,5 +1,7 @@
 #include "iso8211/sc_multitypevalue.h"
 
+namespace iso8211 {
+
 sc_MultiTypeValue::sc_MultiTypeValue(const sc_MultiTypeValue &other) { *this = other; }
 
 sc_MultiTypeValue &sc_MultiTypeValue::operator=(const sc_MultiTypeValue &other)
@@ -77,3 +79,5 @@ bool sc_MultiTypeValue::operator==(const sc_MultiTypeValue &other) const
 {
     return this == &other || m_value == other.m_value;
 }
+
+} // namespace iso8211

@@ -5,6 +5,8 @@
 #include <string>
 #include <variant>
 
+namespace iso8211 {
+
 /// A tagged value: a long of 32 bits, an unsigned one, a double, a text or nothing.
 class sc_MultiTypeValue {
 public:
@@ -46,3 +48,8 @@ private:
                  std::monostate>
         m_value = std::monostate();
 };
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sc_MultiTypeValue;

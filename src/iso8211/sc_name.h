@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+namespace iso8211 {
+
 /// A text that any number of fields and subfields hold at once: copies share it.
 class sc_Name {
 public:
@@ -33,3 +35,8 @@ public:
 private:
     std::shared_ptr<const std::string> m_text; // null for an empty one
 };
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sc_Name;

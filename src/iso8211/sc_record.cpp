@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+namespace iso8211 {
+
 std::ostream &operator<<(std::ostream &stream, const sc_Field &field)
 {
     stream << field.getMnemonic() << " : " << field.getName() << '\n';
@@ -23,3 +25,5 @@ std::ostream &operator<<(std::ostream &stream, const sc_Module &module)
         stream << record << '\n';
     return stream;
 }
+
+} // namespace iso8211

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace iso8211 {
+
 /// A list of subfields with the tag and the name of their field.
 class sc_Field : public std::vector<sc_Subfield> {
 public:
@@ -32,3 +34,10 @@ class sc_Module : public std::vector<sc_Record> {};
 std::ostream &operator<<(std::ostream &stream, const sc_Field &field);
 std::ostream &operator<<(std::ostream &stream, const sc_Record &record);
 std::ostream &operator<<(std::ostream &stream, const sc_Module &module);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sc_Field;
+using iso8211::sc_Module;
+using iso8211::sc_Record;

@@ -3,6 +3,8 @@
 #include <bit>
 #include <ostream>
 
+namespace iso8211 {
+
 int (*UseSubfield)(sc_Subfield subfield) = nullptr;
 
 void sc_Subfield::setText(Type type, const std::string &value)
@@ -60,3 +62,5 @@ std::ostream &operator<<(std::ostream &stream, const sc_Subfield &subfield)
         UseSubfield(subfield);
     return stream;
 }
+
+} // namespace iso8211

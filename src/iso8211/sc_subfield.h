@@ -7,6 +7,8 @@
 #include <iosfwd>
 #include <string>
 
+namespace iso8211 {
+
 /// A typed value with the name or the mnemonic under which a file describes it.
 class sc_Subfield {
 public:
@@ -109,3 +111,9 @@ extern int (*UseSubfield)(sc_Subfield subfield);
 
 /// Hands a copy of the subfield to UseSubfield and writes nothing.
 std::ostream &operator<<(std::ostream &stream, const sc_Subfield &subfield);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sc_Subfield;
+using iso8211::UseSubfield;

@@ -10,6 +10,8 @@
 #include <limits>
 #include <string_view>
 
+namespace iso8211 {
+
 namespace {
 
 std::string_view textOf(const char *data, std::int32_t length)
@@ -143,3 +145,5 @@ void BFP64::set(sc_Subfield &subfield, std::uint64_t raw)
 }
 
 } // namespace sio_8211Kinds
+
+} // namespace iso8211

@@ -4,6 +4,8 @@
 #include <map>
 #include <string>
 
+namespace iso8211 {
+
 class sc_Subfield;
 
 /// Turns the bytes of one subfield into a typed value. Converters hold no state.
@@ -178,3 +180,28 @@ using sio_8211Converter_BUI24 = sio_8211BinaryConverter<sio_8211Kinds::BUI24>;
 using sio_8211Converter_BUI32 = sio_8211BinaryConverter<sio_8211Kinds::BUI32>;
 using sio_8211Converter_BFP32 = sio_8211BinaryConverter<sio_8211Kinds::BFP32>;
 using sio_8211Converter_BFP64 = sio_8211BinaryConverter<sio_8211Kinds::BFP64>;
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211BinaryConverter;
+using iso8211::sio_8211Converter;
+using iso8211::sio_8211Converter_A;
+using iso8211::sio_8211Converter_BFP32;
+using iso8211::sio_8211Converter_BFP64;
+using iso8211::sio_8211Converter_BI16;
+using iso8211::sio_8211Converter_BI24;
+using iso8211::sio_8211Converter_BI32;
+using iso8211::sio_8211Converter_BI8;
+using iso8211::sio_8211Converter_BUI16;
+using iso8211::sio_8211Converter_BUI24;
+using iso8211::sio_8211Converter_BUI32;
+using iso8211::sio_8211Converter_BUI8;
+using iso8211::sio_8211Converter_C;
+using iso8211::sio_8211Converter_I;
+using iso8211::sio_8211Converter_R;
+using iso8211::sio_8211Converter_S;
+using iso8211::sio_8211ConverterHints;
+using iso8211::sio_8211TextConverter;
+using iso8211::sio_Converter;
+namespace sio_8211Kinds = iso8211::sio_8211Kinds;

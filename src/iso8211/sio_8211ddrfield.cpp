@@ -4,6 +4,8 @@
 #include "iso8211/sio_8211leader.h"
 #include "iso8211/sio_8211terminators.h"
 
+namespace iso8211 {
+
 namespace {
 
 // Longer texts are cut off here.
@@ -25,3 +27,5 @@ sio_8211DDRField::sio_8211DDRField(const sio_8211DDRLeader &leader,
         if (!field.getVariableSubfield(*text, offset, UnitTerminator, LongestText))
             return;
 }
+
+} // namespace iso8211

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+namespace iso8211 {
+
 class sio_8211DDRLeader;
 class sio_8211Field;
 
@@ -35,3 +37,8 @@ private:
     std::string m_formatControls;
     std::int32_t m_fieldControlLength = 0;
 };
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211DDRField;

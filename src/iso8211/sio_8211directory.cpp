@@ -6,6 +6,8 @@
 
 #include <istream>
 
+namespace iso8211 {
+
 namespace {
 
 // The leader gives the end of a directory in five digits.
@@ -68,3 +70,5 @@ std::istream &operator>>(std::istream &stream, sio_8211Directory &directory)
 {
     return directory.streamExtract(stream);
 }
+
+} // namespace iso8211

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace iso8211 {
+
 class sio_8211Field;
 class sio_8211Leader;
 
@@ -49,3 +51,9 @@ private:
 
 std::istream &operator>>(std::istream &stream, sio_8211DirEntry &entry);
 std::istream &operator>>(std::istream &stream, sio_8211Directory &directory);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211Directory;
+using iso8211::sio_8211DirEntry;

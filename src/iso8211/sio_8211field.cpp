@@ -6,6 +6,8 @@
 #include <cstring>
 #include <istream>
 
+namespace iso8211 {
+
 std::istream &sio_8211Field::streamExtract(std::istream &stream)
 {
     m_data.clear();
@@ -45,3 +47,5 @@ std::istream &operator>>(std::istream &stream, sio_8211Field &field)
 {
     return field.streamExtract(stream);
 }
+
+} // namespace iso8211

@@ -5,6 +5,8 @@
 #include <iosfwd>
 #include <string>
 
+namespace iso8211 {
+
 /// The bytes of one field, without the terminator that ends it in the file.
 class sio_8211Field {
 public:
@@ -37,3 +39,9 @@ private:
 class sio_8211FieldArea : public std::deque<sio_8211Field> {};
 
 std::istream &operator>>(std::istream &stream, sio_8211Field &field);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211Field;
+using iso8211::sio_8211FieldArea;

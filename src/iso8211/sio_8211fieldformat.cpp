@@ -7,6 +7,8 @@
 #include <span>
 #include <string_view>
 
+namespace iso8211 {
+
 namespace {
 
 // A label for each subfield, up to the first empty one.
@@ -49,3 +51,5 @@ bool sio_8211MakeFieldFormat(sio_8211FieldFormat &format, const sio_8211DDRField
                                 hints);
     return true;
 }
+
+} // namespace iso8211

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace iso8211 {
+
 class sio_8211DDRField;
 
 /// How one field lies in a file: its subfields in order.
@@ -62,3 +64,9 @@ private:
 /// failure, they leave subfields without a converter.
 bool sio_8211MakeFieldFormat(sio_8211FieldFormat &format, const sio_8211DDRField &field,
                              const std::string &tag, const sio_8211ConverterHints *hints);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211FieldFormat;
+using iso8211::sio_8211MakeFieldFormat;

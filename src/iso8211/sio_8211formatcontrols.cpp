@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace iso8211 {
+
 namespace {
 
 enum class Token { Integer, Type, Open, Close, Comma, Delimiter, End };
@@ -241,3 +243,5 @@ void setConverter(sio_8211SubfieldFormat &format, const sio_8211ConverterHints *
     }
     format.setConverter(converter);
 }
+
+} // namespace iso8211

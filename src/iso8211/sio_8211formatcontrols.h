@@ -6,6 +6,8 @@
 #include <span>
 #include <string_view>
 
+namespace iso8211 {
+
 /// Takes type, width or delimiter and converter of the subfields, one after the
 /// other, from a text such as "(A,3I(5),B(16))".
 ///
@@ -28,3 +30,10 @@ void setType(char letter, sio_8211SubfieldFormat &format);
 /// Sets the converter that the type asks for: one of the four shared ones for a
 /// text, that of the hints for the label of a B, none for C and X.
 void setConverter(sio_8211SubfieldFormat &format, const sio_8211ConverterHints *hints);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::setConverter;
+using iso8211::setType;
+using iso8211::sio_8211ParseFormatControls;

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "iso8211/sio_8211record.h"
+#include "iso8211/sio_8211stop.h"
 
 #include <cstdint>
+
+namespace iso8211 {
 
 class sc_Record;
 class sio_8211Reader;
@@ -36,13 +39,26 @@ public:
     void operator++() override;
     [[nodiscard]] bool done() const override { return m_done; }
     operator void *() const override;
+    /// Where and why the reading ended before the end of the file; without a cause
+    /// while it goes on and where the file was read to its end.
+    [[nodiscard]] const sio_8211Stop &stop() const { return m_stop; }
 
 private:
     void readRecord();
-    bool endUnless(bool isReadable);
+    bool endAt(sio_8211Cause cause);
+    /// Reads into m_record; why that failed.
+    sio_8211Cause readNext();
 
     std::int64_t m_nextRecord;
     sio_8211DR m_record;
     sio_8211Reader *m_reader;
+    std::int64_t m_number = 0; // of the current record, from 1
+    sio_8211Stop m_stop;
     bool m_done = false;
 };
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211ForwardIterator;
+using iso8211::sio_ForwardIterator;

@@ -4,6 +4,8 @@
 
 #include <istream>
 
+namespace iso8211 {
+
 using sio_Utils::getLong;
 
 bool sio_8211Leader::readBytes(std::istream &stream, char (&bytes)[Size])
@@ -51,3 +53,5 @@ std::istream &operator>>(std::istream &stream, sio_8211Leader &leader)
 {
     return leader.streamExtract(stream);
 }
+
+} // namespace iso8211

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <iosfwd>
 
+namespace iso8211 {
+
 /// The 24 bytes at the head of a record. What they say is taken as it comes and
 /// judged by those who use it.
 class sio_8211Leader {
@@ -83,3 +85,10 @@ public:
 };
 
 std::istream &operator>>(std::istream &stream, sio_8211Leader &leader);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211DDRLeader;
+using iso8211::sio_8211DRLeader;
+using iso8211::sio_8211Leader;

@@ -6,6 +6,8 @@
 #include <istream>
 #include <ostream>
 
+namespace iso8211 {
+
 namespace {
 
 // What a field and a subfield take up in memory, with the blocks that hold them and a
@@ -139,8 +141,8 @@ void sio_8211Reader::know(const sio_8211FieldFormat &format)
 
 // Fills a field that `next` gives for each that the record holds, and tells `done`.
 template <class NextField, class FieldDone>
-bool sio_8211Reader::takeFields(const sio_8211DR &dr, NextField next,
-                                FieldDone done) const
+sio_8211Cause sio_8211Reader::takeFields(const sio_8211DR &dr, NextField next,
+                                         FieldDone done) const
 {
     std::int64_t bytesLeft = bytesAllowed(dr);
     for (const sio_8211DirEntry &entry : dr.getDirectory()) {
@@ -151,27 +153,27 @@ bool sio_8211Reader::takeFields(const sio_8211DR &dr, NextField next,
         while (!filler.atEnd()) {
             bytesLeft -= filler.bytes();
             if (bytesLeft < 0)
-                return false;
+                return sio_8211Cause::TooManyFields;
             sc_Field &field = next();
             const bool isReadable = filler.fill(field);
             done(field);
             if (!isReadable)
-                return false;
+                return sio_8211Cause::Subfield;
         }
     }
-    return true;
+    return sio_8211Cause::None;
 }
 
-bool sio_8211Reader::_fillScRecord(const sio_8211DR &dr, sc_Record &record) const
+sio_8211Cause sio_8211Reader::fillRecord(const sio_8211DR &dr, sc_Record &record) const
 {
     std::size_t used = 0;
     const auto next = [&]() -> sc_Field & {
         ++used;
         return used <= record.size() ? record[used - 1] : record.emplace_back();
     };
-    const bool isReadable = takeFields(dr, next, [](const sc_Field &) {});
+    const sio_8211Cause cause = takeFields(dr, next, [](const sc_Field &) {});
     record.resize(used);
-    return isReadable;
+    return cause;
 }
 
 bool sio_8211Reader::_fillScRecord(std::int64_t position, sc_Record &record) const
@@ -182,10 +184,12 @@ bool sio_8211Reader::_fillScRecord(std::int64_t position, sc_Record &record) con
     return m_stream.good() && _fillScRecord(dr, record);
 }
 
-bool sio_8211Reader::walkFields(const sio_8211DR &dr, std::ostream &out) const
+sio_8211Cause sio_8211Reader::walkFields(const sio_8211DR &dr, std::ostream &out) const
 {
     sc_Field field;
     return takeFields(
         dr, [&]() -> sc_Field & { return field; },
         [&](const sc_Field &filled) { out << filled << '\n'; });
 }
+
+} // namespace iso8211

@@ -6,6 +6,8 @@
 #include <istream>
 #include <limits>
 
+namespace iso8211 {
+
 void sio_8211Record::readFields(std::istream &stream, std::int64_t base)
 {
     m_fieldArea.clear();
@@ -68,3 +70,5 @@ std::istream &operator>>(std::istream &stream, sio_8211Record &record)
 {
     return record.streamExtract(stream);
 }
+
+} // namespace iso8211

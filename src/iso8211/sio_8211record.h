@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <iosfwd>
 
+namespace iso8211 {
+
 /// A record: leader, directory and field area.
 class sio_8211Record {
 public:
@@ -73,3 +75,10 @@ private:
 };
 
 std::istream &operator>>(std::istream &stream, sio_8211Record &record);
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211DDR;
+using iso8211::sio_8211DR;
+using iso8211::sio_8211Record;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+namespace iso8211 {
+
 class sio_8211Converter;
 
 /// How one subfield lies in a file.
@@ -48,3 +50,8 @@ private:
     std::int32_t m_lengthOrDelimiter = UnitTerminator;
     const sio_8211Converter *m_converter = nullptr; // borrowed
 };
+
+} // namespace iso8211
+
+// The established names of the library.
+using iso8211::sio_8211SubfieldFormat;

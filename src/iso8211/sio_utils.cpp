@@ -6,6 +6,8 @@
 #include <locale>
 #include <sstream>
 
+namespace iso8211 {
+
 namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -128,3 +130,5 @@ void sio_Utils::seekTo(std::istream &stream, std::int64_t position)
     if (stream.eof() || std::int64_t(stream.tellg()) != position)
         stream.seekg(position);
 }
+
+} // namespace iso8211

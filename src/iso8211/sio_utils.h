@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace iso8211 {
+
 /// Reading of the numbers and texts that lie in a file as characters.
 namespace sio_Utils {
 
@@ -29,3 +31,8 @@ namespace sio_Utils {
 void seekTo(std::istream &stream, std::int64_t position);
 
 } // namespace sio_Utils
+
+} // namespace iso8211
+
+// The established names of the library.
+namespace sio_Utils = iso8211::sio_Utils;

@@ -40,6 +40,7 @@ QString recordOf(const Description &description, const std::string &bytes)
 class TestSioReader : public QObject {
     Q_OBJECT
 private slots:
+    void theEndIsToldWithCauseAndRecord();
     void theSchemaHasTheFieldsOfData();
     void recordsComeInTheOrderOfTheFile_data();
     void recordsComeInTheOrderOfTheFile();
@@ -62,6 +63,31 @@ private slots:
     void everyCutIsHarmless();
     void everyChangedByteIsHarmless();
 };
+
+void TestSioReader::theEndIsToldWithCauseAndRecord()
+{
+    const auto stopOf = [](const std::string &file, bool withHints = true) {
+        std::istringstream in(file);
+        sio_8211Reader reader(in, withHints ? &Hints : nullptr);
+        sio_8211ForwardIterator i(reader);
+        for (sc_Record record; i; ++i)
+            (void)i.get(record);
+        return i.stop();
+    };
+    const std::string file = smallTransfer('D');
+    QCOMPARE(stopOf(file), sio_8211Stop());
+    QCOMPARE(stopOf(file).text(), std::string());
+    QCOMPARE(stopOf("no module"), (sio_8211Stop{0, sio_8211Cause::Description}));
+    QCOMPARE(stopOf(file.substr(0, file.size() - 2)).text(),
+             std::string("record 2: the leader, the directory or a field is cut short or "
+                         "none"));
+    QCOMPARE(stopOf(file, false), (sio_8211Stop{1, sio_8211Cause::Subfield}));
+    QCOMPARE(stopOf(isofile::ddr({Cell}) + isofile::record({}, 'R') + "xx"),
+             (sio_8211Stop{2, sio_8211Cause::NoProgress}));
+    QCOMPARE(stopOf(isofile::ddr({{"AAAA", "", "A", "(A)"}}) +
+                    "00000 R     00000   2204AAAA0402AAAA0200\x1E" + "a\x1E" + "bcd\x1E"),
+             (sio_8211Stop{1, sio_8211Cause::Backwards}));
+}
 
 void TestSioReader::theSchemaHasTheFieldsOfData()
 {
@@ -247,6 +273,7 @@ void TestSioReader::emptySubfieldsCannotBlowUpARecord()
     sc_Record record;
     QVERIFY(!i.get(record));
     QVERIFY(in.fail());
+    QCOMPARE(i.stop(), (sio_8211Stop{1, sio_8211Cause::TooManyFields}));
     QVERIFY(record.size() < 1000);
 }
 
