@@ -1,5 +1,6 @@
 #include "raster/bilinearrows.h"
 
+#include "raster/bilinear.h"
 #include "raster/imagerows.h"
 
 #include <algorithm>
@@ -45,9 +46,9 @@ const BilinearRows::MixedRow &BilinearRows::mixedRow(int y)
         const QRgb left = pixels[column];
         const QRgb right = pixels[std::min(column + 1, last)];
         const double fx = m_fractions[x];
-        *out++ = qRed(left) * (1 - fx) + qRed(right) * fx;
-        *out++ = qGreen(left) * (1 - fx) + qGreen(right) * fx;
-        *out++ = qBlue(left) * (1 - fx) + qBlue(right) * fx;
+        *out++ = between(qRed(left), qRed(right), fx);
+        *out++ = between(qGreen(left), qGreen(right), fx);
+        *out++ = between(qBlue(left), qBlue(right), fx);
     }
     return mixed;
 }
@@ -73,7 +74,7 @@ const QRgb *BilinearRows::row(int y)
     for (QRgb &colour : m_row) {
         int channels[3];
         for (int c = 0; c < 3; ++c)
-            channels[c] = static_cast<int>(lower[c] * fy + upper[c] * (1 - fy));
+            channels[c] = static_cast<int>(between(upper[c], lower[c], fy));
         colour = qRgb(channels[0], channels[1], channels[2]);
         upper += 3;
         lower += 3;

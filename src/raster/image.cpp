@@ -1,5 +1,6 @@
 #include "raster/image.h"
 
+#include "raster/bilinear.h"
 #include "raster/imagefile.h"
 #include "raster/pixelreader.h"
 
@@ -64,11 +65,5 @@ QRgb Image::pixel(double x, double y)
     const QRgb p10 = read(right, iy);
     const QRgb p01 = read(ix, below);
     const QRgb p11 = read(right, below);
-    const auto mix = [fx, fy](int c00, int c10, int c01, int c11) {
-        return static_cast<int>((c01 * (1 - fx) + c11 * fx) * fy +
-                                (c00 * (1 - fx) + c10 * fx) * (1 - fy));
-    };
-    return qRgb(mix(qRed(p00), qRed(p10), qRed(p01), qRed(p11)),
-                mix(qGreen(p00), qGreen(p10), qGreen(p01), qGreen(p11)),
-                mix(qBlue(p00), qBlue(p10), qBlue(p01), qBlue(p11)));
+    return bilinearColour(p00, p10, p01, p11, fx, fy);
 }

@@ -2,6 +2,7 @@
 
 #include <QImage>
 
+#include <type_traits>
 #include <vector>
 
 /// Brings an image to a format whose pixels hold any opaque colour exactly:
@@ -22,14 +23,24 @@ void makeEditable(QImage &image);
 void storeRgb888(const QRgb *colours, int width, uchar *row);
 
 /// Runs edit(QRgb *row) over all rows from the top, in place. The image has to
-/// be editable; alpha of an RGB32 image is whatever its file left there.
-template <class Edit> void editRows(QImage &image, Edit &&edit)
+/// be editable; alpha of an RGB32 image is whatever its file left there. An edit that
+/// gives a bool ends the work with false, which is then given back.
+template <class Edit> bool editRows(QImage &image, Edit &&edit)
 {
+    const auto goesOn = [&edit](QRgb *row) {
+        if constexpr (std::is_same_v<decltype(edit(row)), bool>) {
+            return edit(row);
+        } else {
+            edit(row);
+            return true;
+        }
+    };
     const int width = image.width();
     if (image.depth() == 32) {
         for (int y = 0; y < image.height(); ++y)
-            edit(reinterpret_cast<QRgb *>(image.scanLine(y)));
-        return;
+            if (!goesOn(reinterpret_cast<QRgb *>(image.scanLine(y))))
+                return false;
+        return true;
     }
     std::vector<QRgb> buffer(static_cast<size_t>(width));
     for (int y = 0; y < image.height(); ++y) {
@@ -37,7 +48,9 @@ template <class Edit> void editRows(QImage &image, Edit &&edit)
         const uchar *pixel = row;
         for (int x = 0; x < width; ++x, pixel += 3)
             buffer[x] = qRgb(pixel[0], pixel[1], pixel[2]);
-        edit(buffer.data());
+        if (!goesOn(buffer.data()))
+            return false;
         storeRgb888(buffer.data(), width, row);
     }
+    return true;
 }

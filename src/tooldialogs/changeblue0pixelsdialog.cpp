@@ -8,13 +8,10 @@ ChangeBlue0PixelsDialog::ChangeBlue0PixelsDialog(QWidget *parent) : FormDialog(p
     addInput(lineEditFromFile);
 }
 
-bool ChangeBlue0PixelsDialog::work(QString *error)
+Result<QImage> ChangeBlue0PixelsDialog::work(Progress & /*progress*/)
 {
-    QImage image = loadImageFile(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
-    changeBlue0Pixels(image);
-    return save(image, lineEditToFile->text(), error);
+    Result<QImage> image = loadPicture(lineEditFromFile);
+    if (image)
+        changeBlue0Pixels(*image);
+    return image;
 }

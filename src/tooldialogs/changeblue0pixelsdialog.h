@@ -12,5 +12,5 @@ public:
     explicit ChangeBlue0PixelsDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
 };

@@ -12,41 +12,34 @@ ConvolutionDialog::ConvolutionDialog(QWidget *parent) : FormDialog(parent)
               .mayTake = [this](const QString &name) { return kernelCanBeUsed(name); }});
 }
 
-bool ConvolutionDialog::loadKernel(const QString &fileName, QImage &kernel,
-                                   QString *error)
+Result<QImage> ConvolutionDialog::loadKernel(const QString &fileName)
 {
-    kernel = loadImageFile(fileName);
-    if (kernel.isNull()) {
-        *error = couldNotOpen(fileName);
-        return false;
-    }
-    if (!kernelFits(kernel.size())) {
-        *error = tr("The kernel file \"%1\" is too large.\n"
-                    "Allowed overall number of pixels (width x heidth): 16384.")
-                     .arg(fileName);
-        return false;
-    }
-    return true;
+    QImage kernel = loadImageFile(fileName);
+    if (kernel.isNull())
+        return failed(couldNotOpen(fileName));
+    if (!kernelFits(kernel.size()))
+        return failed(tr("The kernel file \"%1\" is too large.\n"
+                         "Allowed overall number of pixels (width x heidth): 16384.")
+                          .arg(fileName));
+    return kernel;
 }
 
 bool ConvolutionDialog::kernelCanBeUsed(const QString &fileName)
 {
-    QImage kernel;
-    QString error;
-    const bool usable = loadKernel(fileName, kernel, &error);
-    if (!usable)
-        showError(error);
-    return usable;
+    const Result<QImage> kernel = loadKernel(fileName);
+    if (!kernel)
+        showError(kernel.error().text);
+    return kernel.has_value();
 }
 
-bool ConvolutionDialog::work(QString *error)
+Result<QImage> ConvolutionDialog::work(Progress &progress)
 {
-    const QImage image = loadImageFile(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
-    QImage kernel;
-    return loadKernel(lineEditKernelFile->text(), kernel, error) &&
-           save(convolve(image, kernel), lineEditToFile->text(), error);
+    const Result<QImage> image = loadPicture(lineEditFromFile);
+    if (!image)
+        return image;
+    const Result<QImage> kernel = loadKernel(lineEditKernelFile->text());
+    if (!kernel)
+        return kernel;
+    // What memory was short for cannot be saved, and that is told.
+    return convolve(*image, *kernel, progress).value_or(QImage());
 }

@@ -11,10 +11,9 @@ public:
     explicit ConvolutionDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
     // Tells why it cannot.
     [[nodiscard]] bool kernelCanBeUsed(const QString &fileName);
     // Loads a kernel that is no larger than allowed.
-    [[nodiscard]] static bool loadKernel(const QString &fileName, QImage &kernel,
-                                         QString *error);
+    [[nodiscard]] static Result<QImage> loadKernel(const QString &fileName);
 };

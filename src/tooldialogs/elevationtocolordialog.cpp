@@ -87,17 +87,13 @@ void ElevationToColorDialog::updateElevationRange(const ElevationImage &image)
     spinBoxElevationUpper->setValue(upper);
 }
 
-bool ElevationToColorDialog::work(QString *error)
+Result<QImage> ElevationToColorDialog::work(Progress & /*progress*/)
 {
     ElevationImage image(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
+    if (image.isNull())
+        return failed(couldNotOpen(lineEditFromFile->text()));
     if (!elevationToColor(image, palette, spinBoxElevationLower->value(),
-                          spinBoxElevationUpper->value())) {
-        *error = couldNotOpen(lineEditPaletteFile->text());
-        return false;
-    }
-    return save(image, lineEditToFile->text(), error);
+                          spinBoxElevationUpper->value()))
+        return failed(couldNotOpen(lineEditPaletteFile->text()));
+    return image;
 }

@@ -18,7 +18,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
     void checkBoxIgnoreZeroValuesClicked();
     // Tells the user of a file that is no image.
     [[nodiscard]] bool showRangeOrError(const QString &fileName);

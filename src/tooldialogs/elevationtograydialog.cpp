@@ -11,16 +11,14 @@ ElevationToGrayDialog::ElevationToGrayDialog(QWidget *parent) : FormDialog(paren
     addInput(lineEditFromFile);
 }
 
-bool ElevationToGrayDialog::convert(bool normalize, QString *error)
+bool ElevationToGrayDialog::convert(bool normalize)
 {
     const WaitCursor wait;
     // What was there goes first: two rasters of a large file may not fit.
     m_image = ElevationImage();
     m_image = ElevationImage(lineEditFromFile->text());
-    if (m_image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
+    if (m_image.isNull())
         return false;
-    }
     elevationToGray(m_image, normalize);
     return true;
 }
@@ -46,17 +44,15 @@ bool ElevationToGrayDialog::userWantsNormalization()
 
 void ElevationToGrayDialog::accept()
 {
-    QString error;
-    if (!convert(false, &error))
-        return showError(error);
+    if (!convert(false))
+        return showCouldNotOpen(lineEditFromFile->text());
     const bool cutOff = m_conversion.belowCount > 0 || m_conversion.aboveCount > 0;
-    if (cutOff && userWantsNormalization() && !convert(true, &error))
-        return showError(error);
+    if (cutOff && userWantsNormalization() && !convert(true))
+        return showCouldNotOpen(lineEditFromFile->text());
     ToolDialog::accept();
 }
 
-bool ElevationToGrayDialog::work(QString *error)
+Result<QImage> ElevationToGrayDialog::work(Progress & /*progress*/)
 {
-    const ElevationImage image = std::exchange(m_image, ElevationImage());
-    return save(image, lineEditToFile->text(), error);
+    return std::exchange(m_image, ElevationImage());
 }

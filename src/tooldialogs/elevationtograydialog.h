@@ -15,10 +15,10 @@ public:
     void accept() override;
 
 private:
-    // Saves the converted image.
-    [[nodiscard]] bool work(QString *error) override;
-    // Loads the input afresh and converts it.
-    [[nodiscard]] bool convert(bool normalize, QString *error);
+    // Gives the converted image away.
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
+    // Loads the input afresh and converts it; false if it cannot be opened.
+    [[nodiscard]] bool convert(bool normalize);
     void elevationToGray(ElevationImage &image, bool normalize);
     [[nodiscard]] bool userWantsNormalization();
 

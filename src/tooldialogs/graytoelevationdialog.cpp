@@ -9,15 +9,13 @@ GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : FormDialog(paren
     addInput(lineEditFromFile);
 }
 
-bool GrayToElevationDialog::work(QString *error)
+Result<QImage> GrayToElevationDialog::work(Progress & /*progress*/)
 {
     ElevationImage image(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
+    if (image.isNull())
+        return failed(couldNotOpen(lineEditFromFile->text()));
     m_range = grayToElevation(image);
-    return save(image, lineEditToFile->text(), error);
+    return image;
 }
 
 void GrayToElevationDialog::tellResult()

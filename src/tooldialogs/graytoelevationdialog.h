@@ -13,7 +13,7 @@ public:
     explicit GrayToElevationDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
     void tellResult() override;
 
     ElevationLimits m_range; // of the last conversion

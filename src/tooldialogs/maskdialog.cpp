@@ -10,17 +10,15 @@ MaskDialog::MaskDialog(QWidget *parent) : FormDialog(parent)
     addInput(lineEditMaskFile, {.caption = tr("Save File")});
 }
 
-bool MaskDialog::work(QString *error)
+Result<QImage> MaskDialog::work(Progress &progress)
 {
-    QImage image = loadImageFile(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
-    const QImage mask = loadImageFile(lineEditMaskFile->text());
-    if (mask.isNull() || !applyMask(image, mask)) {
-        *error = couldNotOpen(lineEditMaskFile->text());
-        return false;
-    }
-    return save(image, lineEditToFile->text(), error);
+    const Result<QImage> image = loadPicture(lineEditFromFile);
+    if (!image)
+        return image;
+    const Result<QImage> mask = loadPicture(lineEditMaskFile);
+    if (!mask)
+        return mask;
+    return applyMask(*image, *mask, progress).map_error([this](const Failure &) {
+        return Failure{couldNotOpen(lineEditMaskFile->text())};
+    });
 }

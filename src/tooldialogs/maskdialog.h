@@ -11,5 +11,5 @@ public:
     explicit MaskDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
 };

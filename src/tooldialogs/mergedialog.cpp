@@ -18,21 +18,19 @@ MergeOptions MergeDialog::optionsFromForm() const
     return options;
 }
 
-bool MergeDialog::work(QString *error)
+Result<QImage> MergeDialog::work(Progress &progress)
 {
     const QImage first = loadImageFile(lineEditFile1->text());
-    if (first.isNull()) {
-        *error = couldNotLoad(lineEditFile1->text());
-        return false;
-    }
+    if (first.isNull())
+        return failed(couldNotLoad(lineEditFile1->text()));
     const QImage second = loadImageFile(lineEditFile2->text());
-    if (second.isNull()) {
-        *error = couldNotLoad(lineEditFile2->text());
-        return false;
-    }
-    const QImage merged = merge(first, second, optionsFromForm());
-    const bool saved = saveImageFile(merged, lineEditToFile->text());
-    if (!saved)
-        *error = tr("Could not save image file \"%1\".").arg(lineEditToFile->text());
-    return saved;
+    if (second.isNull())
+        return failed(couldNotLoad(lineEditFile2->text()));
+    // What memory was short for cannot be saved, and that is told.
+    return merge(first, second, optionsFromForm(), progress).value_or(QImage());
+}
+
+QString MergeDialog::couldNotSave(const QString &fileName) const
+{
+    return tr("Could not save image file \"%1\".").arg(fileName);
 }

@@ -12,6 +12,7 @@ public:
     explicit MergeDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
+    [[nodiscard]] QString couldNotSave(const QString &fileName) const override;
     [[nodiscard]] MergeOptions optionsFromForm() const;
 };

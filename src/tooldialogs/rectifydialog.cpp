@@ -45,22 +45,22 @@ void RectifyDialog::storeCoordinates() const
         stored.setValue(QLatin1String(c.key), c.field->text());
 }
 
-bool RectifyDialog::work(QString *error)
+Result<QImage> RectifyDialog::work(Progress &progress)
 {
     storeCoordinates();
-    const QImage image = loadImageFile(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
+    const Result<QImage> image = loadPicture(lineEditFromFile);
+    if (!image)
+        return image;
     for (const Coordinate &c : coordinates())
         *c.value = c.field->text().toInt();           // 0 where that is no number
     [[maybe_unused]] const Optimization optimization; // a search is not needed yet
+    // What memory was short for cannot be saved, and that is told.
+    return rectify(*image, progress).value_or(QImage());
+}
 
-    progressBar->setRange(0, image.height());
-    const QImage corrected = rectify(image, [this](int row) {
-        progressBar->setValue(row);
-        progressBar->update();
-    });
-    return save(corrected, lineEditToFile->text(), error);
+void RectifyDialog::showProgress(qint64 row, qint64 of)
+{
+    progressBar->setRange(0, static_cast<int>(of));
+    progressBar->setValue(static_cast<int>(row));
+    progressBar->update();
 }

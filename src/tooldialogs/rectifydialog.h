@@ -20,7 +20,8 @@ private:
         double *value;
     };
 
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
+    void showProgress(qint64 row, qint64 of) override;
     [[nodiscard]] std::array<Coordinate, 16> coordinates() const;
     void storeCoordinates() const;
 };

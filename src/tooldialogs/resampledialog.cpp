@@ -1,6 +1,5 @@
 #include "tooldialogs/resampledialog.h"
 
-#include "base/memorybudget.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
 #include "tools/resample.h"
@@ -130,25 +129,16 @@ void ResampleDialog::pushButtonConnectedClicked()
     pushButtonConnected->setIcon(m_connected ? m_connectedIcon : m_disconnectedIcon);
 }
 
-bool ResampleDialog::work(QString *error)
+Result<QImage> ResampleDialog::work(Progress &progress)
 {
-    *error = couldNotLoad(lineEditFromFile->text());
+    const QString couldNotRead = couldNotLoad(lineEditFromFile->text());
     if (m_sourceWidth < 0 || m_sourceHeight < 0)
-        return false;
+        return failed(couldNotRead);
     const ElevationImage source(lineEditFromFile->text());
     if (source.isNull())
-        return false;
-    const QSize size(spinBoxPixelX->value(), spinBoxPixelY->value());
-    const qint64 claim = qint64(size.width()) * size.height() * 3 +
-                         qint64(source.width()) * source.height() * 4; // as it is read
-    *error = tr("Could not create output file.");
-    if (!claimMemory(
-            tr("Resampling to %1 x %2 pixels").arg(size.width()).arg(size.height()),
-            claim))
-        return false;
-    ElevationImage destination(size, QImage::Format_RGB888);
-    if (destination.isNull() ||
-        !resample(source, doubleSpinBoxZScale->value(), destination))
-        return false;
-    return save(destination, lineEditToFile->text(), error);
+        return failed(couldNotRead);
+    return resample(
+        source,
+        {{spinBoxPixelX->value(), spinBoxPixelY->value()}, doubleSpinBoxZScale->value()},
+        progress);
 }

@@ -13,7 +13,7 @@ public:
     explicit ResampleDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
     // Tells the user of a file that is no image.
     [[nodiscard]] bool showSizeOf(const QString &fileName);
     void doubleSpinBoxPercentXValueChanged(double percent);

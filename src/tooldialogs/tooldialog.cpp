@@ -3,20 +3,51 @@
 #include "raster/imagefile.h"
 #include "views/waitcursor.h"
 
+#include <QLineEdit>
+
+#include <functional>
+#include <utility>
+
+namespace {
+
+// The dialog stands still until the work ends, so nobody can stop it.
+class ShownProgress : public Progress {
+public:
+    explicit ShownProgress(std::function<void(qint64, qint64)> show)
+        : m_show(std::move(show))
+    {
+    }
+    [[nodiscard]] bool step(qint64 done, qint64 of) override
+    {
+        m_show(done, of);
+        return true;
+    }
+
+private:
+    std::function<void(qint64, qint64)> m_show;
+};
+
+} // namespace
+
 ToolDialog::ToolDialog(QWidget *parent) : ConverterDialog(tr("Error"), parent) {}
 
 void ToolDialog::accept()
 {
-    QString error;
-    bool done = false;
-    {
-        const WaitCursor wait; // not over the boxes
-        done = work(&error);
-    }
+    const Result<QImage> done = workAndSave();
     if (!done)
-        return showError(error);
+        return showError(done.error().text);
     tellResult();
     ConverterDialog::accept();
+}
+
+Result<QImage> ToolDialog::workAndSave()
+{
+    const WaitCursor wait; // not over the boxes
+    ShownProgress progress([this](qint64 row, qint64 of) { showProgress(row, of); });
+    const Result<QImage> done = work(progress);
+    if (done && !saveImageFile(*done, outputFile()))
+        return failed(couldNotSave(outputFile()));
+    return done;
 }
 
 QString ToolDialog::couldNotOpen(const QString &fileName)
@@ -29,10 +60,15 @@ QString ToolDialog::couldNotLoad(const QString &fileName)
     return tr("Could not load image file \"%1\".").arg(fileName);
 }
 
-bool ToolDialog::save(const QImage &image, const QString &fileName, QString *error)
+QString ToolDialog::couldNotSave(const QString &fileName) const
 {
-    const bool saved = saveImageFile(image, fileName);
-    if (!saved)
-        *error = tr("Could not save file \"%1\".").arg(fileName);
-    return saved;
+    return tr("Could not save file \"%1\".").arg(fileName);
+}
+
+Result<QImage> ToolDialog::loadPicture(const QLineEdit *field)
+{
+    QImage image = loadImageFile(field->text());
+    if (image.isNull())
+        return failed(couldNotOpen(field->text()));
+    return image;
 }

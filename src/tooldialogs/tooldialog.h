@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
 #include "views/converterdialog.h"
 
-class QImage;
+#include <QImage>
 
 /// What the dialogs of the raster tools have in common: OK works under the wait
 /// cursor, a failure is told in a box "Error" and leaves the dialog open, so that
@@ -16,17 +18,23 @@ public:
 protected:
     explicit ToolDialog(QWidget *parent);
 
-    /// Reads, computes and writes. On failure nothing is written, and `error`
-    /// tells why.
-    [[nodiscard]] virtual bool work(QString *error) = 0;
+    /// Reads and computes what is to be written. On failure nothing is written; a null
+    /// picture cannot be.
+    [[nodiscard]] virtual Result<QImage> work(Progress &progress) = 0;
+    /// Shows how far the work is.
+    virtual void showProgress(qint64 /*done*/, qint64 /*of*/) {}
+    /// Why the output could not be written.
+    [[nodiscard]] virtual QString couldNotSave(const QString &fileName) const;
     /// Tells the user of a success, before the dialog closes.
     virtual void tellResult() {}
 
     [[nodiscard]] static QString couldNotOpen(const QString &fileName);
     [[nodiscard]] static QString couldNotLoad(const QString &fileName);
-    /// Writes an image; `error` tells that this failed.
-    [[nodiscard]] static bool save(const QImage &image, const QString &fileName,
-                                   QString *error);
+    /// The picture of a field's file; it could not be opened otherwise.
+    [[nodiscard]] static Result<QImage> loadPicture(const QLineEdit *field);
+
+private:
+    [[nodiscard]] Result<QImage> workAndSave();
 };
 
 /// A tool's dialog on its form.

@@ -2,6 +2,8 @@
 
 #include "raster/imagerows.h"
 
+#include <QObject>
+
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -198,18 +200,22 @@ bool kernelFits(const QSize &size)
     return qint64(size.width()) * size.height() <= MostKernelPixels;
 }
 
-QImage convolve(const QImage &image, const QImage &kernel)
+Result<QImage> convolve(const QImage &image, const QImage &kernel, Progress &progress)
 {
-    if (image.isNull() || kernel.isNull() || !kernelFits(kernel.size()))
-        return {};
+    if (!kernelFits(kernel.size()))
+        return failed(
+            QObject::tr("The kernel has more than %1 pixels.").arg(MostKernelPixels));
     const QImage source = as32Bit(image);
     const QImage kernelPixels = as32Bit(kernel);
     QImage filtered(image.size(), QImage::Format_RGB888);
     if (filtered.isNull() || source.isNull() || kernelPixels.isNull())
-        return {};
+        return failed(QObject::tr("There is not enough memory for the picture."));
 
     Convolution convolution(source, kernelPixels);
-    for (int y = 0; y < filtered.height(); ++y)
+    for (int y = 0; y < filtered.height(); ++y) {
+        if (!progress.step(y, filtered.height()))
+            return stopped();
         convolution.row(y, filtered.scanLine(y));
+    }
     return filtered;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
+
 #include <QImage>
 
 /// True if a kernel of this size is small enough to be used.
@@ -11,5 +14,6 @@
 /// The kernel is not mirrored and is centred on its pixel (width / 2, height / 2).
 /// The sum is divided by the sum of those weights that fell on the image; a sum
 /// of 0 gives 0, and of every other quotient the low 8 bits are kept. The result
-/// is RGB888; null if memory is short or the kernel does not fit.
-[[nodiscard]] QImage convolve(const QImage &image, const QImage &kernel);
+/// is RGB888. Steps before each row.
+[[nodiscard]] Result<QImage> convolve(const QImage &image, const QImage &kernel,
+                                      Progress &progress);

@@ -2,6 +2,8 @@
 
 #include "raster/imagerows.h"
 
+#include <QObject>
+
 #include <algorithm>
 
 namespace {
@@ -23,25 +25,29 @@ QRgb blend(QRgb base, QRgb m)
 
 } // namespace
 
-bool applyMask(QImage &image, const QImage &mask)
+Result<QImage> applyMask(QImage image, const QImage &mask, Progress &progress)
 {
-    if (image.isNull() || mask.isNull())
-        return false;
     // Smooth scaling gives premultiplied colours, which rows undo one by one.
     const QImage scaled =
         mask.convertToFormat(QImage::Format_ARGB32)
             .scaled(image.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (scaled.isNull() || scaled.depth() != 32)
-        return false;
+    if (image.isNull() || scaled.isNull() || scaled.depth() != 32)
+        return failed(QObject::tr("There is not enough memory for the picture."));
     const bool premultiplied = scaled.format() == QImage::Format_ARGB32_Premultiplied;
 
     makeEditable(image);
     const int width = image.width();
+    const int height = image.height();
     int y = 0;
-    editRows(image, [&scaled, &y, width, premultiplied](QRgb *row) {
+    const auto blendRow = [&](QRgb *row) {
+        if (!progress.step(y, height))
+            return false;
         const QRgb *const over = rowOf(scaled, y++);
         for (int x = 0; x < width; ++x)
             row[x] = blend(row[x], premultiplied ? qUnpremultiply(over[x]) : over[x]);
-    });
-    return true;
+        return true;
+    };
+    if (!editRows(image, blendRow))
+        return stopped();
+    return image;
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
+
 #include <QImage>
 
-/// Lays a mask, stretched to the image's size, over an image, in place: the
-/// mask's alpha tells how much of its colour comes through. All pixels become
-/// opaque. False if memory is short; the image is then as it was.
-[[nodiscard]] bool applyMask(QImage &image, const QImage &mask);
+/// An image with a mask, stretched to its size, laid over it: the mask's alpha tells
+/// how much of its colour comes through. All pixels become opaque. Steps before each row.
+[[nodiscard]] Result<QImage> applyMask(QImage image, const QImage &mask,
+                                       Progress &progress);

@@ -4,6 +4,8 @@
 #include "raster/bilinearrows.h"
 #include "raster/imagerows.h"
 
+#include <QObject>
+
 #include <vector>
 
 namespace {
@@ -28,21 +30,22 @@ MergeTable tableOf(const MergeOptions &options)
 
 } // namespace
 
-QImage merge(const QImage &first, const QImage &second, const MergeOptions &options)
+Result<QImage> merge(const QImage &first, const QImage &second,
+                     const MergeOptions &options, Progress &progress)
 {
-    if (first.isNull() || second.isNull())
-        return {};
     const QImage source1 = as32Bit(first);
     const QImage source2 = as32Bit(second);
     const int width = first.width();
     const int height = first.height();
     QImage merged(width, height, QImage::Format_RGB888);
     if (merged.isNull() || source1.isNull() || source2.isNull())
-        return {};
+        return failed(QObject::tr("There is not enough memory for the picture."));
 
     const MergeTable table = tableOf(options);
     BilinearRows stretched(source2, width, height);
     for (int y = 0; y < height; ++y) {
+        if (!progress.step(y, height))
+            return stopped();
         const QRgb *const row1 = rowOf(source1, y);
         const QRgb *const row2 = stretched.row(y);
         uchar *out = merged.scanLine(y);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
+
 #include <QImage>
 
 /// How two images become one.
@@ -15,6 +18,6 @@ struct MergeOptions {
 
 /// Merges two images channel by channel into an RGB888 image of the first one's
 /// size, to which the second is stretched by bilinear reads. A result is cut to
-/// an integer of which the low 8 bits are kept. Null if memory is short.
-[[nodiscard]] QImage merge(const QImage &first, const QImage &second,
-                           const MergeOptions &options);
+/// an integer of which the low 8 bits are kept. Steps before each row.
+[[nodiscard]] Result<QImage> merge(const QImage &first, const QImage &second,
+                                   const MergeOptions &options, Progress &progress);

@@ -1,5 +1,8 @@
 #pragma once
 
+// Established names. The correction of images makes a search and does not use it yet:
+// only tests look for a minimum, of functions of the live points of the correction.
+
 /// Looks for the least value of a function of two arguments.
 class Optimization {
 public:

@@ -1,6 +1,9 @@
 #include "tools/rectify.h"
 
+#include "raster/bilinear.h"
 #include "raster/imagerows.h"
+
+#include <QObject>
 
 #include <algorithm>
 #include <array>
@@ -53,17 +56,7 @@ public:
         const QRgb *const upper = row(iy);
         const QRgb *const lower = row(std::min(iy + 1, m_lastRow));
         const int right = std::min(ix + 1, m_lastColumn);
-        const QRgb p00 = upper[ix];
-        const QRgb p10 = upper[right];
-        const QRgb p01 = lower[ix];
-        const QRgb p11 = lower[right];
-        const auto mix = [fx, fy](int c00, int c10, int c01, int c11) {
-            return static_cast<int>((c01 * (1 - fx) + c11 * fx) * fy +
-                                    (c00 * (1 - fx) + c10 * fx) * (1 - fy));
-        };
-        return qRgb(mix(qRed(p00), qRed(p10), qRed(p01), qRed(p11)),
-                    mix(qGreen(p00), qGreen(p10), qGreen(p01), qGreen(p11)),
-                    mix(qBlue(p00), qBlue(p10), qBlue(p01), qBlue(p11)));
+        return bilinearColour(upper[ix], upper[right], lower[ix], lower[right], fx, fy);
     }
 
 private:
@@ -146,22 +139,21 @@ private:
 
 } // namespace
 
-QImage rectify(const QImage &image, const RowStarts &rowStarts)
+Result<QImage> rectify(const QImage &image, Progress &progress)
 {
-    if (image.isNull())
-        return {};
     const QImage source = as32Bit(image);
     QImage corrected(source.size(), source.format());
     if (source.isNull() || corrected.isNull())
-        return {};
+        return failed(QObject::tr("There is not enough memory for the picture."));
 
     const int width = source.width();
+    const int height = source.height();
     const Sampler sample(source);
     ReadPositions positions(pointPairs(), width);
-    for (int y = 0; y < source.height(); ++y) {
+    for (int y = 0; y < height; ++y) {
         Py_ = y;
-        if (rowStarts)
-            rowStarts(y);
+        if (!progress.step(y, height))
+            return stopped();
         positions.computeRow(y);
         auto *const out = reinterpret_cast<QRgb *>(corrected.scanLine(y));
         for (int x = 0; x < width; ++x)

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QImage>
+#include "base/progress.h"
+#include "base/result.h"
 
-#include <functional>
+#include <QImage>
 
 // Points 1 to 4 of the corrected image (upper left, upper right, lower left,
 // lower right) and, with an underscore, the same points on the distorted image.
@@ -12,11 +13,9 @@ extern double Ax_, Ay_, Bx_, By_, Cx_, Cy_, Dx_, Dy_;
 /// The output pixel in hand.
 extern double Px_, Py_;
 
-/// Told before each row is worked on.
-using RowStarts = std::function<void(int row)>;
-
 /// Warps an image so that the distorted points come to lie on the corrected
 /// ones: each pixel is read at its own place plus the mean of the four
 /// displacements, weighted by the inverse squares of the distances to the
-/// distorted points. Same size and alpha channel, opaque; null if memory is short.
-[[nodiscard]] QImage rectify(const QImage &image, const RowStarts &rowStarts = {});
+/// distorted points. Same size and alpha channel, opaque. Steps
+/// before each row.
+[[nodiscard]] Result<QImage> rectify(const QImage &image, Progress &progress);

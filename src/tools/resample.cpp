@@ -1,7 +1,11 @@
 #include "tools/resample.h"
 
+#include "base/memorybudget.h"
 #include "base/truncate.h"
+#include "raster/bilinear.h"
 #include "raster/imagerows.h"
+
+#include <QObject>
 
 #include <algorithm>
 #include <array>
@@ -71,13 +75,23 @@ int pixelsOfPercent(int source, double percent)
 
 double percentOfPixels(int source, int pixels) { return pixels * 100.0 / source; }
 
-bool resample(const ElevationImage &source, double zScale, ElevationImage &destination)
+Result<ElevationImage> resample(const ElevationImage &source,
+                                const ResampleOptions &options, Progress &progress)
 {
+    const int width = options.size.width();
+    const int height = options.size.height();
+    const qint64 claim = qint64(width) * height * 3 +
+                         qint64(source.width()) * source.height() * 4; // as it is read
+    const auto noOutput = [] {
+        return failed(QObject::tr("Could not create output file."));
+    };
+    if (!claimMemory(QObject::tr("Resampling to %1 x %2 pixels").arg(width).arg(height),
+                     claim))
+        return noOutput();
+    ElevationImage destination(options.size, QImage::Format_RGB888);
     const QImage pixels = as32Bit(source);
     if (pixels.isNull() || destination.isNull())
-        return false;
-    const int width = destination.width();
-    const int height = destination.height();
+        return noOutput();
     const double rx = double(source.width()) / width;
     const double ry = double(source.height()) / height;
 
@@ -88,6 +102,8 @@ bool resample(const ElevationImage &source, double zScale, ElevationImage &desti
 
     DecodedRows rows(pixels);
     for (int r = 0; r < height; ++r) {
+        if (!progress.step(r, height))
+            return stopped();
         // Rows are counted upward in the source and written downward.
         uchar *out = destination.scanLine(height - 1 - r);
         const Sample line = sampleAt(source.height() - r * ry - 1.0, source.height());
@@ -103,13 +119,12 @@ bool resample(const ElevationImage &source, double zScale, ElevationImage &desti
             if (column.inside) {
                 const int i = column.index;
                 const double fx = column.fraction;
-                e = (((1 - fx) * lower[i] + fx * lower[i + 1]) * fy +
-                     ((1 - fx) * upper[i] + fx * upper[i + 1]) * (1 - fy)) *
-                    zScale;
+                e = bilinear(upper[i], upper[i + 1], lower[i], lower[i + 1], fx, fy) *
+                    options.zScale;
             }
             store(stepsToStore(e), out);
             out += 3;
         }
     }
-    return true;
+    return destination;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
 #include "raster/elevationimage.h"
 
 /// Pixels of a side that is `percent` of `source` pixels long.
@@ -7,9 +9,15 @@
 /// Length of a side of `pixels` in percent of `source` pixels.
 [[nodiscard]] double percentOfPixels(int source, int pixels);
 
-/// Fills `destination` with the elevations of `source`, stretched to its size
-/// and multiplied by zScale. Reads are bilinear, so the last column and the
-/// bottom row of the source count as 0. `destination` has to be RGB888. False where
-/// one of them is null, or there is not enough memory.
-[[nodiscard]] bool resample(const ElevationImage &source, double zScale,
-                            ElevationImage &destination);
+/// The size of the output in pixels, and the factor for every elevation.
+struct ResampleOptions {
+    QSize size;
+    double zScale = 1.0;
+};
+
+/// An RGB888 image with the elevations of `source`, stretched to another size. Reads
+/// are bilinear, so the last column and the bottom row of the source count as 0. Steps
+/// before each row.
+[[nodiscard]] Result<ElevationImage> resample(const ElevationImage &source,
+                                              const ResampleOptions &options,
+                                              Progress &progress);

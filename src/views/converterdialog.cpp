@@ -66,6 +66,8 @@ bool ConverterDialog::allFilesNamed() const
                         [](const QLineEdit *field) { return field->text().isEmpty(); });
 }
 
+QString ConverterDialog::outputFile() const { return m_toFile->text(); }
+
 void ConverterDialog::browseToOpen(QLineEdit *field, const Browsing &browsing)
 {
     const QString name = QFileDialog::getOpenFileName(

@@ -72,6 +72,8 @@ protected:
     [[nodiscard]] static QString imageFileFilter();
     [[nodiscard]] QString messageTitle() const { return m_messageTitle; }
     [[nodiscard]] bool allFilesNamed() const;
+    /// The name of the output file.
+    [[nodiscard]] QString outputFile() const;
     /// The button that browses for a field.
     [[nodiscard]] QPushButton *browseButtonOf(const QLineEdit *field) const;
 

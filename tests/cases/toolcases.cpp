@@ -58,16 +58,18 @@ QString changeBlue0Case(const CaseFile &file)
 
 QString convolutionCase(const CaseFile &file)
 {
+    NoProgress unwatched;
     return file.differenceOfColours(
-        convolve(file.colours("source"), file.colours("kernel")));
+        convolve(file.colours("source"), file.colours("kernel"), unwatched)
+            .value_or(QImage()));
 }
 
 QString maskCase(const CaseFile &file)
 {
-    QImage image = file.colours("source");
-    if (!applyMask(image, file.colours("mask")))
-        return "no mask";
-    return file.differenceOfColours(image);
+    NoProgress unwatched;
+    return file.differenceOfColours(
+        applyMask(file.colours("source"), file.colours("mask"), unwatched)
+            .value_or(QImage()));
 }
 
 QString mergeCase(const CaseFile &file)
@@ -77,17 +79,20 @@ QString mergeCase(const CaseFile &file)
     options.bias2 = file.number("bias-2");
     if (!file.option("multiply").isEmpty())
         options.mode = MergeOptions::Mode::Multiply;
+    NoProgress unwatched;
     return file.differenceOfColours(
-        merge(file.colours("first"), file.colours("second"), options));
+        merge(file.colours("first"), file.colours("second"), options, unwatched)
+            .value_or(QImage()));
 }
 
 QString resampleCase(const CaseFile &file)
 {
-    ElevationImage image(file.integer("width"), file.integer("height"),
-                         QImage::Format_RGB888);
-    if (!resample(file.elevations("source"), file.number("z-scale", 1.0), image))
-        return QStringLiteral("not enough memory");
-    return file.differenceOfElevations(image);
+    NoProgress unwatched;
+    const ResampleOptions options = {{file.integer("width"), file.integer("height")},
+                                     file.number("z-scale", 1.0)};
+    return file.differenceOfElevations(
+        resample(file.elevations("source"), options, unwatched)
+            .value_or(ElevationImage()));
 }
 
 QString rectifyCase(const CaseFile &file)
@@ -100,7 +105,9 @@ QString rectifyCase(const CaseFile &file)
         for (int i = 0; i < 4; ++i)
             *corners[corner * 4 + i] = words.value(i).toDouble();
     }
-    return file.differenceOfColours(rectify(file.colours("source")));
+    NoProgress unwatched;
+    return file.differenceOfColours(
+        rectify(file.colours("source"), unwatched).value_or(QImage()));
 }
 
 } // namespace

@@ -8,6 +8,21 @@
 
 namespace {
 
+// Notes the rows, and stops at one.
+class Rows : public Progress {
+public:
+    explicit Rows(qint64 last = -1) : m_last(last) {}
+    [[nodiscard]] bool step(qint64 done, qint64 of) override
+    {
+        told << done;
+        return Py_ == double(done) && of == 4 && done != m_last;
+    }
+    QList<qint64> told;
+
+private:
+    qint64 m_last;
+};
+
 // The rule itself, one pixel at a time.
 QRgb plainPixel(Image &image, double px, double py)
 {
@@ -49,7 +64,10 @@ QImage plainRectify(const QImage &source)
 
 QImage rectified(const QImage &source)
 {
-    return rectify(source).convertToFormat(QImage::Format_RGB32);
+    NoProgress unwatched;
+    return rectify(source, unwatched)
+        .value_or(QImage())
+        .convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace
@@ -160,22 +178,22 @@ void TestRectify::alphaIsMadeOpaque()
 {
     setCorrectedPoints({});
     setDistortedPoints({});
-    const QImage out = rectify(images::plain(3, 3, qRgba(1, 2, 3, 0)));
+    const QImage out = rectified(images::plain(3, 3, qRgba(1, 2, 3, 0)));
     QCOMPARE(out.pixel(2, 2), qRgb(1, 2, 3));
 }
 
 void TestRectify::rowsAreToldBeforeTheyAreWorkedOn()
 {
-    QList<int> rows;
-    const QImage out = rectify(images::noise(3, 4), [&rows](int row) {
-        QCOMPARE(Py_, double(row));
-        rows << row;
-    });
-    QVERIFY(!out.isNull());
-    QCOMPARE(rows, (QList<int>{0, 1, 2, 3}));
+    Rows rows;
+    QVERIFY(rectify(images::noise(3, 4), rows).has_value());
+    QCOMPARE(rows.told, (QList<qint64>{0, 1, 2, 3}));
+    rows = Rows(2);
+    const Result<QImage> none = rectify(images::noise(3, 4), rows);
+    QVERIFY(!none.has_value() && none.error().stopped);
+    QCOMPARE(rows.told, (QList<qint64>{0, 1, 2}));
 }
 
-void TestRectify::aNullImageGivesNull() { QVERIFY(rectify(QImage()).isNull()); }
+void TestRectify::aNullImageGivesNull() { QVERIFY(rectified(QImage()).isNull()); }
 
 QTEST_GUILESS_MAIN(TestRectify)
 #include "test_rectify.moc"

@@ -30,10 +30,8 @@ QImage plainResample(const ElevationImage &source, double zScale, const QSize &s
 
 QImage resampled(const ElevationImage &source, double zScale, const QSize &size)
 {
-    ElevationImage out(size, QImage::Format_RGB888);
-    if (!resample(source, zScale, out))
-        return {};
-    return out;
+    NoProgress unwatched;
+    return resample(source, {size, zScale}, unwatched).value_or(ElevationImage());
 }
 
 } // namespace
@@ -51,7 +49,7 @@ private slots:
     void everyFormatFollowsTheBilinearRead();
     void everySizeFollowsTheBilinearRead_data();
     void everySizeFollowsTheBilinearRead();
-    void nullImagesAreLeftAlone();
+    void nullImagesAreRefused();
 };
 
 void TestResample::percentAndPixelsFollowEachOther()
@@ -80,8 +78,10 @@ void TestResample::halfAWidthAndDoubleAHeight()
     ElevationImage source(4, 2, QImage::Format_RGB888);
     for (int i = 0; i < 8; ++i)
         source.setElevation(i % 4, i / 4, 10.0 * (i + 1));
-    ElevationImage out(2, 4, QImage::Format_RGB888);
-    QVERIFY(resample(source, 1.0, out));
+    NoProgress unwatched;
+    const ElevationImage out =
+        resample(source, {{2, 4}, 1.0}, unwatched).value_or(ElevationImage());
+    QVERIFY(!out.isNull());
     // World y = 0, 0.5, 1, 1.5 from the bottom; rows 1, 0.5, 0, -0.5 from the top.
     QCOMPARE(out.elevation(0, 0), 0.0);  // the bottom row counts as outside
     QCOMPARE(out.elevation(0, 1), 30.0); // midway between 10 and 50
@@ -137,15 +137,12 @@ void TestResample::everySizeFollowsTheBilinearRead()
     QCOMPARE(resampled(source, 1.0, to), plainResample(source, 1.0, to));
 }
 
-void TestResample::nullImagesAreLeftAlone()
+void TestResample::nullImagesAreRefused()
 {
-    ElevationImage none;
-    QVERIFY(!resample(elevationNoise({2, 2}), 1.0, none));
-    QVERIFY(none.isNull());
-    ElevationImage out(1, 1, QImage::Format_RGB888);
-    out.clear(0xFF123456);
-    QVERIFY(!resample(none, 1.0, out));
-    QCOMPARE(out.pixel(0, 0), QRgb(0xFF123456));
+    NoProgress unwatched;
+    const auto empty = resample(elevationNoise({2, 2}), {QSize(), 1.0}, unwatched);
+    QCOMPARE(empty.error().text, QString("Could not create output file."));
+    QVERIFY(!resample(ElevationImage(), {{1, 1}, 1.0}, unwatched).has_value());
 }
 
 QTEST_GUILESS_MAIN(TestResample)
