@@ -21,6 +21,8 @@ QByteArray meshText(std::int64_t lines)
     return text;
 }
 
+NoProgress unwatched;
+
 void scan(benchmark::State &state)
 {
     QByteArray text = meshText(state.range(0));
@@ -29,7 +31,7 @@ void scan(benchmark::State &state)
     for (auto _ : state) {
         in.seek(0);
         MeshBoundaries boundaries;
-        benchmark::DoNotOptimize(scanTextMesh(in, 0, boundaries));
+        benchmark::DoNotOptimize(scanTextMesh(in, 0, boundaries, unwatched));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
@@ -40,7 +42,7 @@ void convert(benchmark::State &state)
     QBuffer in(&text);
     in.open(QIODevice::ReadOnly);
     AsciiRegularOptions options;
-    scanTextMesh(in, 0, options.boundaries);
+    (void)scanTextMesh(in, 0, options.boundaries, unwatched);
     options.width = Columns;
     options.height = static_cast<int>(state.range(0) / Columns);
     for (auto _ : state) {

@@ -7,6 +7,27 @@
 #include <QListWidget>
 #include <QSpinBox>
 
+#include <functional>
+#include <utility>
+
+namespace {
+
+// Shows the boundaries as they widen; nobody can stop the scan.
+class BoundariesShown : public Progress {
+public:
+    explicit BoundariesShown(std::function<void()> show) : m_show(std::move(show)) {}
+    [[nodiscard]] bool step(qint64, qint64) override
+    {
+        m_show();
+        return true;
+    }
+
+private:
+    std::function<void()> m_show;
+};
+
+} // namespace
+
 AsciiMeshDialog::AsciiMeshDialog(const QString &messageTitle, QWidget *parent)
     : ConverterDialog(messageTitle, parent)
 {
@@ -38,14 +59,15 @@ void AsciiMeshDialog::scanFile(const QString &fileName)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return showCouldNotOpen(fileName);
     const WaitCursor wait;
-    const auto refresh = [this] {
+    BoundariesShown progress([this] {
         // Showing again what is shown is what would cost the time.
         if (!(m_boundaries == m_shown))
             showBoundaries();
         m_shown = m_boundaries;
-    };
+    });
     const MeshScan scan =
-        scanTextMesh(file, m_widgets.skip->value(), m_boundaries, refresh);
+        scanTextMesh(file, m_widgets.skip->value(), m_boundaries, progress)
+            .value_or(MeshScan());
     showBoundaries();
     m_shown = m_boundaries;
     showRows(scanRows(scan));

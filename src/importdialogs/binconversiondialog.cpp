@@ -85,21 +85,19 @@ void BinConversionDialog::accept()
     // Each row is read at once, so a buffer between would only copy it.
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return showCouldNotOpen(file.fileName());
-    ElevationImage image;
-    StoredRange range;
-    bool converted = false;
-    {
+    const Result<BinDem> dem = [&] {
         const WaitCursor wait;
-        converted = convertBinDem(file, m_headerFile.header(), optionsFromForm(), *this,
-                                  &image, &range);
-    }
-    if (!converted)
+        NoProgress unwatched;
+        return convertBinDem(file, m_headerFile.header(), optionsFromForm(), *this,
+                             unwatched);
+    }();
+    if (!dem)
         return;
-    (void)saveOutput(image); // a failure is shown, and the range as well
+    (void)saveOutput(dem->image); // a failure is shown, and the range as well
     file.close();
     QMessageBox::information(this, windowTitle(),
                              tr("Range of elevations written to the output file:\n") +
-                                 range.text());
+                                 dem->range.text());
     QDialog::accept();
 }
 

@@ -18,22 +18,19 @@ void JapanConversionDialog::accept()
     QFile file(lineEditFromFile->text());
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return showCouldNotOpen(file.fileName());
-    ElevationImage image;
-    int nonZeroCount = 0;
-    QString error;
-    bool converted = false;
-    {
+    const Result<JapanDem> dem = [&] {
         const WaitCursor wait;
-        converted = convertJapanDem(file, spinBoxVoidValue->value(), file.fileName(),
-                                    &image, &nonZeroCount, &error);
-    }
-    if (!converted) {
-        QMessageBox::critical(this, tr("Error"), error);
+        NoProgress unwatched;
+        return convertJapanDem(file, spinBoxVoidValue->value(), file.fileName(),
+                               unwatched);
+    }();
+    if (!dem) {
+        QMessageBox::critical(this, tr("Error"), dem.error().text);
         return;
     }
     file.close();
-    (void)saveOutput(image); // a failure is shown, and the count as well
+    (void)saveOutput(dem->image); // a failure is shown, and the count as well
     QMessageBox::information(this, messageTitle(),
-                             tr("%1 non-zero elevations found.").arg(nonZeroCount));
+                             tr("%1 non-zero elevations found.").arg(dem->nonZeroCount));
     QDialog::accept();
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int LinesPerRefresh = 1000;
+constexpr int LinesPerStep = 1000;
 
 } // namespace
 
@@ -20,8 +20,8 @@ void MeshBoundaries::widen(double x, double y)
         minY = y;
 }
 
-MeshScan scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundaries,
-                      const std::function<void()> &refresh)
+Result<MeshScan> scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundaries,
+                              Progress &progress)
 {
     MeshScan scan;
     XyzReader reader(in);
@@ -38,8 +38,8 @@ MeshScan scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundaries,
         else if (atBeginning)
             ++scan.zeroTriples;
         boundaries.widen(x, y);
-        if (++scan.lineCounter % LinesPerRefresh == 0 && refresh)
-            refresh();
+        if (++scan.lineCounter % LinesPerStep == 0 && !progress.step(scan.lineCounter, 0))
+            return stopped();
     }
     return scan;
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
+
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
-
-#include <functional>
 
 class QIODevice;
 
@@ -32,10 +33,10 @@ struct MeshScan {
 };
 
 /// Reads a text mesh and widens the boundaries by its points; a short line counts
-/// as the point (0, 0). Calls `refresh` whenever the line counter has come to a
-/// multiple of 1000.
-MeshScan scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundaries,
-                      const std::function<void()> &refresh = {});
+/// as the point (0, 0). Steps whenever the line counter has come to a multiple of
+/// 1000, by lines of which nobody knows how many there are.
+Result<MeshScan> scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundaries,
+                              Progress &progress);
 
 /// The rows that warn of all-zero triples; none if there are none.
 [[nodiscard]] QStringList zeroTripleWarnings(const MeshScan &scan, int skip);

@@ -107,23 +107,25 @@ QString StoredRange::text() const
     return QString("minimum %1\nmaximum %2").arg(minimum).arg(maximum);
 }
 
-bool convertBinDem(QIODevice &in, const BinDemHeader &header,
-                   const BinDemOptions &options, BinDemQuestions &questions,
-                   ElevationImage *image, StoredRange *range)
+Result<BinDem> convertBinDem(QIODevice &in, const BinDemHeader &header,
+                             const BinDemOptions &options, BinDemQuestions &questions,
+                             Progress &progress)
 {
     const std::optional<qint64> start = dataStart(in, questions);
     if (!start)
-        return false;
-    ElevationImage converted = imageOf(header, options);
-    StoredRange stored;
+        return stopped();
+    BinDem dem;
+    dem.image = imageOf(header, options);
     const auto samples = makeSampleConverter(header, options);
-    if (samples && !converted.isNull()) {
-        RowReader rows(in, header, options, *start, converted.width());
-        for (int row = converted.height() - 1; row >= 0; --row)
-            samples->convert(rows.read(row), converted.scanLine(row));
-        samples->addRange(&stored);
+    if (!samples || dem.image.isNull())
+        return dem;
+    const int height = dem.image.height();
+    RowReader rows(in, header, options, *start, dem.image.width());
+    for (int row = height - 1; row >= 0; --row) {
+        if (!progress.step(height - 1 - row, height))
+            return stopped();
+        samples->convert(rows.read(row), dem.image.scanLine(row));
     }
-    *image = converted;
-    *range = stored;
-    return true;
+    samples->addRange(&dem.range);
+    return dem;
 }

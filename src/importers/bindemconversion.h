@@ -1,12 +1,14 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
 #include "importers/bindemheader.h"
+#include "raster/elevationimage.h"
 
 #include <QString>
 
 #include <limits>
 
-class ElevationImage;
 class QIODevice;
 
 /// The rectangle to cut from a raster, in map units, and how to store its samples.
@@ -44,9 +46,15 @@ public:
     [[nodiscard]] virtual bool proceedWithoutKeyword() = 0;
 };
 
+/// What a conversion made.
+struct BinDem {
+    ElevationImage image; ///< null if the options give no usable size
+    StoredRange range;
+};
+
 /// Cuts a rectangle out of a raw raster; beside the image only one row is in memory.
-/// The image is null if the options give no usable size. False, with nothing changed,
-/// if the user does not want to proceed.
-[[nodiscard]] bool convertBinDem(QIODevice &in, const BinDemHeader &header,
-                                 const BinDemOptions &options, BinDemQuestions &questions,
-                                 ElevationImage *image, StoredRange *range);
+/// Stopped if the user does not want to proceed. Steps before each row.
+[[nodiscard]] Result<BinDem> convertBinDem(QIODevice &in, const BinDemHeader &header,
+                                           const BinDemOptions &options,
+                                           BinDemQuestions &questions,
+                                           Progress &progress);

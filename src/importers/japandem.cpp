@@ -89,51 +89,43 @@ private:
     QString m_error;
 };
 
-bool readRows(Reader &in, int width, int height, int voidValue, ElevationImage &image,
-              int *nonZeroCount)
+Result<JapanDem> readRows(Reader &in, QSize size, int voidValue, Progress &progress)
 {
+    JapanDem dem;
+    dem.image = blankElevation(size.width(), size.height());
     if (!in.readPrefix())
-        return false;
-    for (int row = 0; row < height; ++row) {
-        for (int column = 0; column < width; ++column) {
+        return failed(in.error());
+    for (int row = 0; row < size.height(); ++row) {
+        if (!progress.step(row, size.height()))
+            return stopped();
+        for (int column = 0; column < size.width(); ++column) {
             int value = 0;
             if (!in.readElevation(&value))
-                return false;
+                return failed(in.error());
             if (value == voidValue)
                 value = 0;
-            image.setElevation(column, row, value);
+            dem.image.setElevation(column, row, value);
             if (value != 0)
-                ++*nonZeroCount;
+                ++dem.nonZeroCount;
         }
         if (!in.finishRow())
-            return false;
+            return failed(in.error());
         // The file may end after its last line.
-        if (!in.readPrefix() && row != height - 1)
-            return false;
+        if (!in.readPrefix() && row != size.height() - 1)
+            return failed(in.error());
     }
-    return true;
+    return dem;
 }
 
 } // namespace
 
-bool convertJapanDem(QIODevice &in, int voidValue, const QString &fileName,
-                     ElevationImage *image, int *nonZeroCount, QString *error)
+Result<JapanDem> convertJapanDem(QIODevice &in, int voidValue, const QString &fileName,
+                                 Progress &progress)
 {
     Reader reader(in, fileName);
     int width = 0;
     int height = 0;
-    ElevationImage converted;
-    int count = 0;
-    bool complete = reader.readSize(&width, &height);
-    if (complete) {
-        converted = blankElevation(width, height);
-        complete = readRows(reader, width, height, voidValue, converted, &count);
-    }
-    if (!complete) {
-        *error = reader.error();
-        return false;
-    }
-    *image = converted;
-    *nonZeroCount = count;
-    return true;
+    if (!reader.readSize(&width, &height))
+        return failed(reader.error());
+    return readRows(reader, {width, height}, voidValue, progress);
 }

@@ -1,14 +1,20 @@
 #pragma once
 
-#include <QString>
+#include "base/progress.h"
+#include "base/result.h"
+#include "raster/elevationimage.h"
 
-class ElevationImage;
 class QIODevice;
+
+/// What a Japan DEM file holds.
+struct JapanDem {
+    ElevationImage image; ///< null for a size below 0
+    int nonZeroCount = 0; ///< elevations that are not 0
+};
 
 /// Reads a Japan DEM file from a device that is open in text mode. `voidValue` stands
 /// for samples that are unknown and become 0; `fileName` is named by the error text.
-/// An image of a size below 0 is null. The count is that of the elevations that are
-/// not 0.
-[[nodiscard]] bool convertJapanDem(QIODevice &in, int voidValue, const QString &fileName,
-                                   ElevationImage *image, int *nonZeroCount,
-                                   QString *error);
+/// Steps before each row.
+[[nodiscard]] Result<JapanDem> convertJapanDem(QIODevice &in, int voidValue,
+                                               const QString &fileName,
+                                               Progress &progress);

@@ -41,7 +41,8 @@ QString asciiRegularCase(const CaseFile &file)
     options.skip = file.integer("skip");
     options.zScale = file.number("z-scale", 1.0);
     Input in(file, "input");
-    scanTextMesh(in, options.skip, options.boundaries);
+    NoProgress unwatched;
+    (void)scanTextMesh(in, options.skip, options.boundaries, unwatched);
     in.seek(0);
     ElevationImage image;
     QStringList rows;
@@ -58,7 +59,8 @@ QString asciiIrregularCase(const CaseFile &file)
     options.zScale = file.number("z-scale", 1.0);
     options.nodalPointEstimate = file.integer("points");
     Input in(file, "input");
-    scanTextMesh(in, options.skip, options.boundaries);
+    NoProgress unwatched;
+    (void)scanTextMesh(in, options.skip, options.boundaries, unwatched);
     in.seek(0);
     ScatteredPoints points;
     QStringList rows;
@@ -111,12 +113,9 @@ QString delaunayCase(const CaseFile &file)
 QString japanDemCase(const CaseFile &file)
 {
     Input in(file, "input", QIODevice::ReadOnly | QIODevice::Text);
-    ElevationImage image;
-    int count = 0;
-    QString error;
-    if (!convertJapanDem(in, file.integer("void"), "input", &image, &count, &error))
-        return error;
-    return file.differenceOfElevations(image);
+    NoProgress unwatched;
+    const auto dem = convertJapanDem(in, file.integer("void"), "input", unwatched);
+    return dem ? file.differenceOfElevations(dem->image) : dem.error().text;
 }
 
 QString binaryDemCase(const CaseFile &file)
@@ -135,11 +134,10 @@ QString binaryDemCase(const CaseFile &file)
     options.zScale = file.number("z-scale", 1.0);
     Input data(file, "data");
     NoQuestions questions;
-    ElevationImage image;
-    StoredRange range;
-    if (!convertBinDem(data, header, options, questions, &image, &range))
-        return "not converted: " + header.faults();
-    return file.differenceOfElevations(image);
+    NoProgress unwatched;
+    const auto dem = convertBinDem(data, header, options, questions, unwatched);
+    return dem ? file.differenceOfElevations(dem->image)
+               : "not converted: " + header.faults();
 }
 
 // Writes sections into a folder, each as a file of its name.

@@ -47,7 +47,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (!in.open(QIODevice::ReadOnly | QIODevice::Text))
         return 0;
     MeshBoundaries boundaries;
-    const MeshScan scan = scanTextMesh(in, 0, boundaries);
+    NoProgress unwatched;
+    const MeshScan scan = scanTextMesh(in, 0, boundaries, unwatched).value_or(MeshScan());
     (void)zeroTripleWarnings(scan, 0);
     in.seek(0);
     readRegular(in, boundaries);

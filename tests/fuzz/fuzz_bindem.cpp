@@ -38,8 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         1e6)
         return 0; // more than a fuzzer can fill many times a second
     Answers answers;
-    ElevationImage image;
-    StoredRange range;
-    (void)convertBinDem(in, header, options, answers, &image, &range);
+    NoProgress unwatched;
+    (void)convertBinDem(in, header, options, answers, unwatched);
     return 0;
 }

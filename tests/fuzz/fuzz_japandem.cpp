@@ -12,10 +12,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     in.setData(reinterpret_cast<const char *>(data), int(size));
     if (!in.open(QIODevice::ReadOnly | QIODevice::Text))
         return 0;
-    ElevationImage image;
-    int count = 0;
-    QString error;
-    if (!convertJapanDem(in, -9999, "a.mem", &image, &count, &error) && error.isEmpty())
+    NoProgress unwatched;
+    const auto dem = convertJapanDem(in, -9999, "a.mem", unwatched);
+    if (!dem && dem.error().text.isEmpty())
         std::abort(); // a failure without a text is a fault too
     return 0;
 }

@@ -29,7 +29,8 @@ void read(const QByteArray &text, Reading &result)
     QBuffer in;
     in.setData(text);
     in.open(QIODevice::ReadOnly);
-    scanTextMesh(in, result.options.skip, result.options.boundaries);
+    NoProgress unwatched;
+    (void)scanTextMesh(in, result.options.skip, result.options.boundaries, unwatched);
     in.seek(0);
     QVERIFY(result.points.allocate(result.options.nodalPointEstimate));
     result.stored = readScatteredPoints(in, result.options, result.points, &result.rows);

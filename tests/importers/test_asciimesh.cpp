@@ -20,13 +20,27 @@ private slots:
 
 namespace {
 
+// Notes the steps, and stops at one.
+class Steps : public Progress {
+public:
+    [[nodiscard]] bool step(qint64 done, qint64) override
+    {
+        told << done;
+        return done != last;
+    }
+    QList<qint64> told;
+    qint64 last = -1;
+};
+
 MeshScan scan(const QByteArray &text, MeshBoundaries *boundaries = nullptr, int skip = 0)
 {
     MeshBoundaries own;
     QBuffer in;
     in.setData(text);
     in.open(QIODevice::ReadOnly);
-    return scanTextMesh(in, skip, boundaries ? *boundaries : own);
+    NoProgress unwatched;
+    return scanTextMesh(in, skip, boundaries ? *boundaries : own, unwatched)
+        .value_or(MeshScan());
 }
 
 } // namespace
@@ -103,9 +117,13 @@ void TestAsciiMesh::refreshesEveryThousandLines()
     QBuffer in(&text);
     in.open(QIODevice::ReadOnly);
     MeshBoundaries boundaries;
-    int count = 0;
-    scanTextMesh(in, 5, boundaries, [&] { ++count; });
-    QCOMPARE(count, 3); // at 1000, 2000 and 3000 lines, five of them skipped
+    Steps steps;
+    QVERIFY(scanTextMesh(in, 5, boundaries, steps).has_value());
+    QCOMPARE(steps.told, (QList<qint64>{1000, 2000, 3000})); // five lines skipped
+    in.seek(0);
+    steps.last = 2000;
+    const Result<MeshScan> none = scanTextMesh(in, 1000, boundaries, steps);
+    QVERIFY(!none.has_value() && none.error().stopped);
 }
 
 void TestAsciiMesh::whatIsNoPlainNumber()

@@ -24,8 +24,9 @@ Conversion convert(const QByteArray &text, AsciiRegularOptions options = {})
     QBuffer in;
     in.setData(text);
     in.open(QIODevice::ReadOnly);
+    NoProgress unwatched;
     if (options.boundaries == MeshBoundaries())
-        scanTextMesh(in, options.skip, options.boundaries);
+        (void)scanTextMesh(in, options.skip, options.boundaries, unwatched);
     const MeshBoundaries &b = options.boundaries;
     if (options.width == 0)
         options.width = proposedSide(b.minX, b.maxX, 16384);

@@ -73,6 +73,18 @@ private:
     ElevationImage m_image;
     StoredRange m_range;
 
+    bool convert(QIODevice &file, const BinDemHeader &header,
+                 const BinDemOptions &options)
+    {
+        NoProgress unwatched;
+        const Result<BinDem> dem =
+            convertBinDem(file, header, options, m_questions, unwatched);
+        if (dem) {
+            m_image = dem->image;
+            m_range = dem->range;
+        }
+        return dem.has_value();
+    }
     bool convert(const QByteArray &bytes, const BinDemHeader &header,
                  const BinDemOptions &options)
     {
@@ -82,7 +94,7 @@ private:
         file.write(bytes);
         file.close();
         file.open();
-        return convertBinDem(file, header, options, m_questions, &m_image, &m_range);
+        return convert(file, header, options);
     }
 
     QVector<int> pixels() const
@@ -405,7 +417,7 @@ private slots:
         options.upperLeftX = 5.0;
         options.upperLeftY = 1.0;
         options.extentX = options.extentY = 2.0;
-        QVERIFY(convertBinDem(file, h, options, m_questions, &m_image, &m_range));
+        QVERIFY(convert(file, h, options));
         QCOMPARE(pixels(), (QVector<int>{0, 0, 'a', 'b'}));
     }
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-double determinant(const Result<2> &result, std::size_t t)
+double determinant(const Triangulation<2> &result, std::size_t t)
 {
     const auto &row = result.triangles[t];
     const auto &a = result.perturbed[row[0]];
@@ -105,7 +105,7 @@ private slots:
 
 void TestDelaunay::threePointsGiveOneTriangleOfPositiveOrientation()
 {
-    const Result<2> result = triangulate<2>({{0, 0}, {10, 0}, {0, 10}});
+    const Triangulation<2> result = triangulate<2>({{0, 0}, {10, 0}, {0, 10}});
     QCOMPARE(result.code, 0);
     QCOMPARE(result.triangles.size(), 1u);
     QVERIFY(determinant(result, 0) > 99);
@@ -125,7 +125,7 @@ void TestDelaunay::fewerPointsGiveNoTriangle_data()
 void TestDelaunay::fewerPointsGiveNoTriangle()
 {
     QFETCH(int, count);
-    const Result<2> result = triangulate<2>(randomCloud<2>(count));
+    const Triangulation<2> result = triangulate<2>(randomCloud<2>(count));
     QCOMPARE(result.code, 0);
     QCOMPARE(result.triangles.size(), 0u);
     QCOMPARE(result.maxUsed, 2 * count);
@@ -154,11 +154,11 @@ void TestDelaunay::tooManyFacesAroundOnePointAreTold()
     // A row of points, then one above it that sees the whole row.
     Cloud<2> cloud = grid(400, 1);
     cloud.push_back({200, 1});
-    const Result<2> result = triangulate<2>(shuffled(cloud));
+    const Triangulation<2> result = triangulate<2>(shuffled(cloud));
     Cloud<2> sunlit = circle(400);
     sunlit.push_back({0, 0});
     restartGenerator();
-    const Result<2> star = triangulate<2>(sunlit);
+    const Triangulation<2> star = triangulate<2>(sunlit);
     QCOMPARE(star.code, 2);
     QCOMPARE(star.triangles.size(), 0u);
     QCOMPARE(star.notices,
@@ -179,7 +179,7 @@ void TestDelaunay::theSecondCallGoesOnWithTheGenerator()
 
 void TestDelaunay::theEnclosingCornersStandFiftyExtentsAway()
 {
-    const Result<2> result = triangulate<2>({{2, 3}, {12, 3}, {2, 23}});
+    const Triangulation<2> result = triangulate<2>({{2, 3}, {12, 3}, {2, 23}});
     // Extents 10 and 20 from (2, 3).
     QCOMPARE(result.perturbed[3][0], 502.0);
     QCOMPARE(result.perturbed[3][1], -197.0);
@@ -192,20 +192,20 @@ void TestDelaunay::theEnclosingCornersStandFiftyExtentsAway()
 void TestDelaunay::pointsStayWithinHalfAJitter()
 {
     const Cloud<2> cloud = randomCloud<2>(200, 100);
-    const Result<2> result = triangulate<2>(cloud);
+    const Triangulation<2> result = triangulate<2>(cloud);
     for (std::size_t i = 0; i < cloud.size(); ++i)
         for (int c = 0; c < 2; ++c)
             QVERIFY(std::fabs(result.perturbed[i][c] - cloud[i][c]) <= 0.000501);
     // The generator's first number is 1804289383.
     restartGenerator();
-    const Result<2> pair = triangulate<2>({{0, 0}, {1, 1}});
+    const Triangulation<2> pair = triangulate<2>({{0, 0}, {1, 1}});
     QCOMPARE(pair.perturbed[0][0],
              ((1804289383 / -2147483647.0) + 0.5) * (1.0 * 0.00001) + 0.0);
 }
 
 void TestDelaunay::everyTriangleIsOrientedAndNoneIsFlat()
 {
-    const Result<2> result = triangulate<2>(shuffled(grid(20, 20)));
+    const Triangulation<2> result = triangulate<2>(shuffled(grid(20, 20)));
     QVERIFY(result.triangles.size() >= 2 * 19 * 19);
     for (std::size_t t = 0; t < result.triangles.size(); ++t)
         QVERIFY(determinant(result, t) > 0.00001);
@@ -216,7 +216,7 @@ void TestDelaunay::collinearPointsGiveThinTrianglesOrNone()
     // Extent 1: the shift lifts no triangle of 10 points above the limit.
     QCOMPARE(triangulate<2>(scaled(grid(10, 1), 0.1, 1)).triangles.size(), 0u);
     // Extent 1000: what is left is beyond it.
-    const Result<2> wide = triangulate<2>(scaled(grid(10, 1), 100, 1));
+    const Triangulation<2> wide = triangulate<2>(scaled(grid(10, 1), 100, 1));
     QCOMPARE(wide.code, 0);
     for (std::size_t t = 0; t < wide.triangles.size(); ++t)
         QVERIFY(determinant(wide, t) > 0.00001);
@@ -224,7 +224,7 @@ void TestDelaunay::collinearPointsGiveThinTrianglesOrNone()
 
 void TestDelaunay::equalPointsGiveNoTriangle()
 {
-    const Result<2> result = triangulate<2>(Cloud<2>(5, {3, 4}));
+    const Triangulation<2> result = triangulate<2>(Cloud<2>(5, {3, 4}));
     QCOMPARE(result.code, 0);
     QCOMPARE(result.triangles.size(), 0u);
     QCOMPARE(result.perturbed[4][0], 3.0); // no extent, no shift
@@ -269,7 +269,7 @@ void TestDelaunay::givesWhatThePlainWalkGives_data()
 void TestDelaunay::givesWhatThePlainWalkGives()
 {
     QFETCH(Cloud<2>, cloud);
-    const Result<2> quick = triangulate<2>(cloud);
+    const Triangulation<2> quick = triangulate<2>(cloud);
     restartGenerator();
     PlainDelaunay<2> plain(cloud);
     QCOMPARE(quick.code, plain.run());
@@ -296,7 +296,7 @@ void TestDelaunay::givesWhatThePlainWalkGivesInSpace_data()
 void TestDelaunay::givesWhatThePlainWalkGivesInSpace()
 {
     QFETCH(Cloud<3>, cloud);
-    const Result<3> quick = triangulate<3>(cloud);
+    const Triangulation<3> quick = triangulate<3>(cloud);
     restartGenerator();
     PlainDelaunay<3> plain(cloud);
     QCOMPARE(quick.code, plain.run());
@@ -312,7 +312,7 @@ void TestDelaunay::enormousCoordinatesEnd()
         Cloud<2> cloud = randomCloud<2>(50);
         cloud[20] = {big, -big};
         cloud[30] = {-big, 3};
-        const Result<2> result = triangulate<2>(cloud);
+        const Triangulation<2> result = triangulate<2>(cloud);
         QVERIFY(result.code == 0 || result.code == 2);
     }
 }

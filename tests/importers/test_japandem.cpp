@@ -32,7 +32,15 @@ private:
         m_image = {};
         m_count = -1;
         m_error.clear();
-        return convertJapanDem(in, voidValue, "a.mem", &m_image, &m_count, &m_error);
+        NoProgress unwatched;
+        const Result<JapanDem> dem = convertJapanDem(in, voidValue, "a.mem", unwatched);
+        if (dem) {
+            m_image = dem->image;
+            m_count = dem->nonZeroCount;
+        } else {
+            m_error = dem.error().text;
+        }
+        return dem.has_value();
     }
     QVector<int> pixels() const
     {

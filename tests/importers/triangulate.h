@@ -13,7 +13,7 @@
 
 template <int D> using Cloud = std::vector<std::array<double, D>>;
 
-template <int D> struct Result {
+template <int D> struct Triangulation {
     int code = 0;
     std::vector<std::array<std::int32_t, D + 1>> triangles;
     std::int32_t maxSimplices = 0, maxUsed = 0;
@@ -24,7 +24,7 @@ template <int D> struct Result {
 /// The state in which the C library's generator starts.
 inline void restartGenerator() { std::srand(1); }
 
-template <int D> Result<D> triangulate(const Cloud<D> &cloud)
+template <int D> Triangulation<D> triangulate(const Cloud<D> &cloud)
 {
     const auto count = std::int32_t(cloud.size());
     CDoubleMatrix points;
@@ -33,7 +33,7 @@ template <int D> Result<D> triangulate(const Cloud<D> &cloud)
         std::copy_n(cloud[i].data(), D, points.rows[i]);
     CIntMatrix triangles;
     std::int32_t numTriangles = 0;
-    Result<D> result;
+    Triangulation<D> result;
     result.code =
         Delaunay(&points, count, &triangles, &numTriangles, D, &result.maxSimplices,
                  &result.maxUsed, [&](const QString &title, const QString &text) {
