@@ -1,13 +1,15 @@
 #include "batch/batchrun.h"
 
 #include "base/freshfile.h"
-#include "document/scenerydelegate.h"
-#include "document/scenerymdichild.h"
 #include "raster/picturecheck.h"
+#include "run/flightrun.h"
+#include "run/framefiles.h"
 #include "run/framewriter.h"
-#include "scene/scenerydata.h"
+#include "scene/fieldlimits.h"
+#include "scene/sceneryfile.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 
@@ -28,6 +30,12 @@ QString clockText(qint64 ms)
 
 QString secondsText(qint64 ms) { return QString::number(double(ms) / 1000.0, 'f', 2); }
 
+// What a message box would say.
+QString titled(const QString &title, const QString &text)
+{
+    return QStringLiteral("%1: %2").arg(title, text.trimmed());
+}
+
 bool namesAFormat(const SceneryData &data)
 {
     return data.AusgabeTGA || data.AusgabePNG || data.AusgabeJPG || data.AusgabePPM;
@@ -35,34 +43,38 @@ bool namesAFormat(const SceneryData &data)
 
 } // namespace
 
-void LineNotices::information(QWidget *, const QString &title, const QString &text)
-{
-    m_sink(QStringLiteral("%1: %2").arg(title, text.trimmed()));
-}
-
-void LineNotices::critical(QWidget *, const QString &title, const QString &text)
-{
-    m_sink(QStringLiteral("%1: %2").arg(title, text.trimmed()));
-    m_toldFailure = true;
-}
-
 BatchRun::BatchRun(const BatchOptions &options, Sink out, Sink err)
-    : m_options(options), m_out(std::move(out)), m_err(err), m_notices(std::move(err))
+    : m_options(options), m_out(std::move(out)), m_err(std::move(err))
 {
 }
 
-bool BatchRun::load(SceneryDelegate &delegate)
+bool BatchRun::load()
 {
-    if (delegate.open(m_options.scenery))
-        return true;
-    m_err(QStringLiteral("Cannot open file \"%1\":\n%2.")
-              .arg(m_options.scenery, delegate.errorString()));
-    return false;
+    QFile file(m_options.scenery.isEmpty()
+                   ? QString()
+                   : QFileInfo(m_options.scenery).absoluteFilePath());
+    const auto refuse = [this](const QString &reason) {
+        m_err(QStringLiteral("Cannot open file \"%1\":\n%2.")
+                  .arg(m_options.scenery, reason));
+        return false;
+    };
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return refuse(file.errorString());
+    const Result<SceneryReading> reading = readScenery(file, {});
+    if (!reading)
+        return refuse(reading.error().text);
+    for (const bool selected : reading->obsoleteFormats)
+        m_err(titled(obsoleteFormatTitle(), obsoleteFormatText(selected)));
+    if (!reading->complaint.isEmpty())
+        return refuse(reading->complaint);
+    m_document = reading->document;
+    m_folder = QFileInfo(file.fileName()).absolutePath();
+    return true;
 }
 
-void BatchRun::applyOptions(SceneryDelegate &delegate) const
+void BatchRun::applyOptions()
 {
-    SceneryData &data = delegate.sceneryData();
+    SceneryData &data = m_document.parameters;
     data.StartbildNr = m_options.from.value_or(data.StartbildNr);
     data.EndbildNr = m_options.to.value_or(data.EndbildNr);
     data.AusDateiname = m_options.output.value_or(data.AusDateiname);
@@ -77,14 +89,14 @@ void BatchRun::applyOptions(SceneryDelegate &delegate) const
         data.AusgabeJPG = m_options.formats.contains(QStringLiteral("jpg"));
         data.AusgabePPM = m_options.formats.contains(QStringLiteral("ppm"));
     }
-    // A run takes its values from the form, where they are rounded as on a screen.
-    delegate.dataToView();
-    delegate.viewToData();
+    // The same frames as on the desktop, where a run takes what the form shows.
+    data = asShown(data);
 }
 
 // What the scenery and the command line ask for together.
-bool BatchRun::checkUsage(const SceneryData &data) const
+bool BatchRun::checkUsage() const
 {
+    const SceneryData &data = m_document.parameters;
     if (!namesAFormat(data)) {
         m_err(QStringLiteral("Neither the scenery nor the command line names a picture "
                              "format."));
@@ -104,12 +116,12 @@ bool BatchRun::checkUsage(const SceneryData &data) const
 }
 
 // Frames of one name replace each other, which is what the template says.
-void BatchRun::warnOfSharedNames(const SceneryDelegate &delegate) const
+void BatchRun::warnOfSharedNames() const
 {
-    const SceneryData &data = delegate.sceneryData();
+    const SceneryData &data = m_document.parameters;
     QHash<QString, int> frames;
     for (int frame = data.StartbildNr; frame <= data.EndbildNr; ++frame) {
-        const QString name = delegate.frameFiles(frame).constFirst();
+        const QString name = filesOf(frame).constFirst();
         const auto earlier = frames.constFind(name);
         if (earlier == frames.constEnd()) {
             frames.insert(name, frame);
@@ -125,12 +137,12 @@ void BatchRun::warnOfSharedNames(const SceneryDelegate &delegate) const
 }
 
 // A folder that is not there is told before a long frame is drawn.
-bool BatchRun::checkFolders(const SceneryDelegate &delegate) const
+bool BatchRun::checkFolders() const
 {
-    const SceneryData &data = delegate.sceneryData();
+    const SceneryData &data = m_document.parameters;
     QSet<QString> folders;
     for (int frame = data.StartbildNr; frame <= data.EndbildNr; ++frame) {
-        const QString name = delegate.frameFiles(frame).constFirst();
+        const QString name = filesOf(frame).constFirst();
         const QString folder = QFileInfo(name).path();
         if (folders.contains(folder))
             continue;
@@ -145,12 +157,12 @@ bool BatchRun::checkFolders(const SceneryDelegate &delegate) const
     return true;
 }
 
-void BatchRun::findWanted(const SceneryDelegate &delegate)
+void BatchRun::findWanted()
 {
-    const SceneryData &data = delegate.sceneryData();
-    const QSize size = delegate.fileSize(m_options.preview);
+    const SceneryData &data = m_document.parameters;
+    const QSize size = frameFileSize(data, m_options.preview);
     const auto isDone = [&](int frame) {
-        const QStringList files = delegate.frameFiles(frame);
+        const QStringList files = filesOf(frame);
         return std::all_of(files.begin(), files.end(), [&](const QString &file) {
             return isWholePicture(file, size);
         });
@@ -160,13 +172,12 @@ void BatchRun::findWanted(const SceneryDelegate &delegate)
             m_wanted.insert(frame);
 }
 
-void BatchRun::frameSaved(const SceneryDelegate &delegate, int frame,
-                          const QStringList &complaints)
+void BatchRun::frameSaved(int frame, const QStringList &complaints)
 {
     if (!complaints.isEmpty()) {
         m_err(complaints.constFirst());
         m_failed = true;
-        m_running->stopRendering();
+        m_running->stop();
         return;
     }
     ++m_done;
@@ -178,7 +189,7 @@ void BatchRun::frameSaved(const SceneryDelegate &delegate, int frame,
                   .arg(frame)
                   .arg(m_done)
                   .arg(all)
-                  .arg(delegate.frameFiles(frame).join(QStringLiteral(" ")),
+                  .arg(filesOf(frame).join(QStringLiteral(" ")),
                        secondsText(now - m_frameStart), clockText(left)));
     }
     m_frameStart = now;
@@ -188,52 +199,75 @@ void BatchRun::stop()
 {
     m_stopped = true;
     if (m_running)
-        m_running->stopRendering();
+        m_running->stop();
 }
 
 int BatchRun::run()
 {
-    SceneryMdiChild view(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SceneryDelegate &delegate = view.delegate();
-    delegate.setNotices(&m_notices);
-    if (!load(delegate))
+    if (!load())
         return RunFailed;
-    applyOptions(delegate);
-    const SceneryData &data = delegate.sceneryData();
-    if (!checkUsage(data))
+    applyOptions();
+    if (!checkUsage())
         return WrongUsage;
+    const SceneryData &data = m_document.parameters;
     if (data.StartbildNr > data.EndbildNr)
         m_err(QStringLiteral("The scenery's first frame, %1, lies above its last, %2: "
                              "there is no frame to render.")
                   .arg(data.StartbildNr)
                   .arg(data.EndbildNr));
-    warnOfSharedNames(delegate);
-    if (!checkFolders(delegate))
+    warnOfSharedNames();
+    if (!checkFolders())
         return RunFailed;
-    findWanted(delegate);
+    findWanted();
     QCoreApplication::processEvents(); // a signal may have come meanwhile
     if (m_wanted.isEmpty() || m_stopped)
         return m_stopped ? Stopped : AllWritten;
-    return render(delegate);
+    return render();
 }
 
-int BatchRun::render(SceneryDelegate &delegate)
+QStringList BatchRun::filesOf(int frame) const
 {
-    delegate.setThreads(m_options.threads);
-    delegate.setFrameFilter([this](int frame) { return m_wanted.contains(frame); });
-    connect(&delegate, &SceneryDelegate::frameSaved, this,
-            [&](int frame, const QStringList &complaints) {
-                frameSaved(delegate, frame, complaints);
-            });
-    m_running = &delegate;
+    const SceneryData &data = m_document.parameters;
+    return frameFiles(data, frameNumber(data, frame));
+}
+
+int BatchRun::render()
+{
+    FlightRun run(m_document, {m_options.preview, false, m_options.threads, m_folder},
+                  *this);
+    m_running = &run;
     m_clock.start();
-    const bool good = m_options.preview ? delegate.renderPreview(nullptr)
-                                        : delegate.renderFinal(nullptr);
+    const Result<void> result = run.run();
     m_running = nullptr;
-    if (!good && !m_notices.toldFailure())
-        m_err(delegate.errorString());
+    const bool good = result || result.error().stopped;
+    if (!good && !m_toldFailure)
+        m_err(result.error().text);
     if (!good || m_failed)
         return RunFailed;
     // A signal that comes with the last frame stops nothing.
     return m_stopped && m_done < m_wanted.size() ? Stopped : AllWritten;
 }
+
+// --- What the run tells --------------------------------------------------------------
+
+void BatchRun::flightRefused(const QString &reason)
+{
+    m_err(titled(QStringLiteral("SceneryDelegate::CurvedFlight()"), reason));
+    m_toldFailure = true;
+}
+
+// Events are pumped for the signals that stop the program.
+void BatchRun::frameStarted(int, int, const QImage &)
+{
+    QCoreApplication::processEvents();
+}
+
+bool BatchRun::step(qint64, qint64)
+{
+    QCoreApplication::processEvents();
+    return true;
+}
+
+void BatchRun::frameDrawn(int, const QImage &) { QCoreApplication::processEvents(); }
+
+void BatchRun::waiting() { QCoreApplication::processEvents(); }

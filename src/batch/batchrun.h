@@ -1,7 +1,8 @@
 #pragma once
 
 #include "batch/commandline.h"
-#include "views/usernotices.h"
+#include "run/runlistener.h"
+#include "scene/scenerydocument.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -9,8 +10,7 @@
 
 #include <functional>
 
-struct SceneryData;
-class SceneryDelegate;
+class FlightRun;
 
 /// Exit status of a run.
 enum ExitStatus {
@@ -20,28 +20,12 @@ enum ExitStatus {
     Stopped = 130,
 };
 
-/// Sends what a message box would say to a line sink.
-class LineNotices : public UserNotices {
-public:
-    using Sink = std::function<void(const QString &line)>;
-
-    explicit LineNotices(Sink sink) : m_sink(std::move(sink)) {}
-    void information(QWidget *parent, const QString &title, const QString &text) override;
-    void critical(QWidget *parent, const QString &title, const QString &text) override;
-    /// Whether a failure has been told.
-    [[nodiscard]] bool toldFailure() const { return m_toldFailure; }
-
-private:
-    Sink m_sink;
-    bool m_toldFailure = false;
-};
-
 /// Renders the frames of one scenery without a window, one line a frame.
-class BatchRun : public QObject {
+class BatchRun : public QObject, private RunListener {
     Q_OBJECT
 
 public:
-    using Sink = LineNotices::Sink;
+    using Sink = std::function<void(const QString &line)>;
 
     /// `out` takes the progress lines, `err` what goes wrong.
     BatchRun(const BatchOptions &options, Sink out, Sink err);
@@ -54,26 +38,36 @@ public slots:
     void stop();
 
 private:
-    [[nodiscard]] bool load(SceneryDelegate &delegate);
-    void applyOptions(SceneryDelegate &delegate) const;
-    [[nodiscard]] bool checkUsage(const SceneryData &data) const;
-    void warnOfSharedNames(const SceneryDelegate &delegate) const;
-    [[nodiscard]] bool checkFolders(const SceneryDelegate &delegate) const;
+    [[nodiscard]] bool load();
+    void applyOptions();
+    [[nodiscard]] bool checkUsage() const;
+    void warnOfSharedNames() const;
+    [[nodiscard]] bool checkFolders() const;
     /// Looks up which frames are to be rendered.
-    void findWanted(const SceneryDelegate &delegate);
-    [[nodiscard]] int render(SceneryDelegate &delegate);
-    void frameSaved(const SceneryDelegate &delegate, int frame,
-                    const QStringList &complaints);
+    void findWanted();
+    [[nodiscard]] QStringList filesOf(int frame) const;
+    [[nodiscard]] int render();
+
+    void targetMade(const QImage &) override {}
+    void flightRefused(const QString &reason) override;
+    [[nodiscard]] bool wants(int frame) override { return m_wanted.contains(frame); }
+    void frameStarted(int frame, int number, const QImage &target) override;
+    [[nodiscard]] bool step(qint64 row, qint64 of) override;
+    void frameDrawn(int frame, const QImage &target) override;
+    void frameSaved(int frame, const QStringList &complaints) override;
+    void waiting() override;
 
     const BatchOptions m_options;
     const Sink m_out;
     const Sink m_err;
-    LineNotices m_notices;
-    SceneryDelegate *m_running = nullptr; // borrowed while run() is on
+    SceneryDocument m_document;
+    QString m_folder;               // of the scenery
+    FlightRun *m_running = nullptr; // borrowed while run() is on
     QElapsedTimer m_clock;
     qint64 m_frameStart = 0; // ms on m_clock
     QSet<int> m_wanted;      // frames of this run
     int m_done = 0;
     bool m_stopped = false;
     bool m_failed = false;
+    bool m_toldFailure = false;
 };

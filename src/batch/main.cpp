@@ -7,12 +7,10 @@
 #include "batch/stopsignal.h"
 #include "batch/terminal.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 
 #include <cstdlib>
 #include <new>
-
-static void initResources() { Q_INIT_RESOURCE(Zephrant); }
 
 namespace {
 
@@ -41,11 +39,10 @@ int render(int argc, char **argv)
     StopSignal stop(endAtOnce);
     qInstallMessageHandler(logMessage);
     setNoticeSink([](const QString &text, NoticeStay) { tellError(text); });
-    initResources();
-    const QApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     BatchOptions options;
     QString text;
-    switch (readCommandLine(QApplication::arguments(), options, &text)) {
+    switch (readCommandLine(QCoreApplication::arguments(), options, &text)) {
     case CommandLineResult::Help:
     case CommandLineResult::Version:
         return answer(text) ? AllWritten : RunFailed;
@@ -70,8 +67,6 @@ int render(int argc, char **argv)
 int main(int argc, char **argv)
 {
     surviveFailedWrites();
-    // The form that holds a scenery's values needs a window system, though no screen.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     try {
         return render(argc, argv);
     } catch (const std::bad_alloc &) {

@@ -3,8 +3,6 @@
 #include "base/wholefile.h"
 #include "document/scenerymdichild.h"
 #include "patheditors/setflightpathdialog.h"
-#include "render/terrainsweep.h"
-#include "run/framewriter.h"
 #include "scene/inputfile.h"
 #include "scene/keyvalue.h"
 #include "scene/sceneryfile.h"
@@ -29,7 +27,7 @@ QString absolutePath(const QString &name)
 } // namespace
 
 SceneryDelegate::SceneryDelegate(SceneryMdiChild *owner)
-    : sweep(std::make_unique<TerrainSweep>()), view(owner), notices(&messageBoxes)
+    : view(owner), notices(&messageBoxes)
 {
     limitFields();
     dataToView();
@@ -51,11 +49,14 @@ void SceneryDelegate::setModified()
     qDebug("setModified()");
 }
 
+QString SceneryDelegate::folder() const
+{
+    return fileName().isEmpty() ? QString() : QFileInfo(fileName()).absolutePath();
+}
+
 QString SceneryDelegate::inputFile(const QString &name) const
 {
-    const QString folder =
-        fileName().isEmpty() ? QString() : QFileInfo(fileName()).absolutePath();
-    return findInputFile(name, folder);
+    return findInputFile(name, folder());
 }
 
 // --- Loading -----------------------------------------------------------------------

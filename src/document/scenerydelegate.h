@@ -4,8 +4,6 @@
 
 #include <QFile>
 #include <QList>
-#include <QPointer>
-#include <QSize>
 #include <QStringList>
 
 #include <functional>
@@ -13,21 +11,19 @@
 
 enum class KeyMatch;
 
-class ElevationImage;
-class FrameWriter;
+class FlightRun;
 class ImageMdiChild;
+class RunWindow;
 class SceneryMdiChild;
 struct SceneryReading;
 class SetFlightPathDialog;
-class TerrainSweep;
-class TextureImage;
 class UserNotices;
 
 /// The object of one open scenery document.
 ///
-/// It is the scenery file, owns the parameters and the flight path, moves values
-/// between form and parameters, and renders. Its bodies live in scenery/ (file,
-/// form), render/ (sweep, runs) and flightpath/ (curved flight).
+/// It is the scenery file, and the face under which document, form, runs and flight path
+/// editors are one: it moves values between the form and the document, lets runs fly what
+/// the form shows, and opens the editors on copies of the lists.
 class SceneryDelegate : public QFile {
     Q_OBJECT
 
@@ -83,17 +79,19 @@ public:
     [[nodiscard]] bool toldFailure() const { return failureTold; }
     /// The same at half size on a quarter of the mesh.
     bool renderPreview(ImageMdiChild *view);
-    void stopRendering() { isRendering = false; }
+    void stopRendering();
     /// Shows the frame under construction, if there is one.
     void refresh();
     /// Frames for which this is false are passed over; none are by default.
     void setFrameFilter(std::function<bool(int frame)> wanted);
     /// Threads that draw a frame; 0, the default, stands for all cores.
-    void setThreads(int count);
+    void setThreads(int count) { threads = count; }
+    /// Whether the frame filter lets a frame through.
+    [[nodiscard]] bool frameIsWanted(int frame) const;
+    /// Tells why the flight of a run cannot be flown.
+    void tellRefusedFlight(const QString &reason);
     /// The names of a frame's files, in the order in which they are written.
     [[nodiscard]] QStringList frameFiles(int frame) const;
-    /// The size of the pictures in those files, by the present parameters.
-    [[nodiscard]] QSize fileSize(bool preview) const;
     static double GetSmoothedValue(double t, double first, double last, double inertia);
 
 public slots:
@@ -128,29 +126,14 @@ private:
     /// Gives the fields of the form their ranges and decimals.
     void limitFields();
     void reposition(bool lastFrame);
-    bool run(ImageMdiChild *target);
-    bool renderFlight();
-    bool straightFlight(TextureImage *texture);
-    bool curvedFlight(TextureImage *texture);
-    /// Whether the frame filter lets a frame through.
-    [[nodiscard]] bool frameIsWanted(int frame) const;
-    /// One frame whose camera is set; false if the run was stopped in it.
-    bool renderFrame(TextureImage *texture, int frame, bool first);
-    void saveFrame(int frame, int number);
-    /// Whether frames are drawn at double size and written at half of that.
-    [[nodiscard]] bool isHalved() const;
-    [[nodiscard]] QStringList namesOf(int number) const;
-    /// Renders one frame and shows it.
-    void Scan(TextureImage *texture, bool useBackground, unsigned int background,
-              int quality);
+    bool run(ImageMdiChild *target, bool preview);
+    /// The folder of the scenery file; empty while there is none.
+    [[nodiscard]] QString folder() const;
 
-    // A run. The sweep holds camera, elevation, target and dust range of the frame.
-    std::unique_ptr<TerrainSweep> sweep;
-    std::unique_ptr<FrameWriter> frameWriter;
-    QPointer<ImageMdiChild> activeView; // shows the run; null outside one
-    double QualityFactor = 1.0;         // 0.5 preview, 2.0 extra high quality
-    bool isPreview = false;
-    bool isRendering = false; // false asks the run to stop
+    // The run that is on, and what shows it.
+    FlightRun *runInHand = nullptr;
+    RunWindow *runWindow = nullptr;
+    int threads = 0;
     bool failureTold = false;
     std::function<bool(int frame)> frameWanted;
 

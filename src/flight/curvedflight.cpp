@@ -72,19 +72,18 @@ CurvedFlight::CurvedFlight(const QList<ControlPoint> &controlPoints,
     sample(m_pitch, netOf(waypoints, &Waypoint::p), samples);
 }
 
-FlightCamera CurvedFlight::camera(int frame) const
+CurvePoint CurvedFlight::point(int frame) const
 {
     const int held = std::clamp(frame, 0, m_frames);
     const int index = 3 * held;
-    FlightCamera camera;
-    camera.x = m_position.getResultingSurface(index, 0);
-    camera.y = m_position.getResultingSurface(index, 1);
-    camera.z = m_position.getResultingSurface(index, 2);
-    camera.heading = m_heading.getResultingSurface(index, 2);
-    camera.pitch = foldedPitch(m_pitch.getResultingSurface(index, 2));
+    CurvePoint point;
+    point.x = m_position.getResultingSurface(index, 0);
+    point.y = m_position.getResultingSurface(index, 1);
+    point.z = m_position.getResultingSurface(index, 2);
+    point.heading = m_heading.getResultingSurface(index, 2);
+    point.pitch = foldedPitch(m_pitch.getResultingSurface(index, 2));
     // Against the last frame, not the last sample: the sample behind the last frame
     // lies a little beyond 1.
-    camera.fraction =
-        static_cast<double>(index) / (static_cast<double>(m_frames - 1) * 3);
-    return camera;
+    point.fraction = static_cast<double>(index) / (static_cast<double>(m_frames - 1) * 3);
+    return point;
 }

@@ -12,8 +12,8 @@ class QString;
 [[nodiscard]] bool checkCurvedFlight(qsizetype controlPoints, qsizetype waypoints,
                                      int frames, QString *error);
 
-/// Where the camera of one frame stands and looks.
-struct FlightCamera {
+/// Where the curves of a flight are in one frame.
+struct CurvePoint {
     double x = 0.0, y = 0.0, z = 0.0; // world units
     double heading = 0.0;             // radians, from +y towards +x
     double pitch = 0.0;               // radians, positive upward
@@ -34,7 +34,7 @@ public:
                  const QList<Waypoint> &waypoints, int frames);
 
     /// Before the first sample and past the last one the flight stands still.
-    [[nodiscard]] FlightCamera camera(int frame) const;
+    [[nodiscard]] CurvePoint point(int frame) const;
 
 private:
     int m_frames;

@@ -1,19 +1,8 @@
 #pragma once
 
-#include "base/vectors.h"
+#include "base/framecamera.h"
 
 struct SceneryData;
-
-/// Everything that changes from frame to frame.
-struct FrameCamera {
-    C4Vector position;
-    double direction = 0.0; // radians
-    double pitch = 0.0;     // radians
-    double focal = 0.0;     // pixels of the target
-    double roll = 0.0;      // radians
-    double zScale = 1.0;
-    double dustRange = 1.0;
-};
 
 /// The value of a parameter at t, 0 to 1, on the way from its first to its last
 /// value. Starts and ends the more gently the larger `inertia` is.

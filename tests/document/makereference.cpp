@@ -124,9 +124,9 @@ private:
     {
         const CurvedFlight flight(m_scene.controlPoints, m_scene.waypoints,
                                   m_data.Bildanzahl);
-        const FlightCamera camera = flight.camera(number);
-        m_camera.SetView({camera.x, camera.y, camera.z, 1.0}, camera.heading,
-                         camera.pitch, focal, roll);
+        const CurvePoint point = flight.point(number);
+        m_camera.SetView({point.x, point.y, point.z, 1.0}, point.heading, point.pitch,
+                         focal, roll);
     }
 
     const Scene &m_scene;

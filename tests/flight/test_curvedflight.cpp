@@ -72,45 +72,45 @@ void TestCurvedFlight::enoughOfAllPasses()
 void TestCurvedFlight::positionRunsFromFirstToLastPoint()
 {
     const CurvedFlight flight(square(), waypointsLooking(0.5, -0.25), 4);
-    QCOMPARE(flight.camera(0).x, 0.0);
-    QCOMPARE(flight.camera(0).z, 100.0);
+    QCOMPARE(flight.point(0).x, 0.0);
+    QCOMPARE(flight.point(0).z, 100.0);
     // Sample 2 of 0 to 4 is the middle of one Bezier segment.
-    QCOMPARE(flight.camera(2).x, 40.0);
-    QCOMPARE(flight.camera(2).y, 60.0);
-    QCOMPARE(flight.camera(2).z, 132.5);
-    QCOMPARE(flight.camera(4).x, 80.0);
-    QCOMPARE(flight.camera(4).y, 0.0);
-    QVERIFY(near(flight.camera(1).heading, 0.5, 1e-12));
-    QVERIFY(near(flight.camera(3).pitch, -0.25, 1e-12));
+    QCOMPARE(flight.point(2).x, 40.0);
+    QCOMPARE(flight.point(2).y, 60.0);
+    QCOMPARE(flight.point(2).z, 132.5);
+    QCOMPARE(flight.point(4).x, 80.0);
+    QCOMPARE(flight.point(4).y, 0.0);
+    QVERIFY(near(flight.point(1).heading, 0.5, 1e-12));
+    QVERIFY(near(flight.point(3).pitch, -0.25, 1e-12));
 }
 
 void TestCurvedFlight::fractionReachesOneAtTheLastFrame()
 {
     const CurvedFlight flight(square(), waypointsLooking(0, 0), 12);
-    QCOMPARE(flight.camera(0).fraction, 0.0);
-    QVERIFY(flight.camera(11).fraction == 1.0);
-    QVERIFY(flight.camera(12).fraction == 36.0 / 33.0);
+    QCOMPARE(flight.point(0).fraction, 0.0);
+    QVERIFY(flight.point(11).fraction == 1.0);
+    QVERIFY(flight.point(12).fraction == 36.0 / 33.0);
 }
 
 void TestCurvedFlight::twoFramesMakeThreeSamples()
 {
     const CurvedFlight flight(square(), waypointsLooking(0, 0), 2);
-    QVERIFY(flight.camera(1).fraction == 1.0);
-    QCOMPARE(flight.camera(1).x, 40.0);
-    QCOMPARE(flight.camera(2).x, 80.0);
+    QVERIFY(flight.point(1).fraction == 1.0);
+    QCOMPARE(flight.point(1).x, 40.0);
+    QCOMPARE(flight.point(2).x, 80.0);
 }
 
 void TestCurvedFlight::framesPastTheLastSampleHoldIt()
 {
     const CurvedFlight flight(square(), waypointsLooking(1, 0), 3);
-    const FlightCamera last = flight.camera(3);
+    const CurvePoint last = flight.point(3);
     for (const int frame : {4, 32768, std::numeric_limits<int>::max()}) {
-        QVERIFY(flight.camera(frame).x == last.x);
-        QVERIFY(flight.camera(frame).heading == last.heading);
-        QVERIFY(flight.camera(frame).fraction == last.fraction);
+        QVERIFY(flight.point(frame).x == last.x);
+        QVERIFY(flight.point(frame).heading == last.heading);
+        QVERIFY(flight.point(frame).fraction == last.fraction);
     }
-    QVERIFY(flight.camera(-1).y == flight.camera(0).y);
-    QVERIFY(flight.camera(std::numeric_limits<int>::min()).fraction == 0.0);
+    QVERIFY(flight.point(-1).y == flight.point(0).y);
+    QVERIFY(flight.point(std::numeric_limits<int>::min()).fraction == 0.0);
 }
 
 void TestCurvedFlight::headingIsSmoothedNotInterpolated()
@@ -119,8 +119,8 @@ void TestCurvedFlight::headingIsSmoothedNotInterpolated()
     waypoints[3].a = 6.0;
     const CurvedFlight flight(square(), waypoints, 4);
     // Parameter 2 of 0 to 4: the middle point weighs 4/6.
-    QVERIFY(near(flight.camera(2).heading, 4.0, 1e-12));
-    QVERIFY(near(flight.camera(0).heading, 0.0, 1e-12));
+    QVERIFY(near(flight.point(2).heading, 4.0, 1e-12));
+    QVERIFY(near(flight.point(0).heading, 0.0, 1e-12));
 }
 
 void TestCurvedFlight::pitchPastTheVerticalIsFolded_data()
@@ -139,8 +139,8 @@ void TestCurvedFlight::pitchPastTheVerticalIsFolded()
     QFETCH(double, curve);
     QFETCH(double, camera);
     const CurvedFlight flight(square(), waypointsLooking(0, curve), 10);
-    QVERIFY(near(flight.camera(0).pitch, camera, 1e-12));
-    QVERIFY(near(flight.camera(10).pitch, camera, 1e-12));
+    QVERIFY(near(flight.point(0).pitch, camera, 1e-12));
+    QVERIFY(near(flight.point(10).pitch, camera, 1e-12));
 }
 
 void TestCurvedFlight::extremeCoordinatesStayFinite()
@@ -151,7 +151,7 @@ void TestCurvedFlight::extremeCoordinatesStayFinite()
                                      {0, 0, 0, 0.0}};
     const CurvedFlight flight(points, waypointsLooking(1e300, -1e300), Most);
     for (const int frame : {0, 1, 16384, 32768}) {
-        const FlightCamera camera = flight.camera(frame);
+        const CurvePoint camera = flight.point(frame);
         QVERIFY(std::isfinite(camera.x) && std::isfinite(camera.pitch));
     }
 }

@@ -1,0 +1,179 @@
+#include "run/flightrun.h"
+
+#include "base/vectormath.h"
+#include "flight/flight.h"
+#include "raster/elevationimage.h"
+#include "raster/textureimage.h"
+#include "render/terrainsweep.h"
+#include "render/transformation.h"
+#include "run/framefiles.h"
+#include "run/framememory.h"
+#include "run/framewriter.h"
+#include "run/runlistener.h"
+#include "scene/inputfile.h"
+#include "scene/scenerydocument.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace {
+
+// Frames that are written while the next one is drawn. One core encodes, all others
+// draw: where they are many, a frame is drawn sooner than the one before is written.
+constexpr int FramesWrittenAtATime = 2;
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("SceneryDelegate", source);
+}
+
+C4Vector lightOf(const SceneryData &data)
+{
+    return normalized({data.LichtX, data.LichtY, data.LichtZ, 0.0});
+}
+
+} // namespace
+
+FlightRun::FlightRun(const SceneryDocument &document, RunOptions options,
+                     RunListener &listener)
+    : m_document(document), m_options(std::move(options)), m_listener(listener),
+      m_factor(frameFactor(document.parameters, m_options.preview))
+{
+}
+
+FlightRun::~FlightRun() = default;
+
+Result<void> FlightRun::run()
+{
+    Result<void> result;
+    try {
+        result = setUpAndFly();
+    } catch (const std::bad_alloc &) {
+        result = failed(text("There is not enough memory for this run."));
+    }
+    m_sweep.reset();
+    m_target.reset();
+    m_writer.reset(); // tells of the frames that a run without memory left behind
+    return result;
+}
+
+Result<void> FlightRun::setUpAndFly()
+{
+    const SceneryData &data = m_document.parameters;
+    const int width = static_cast<int>(data.AusBreite * m_factor);
+    const int height = static_cast<int>(data.AusHoehe * m_factor);
+    m_sweep = std::make_unique<TerrainSweep>();
+    Transformation camera(nullptr, lightOf(data), width, height);
+
+    TextureImage texture(findInputFile(data.TDateiname, m_options.folder), nullptr);
+    if (texture.isNull())
+        return failed(text("Could not open texture file \"%1\"").arg(data.TDateiname));
+    texture.setBackgroundColor(data.Hintergrund);
+    camera.SetzeTexturDatei(&texture);
+
+    ElevationImage elevation(findInputFile(data.HDateiname, m_options.folder),
+                             data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
+    if (elevation.isNull())
+        return failed(text("Could not open elevation file \"%1\"").arg(data.HDateiname));
+
+    if (Result<void> made = makeTarget(); !made)
+        return made;
+    setUpSweep(camera, elevation);
+    Result<void> result = fly(texture);
+    m_writer->finish(); // whole frames are kept, also of a run that was stopped
+    return result;
+}
+
+Result<void> FlightRun::makeTarget()
+{
+    const SceneryData &data = m_document.parameters;
+    const int width = static_cast<int>(data.AusBreite * m_factor);
+    const int height = static_cast<int>(data.AusHoehe * m_factor);
+    const bool fits = frameFitsMemory(
+        {width, height}, isFrameHalved(data, m_options.preview), m_options.shown);
+    m_target = std::make_unique<TextureImage>(fits ? width : 0, fits ? height : 0,
+                                              QImage::Format_RGB32);
+    if (m_target->isNull())
+        return failed(
+            text("Could not create an image of %1 x %2 pixels").arg(width).arg(height));
+    m_target->fill(data.Hintergrund); // it is shown before the first frame is drawn
+    return {};
+}
+
+void FlightRun::setUpSweep(Transformation &camera, ElevationImage &elevation)
+{
+    const SceneryData &data = m_document.parameters;
+    // A coarse grid has fewer cells than a preview divides it by.
+    const auto cells = [this](int wanted) {
+        return m_options.preview ? std::max(wanted / 4, 1) : wanted;
+    };
+    m_sweep->meshCellsX = cells(data.AusAuflX);
+    m_sweep->meshCellsY = cells(data.AusAuflY);
+    m_sweep->Licht = lightOf(data);
+    m_sweep->renderWidth = m_target->width();
+    m_sweep->renderHeight = m_target->height();
+    m_sweep->activeTransformation = &camera;
+    m_sweep->renderElevation = &elevation;
+    m_sweep->renderTarget = m_target.get();
+    m_sweep->terrainX = elevation.width() * data.HDateiSkalaX;
+    m_sweep->terrainY = elevation.height() * data.HDateiSkalaY;
+    m_sweep->threads = m_options.threads;
+    m_writer = std::make_unique<FrameWriter>(
+        FramesWrittenAtATime,
+        [this](int frame, const QStringList &complaints) {
+            m_listener.frameSaved(frame, complaints);
+        },
+        [this] { m_listener.waiting(); });
+    m_sweep->coresTaken = [this] { return m_writer->busy(); };
+}
+
+Result<void> FlightRun::fly(TextureImage &texture)
+{
+    m_listener.targetMade(*m_target);
+    const SceneryData &data = m_document.parameters;
+    if (Result<void> checked = checkFlight(m_document); !checked) {
+        m_listener.flightRefused(checked.error().text);
+        return checked;
+    }
+    const Flight flight(m_document, m_factor);
+    for (qint64 f = data.StartbildNr; f <= data.EndbildNr && !m_stopped; ++f) {
+        const int frame = static_cast<int>(f);
+        if (m_listener.wants(frame) && !drawFrame(texture, flight.camera(frame), frame))
+            break;
+    }
+    if (m_stopped)
+        return stopped();
+    return {};
+}
+
+bool FlightRun::drawFrame(TextureImage &texture, const FrameCamera &camera, int frame)
+{
+    const SceneryData &data = m_document.parameters;
+    m_sweep->activeTransformation->SetView(camera.position, camera.direction,
+                                           camera.pitch, camera.focal, camera.roll);
+    m_sweep->renderElevation->setZScale(camera.zScale);
+    m_sweep->dustRange = camera.dustRange;
+    const int number = frameNumber(data, frame);
+    m_listener.frameStarted(frame, number, *m_target);
+    qint64 row = 0;
+    m_sweep->rowStarts = [&] { return m_listener.step(row++, 0) && !m_stopped; };
+    m_sweep->Scan(&texture, data.HintergrundVerwenden, data.Hintergrund,
+                  data.GenauRechnen);
+    m_listener.frameDrawn(frame, *m_target);
+    if (m_stopped)
+        return false;
+    m_writer->write(frame, *m_target, isFrameHalved(data, m_options.preview),
+                    frameFiles(data, number));
+    return true;
+}
+
+QImage FlightRun::picture()
+{
+    if (!m_target || m_target->isNull())
+        return {};
+    m_sweep->showable();
+    return m_target->copy();
+}

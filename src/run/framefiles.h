@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QSize>
+#include <QStringList>
+
+struct SceneryData;
+
+/// The number in the names of a frame's files; wraps as a 32-bit sum does.
+[[nodiscard]] int frameNumber(const SceneryData &data, int frame);
+/// What the frame of a number is called, without an extension.
+[[nodiscard]] QString frameTitle(const SceneryData &data, int number);
+/// The names of the files of the frame of a number, in the order of writing.
+[[nodiscard]] QStringList frameFiles(const SceneryData &data, int number);
+/// The size of the pictures in those files.
+[[nodiscard]] QSize frameFileSize(const SceneryData &data, bool preview);
+/// Whether frames are drawn at double size and written at half of that.
+[[nodiscard]] bool isFrameHalved(const SceneryData &data, bool preview);
+/// The size in which frames are drawn in terms of the size that was asked for.
+[[nodiscard]] double frameFactor(const SceneryData &data, bool preview);
