@@ -15,7 +15,7 @@ namespace {
 void mesh(benchmark::State &state)
 {
     FastFrame frame(Flight, 0, 1280, 960, int(state.range(0)));
-    frame.sweep.threads = int(state.range(1));
+    frame.setup.threads = int(state.range(1));
     for (auto _ : state)
         frame.draw();
 }
@@ -28,7 +28,7 @@ BENCHMARK(mesh)
 void picture(benchmark::State &state)
 {
     FastFrame frame(Flight, 1, int(state.range(0)), int(state.range(1)));
-    frame.sweep.threads = int(state.range(2));
+    frame.setup.threads = int(state.range(2));
     for (auto _ : state)
         frame.draw();
 }
@@ -54,13 +54,13 @@ void stop(benchmark::State &state)
     using Clock = std::chrono::steady_clock;
     const int width = int(state.range(2));
     FastFrame frame(state.range(0) ? Overview : Flight, 1, width, width * 3 / 4);
-    frame.sweep.threads = int(state.range(1));
+    frame.setup.threads = int(state.range(1));
     double longest = 0.0;
     for (auto _ : state) {
         std::vector<std::pair<Clock::duration, int>> gaps; // before a row, its number
         int row = 0;
         Clock::time_point last = Clock::now();
-        frame.sweep.rowStarts = [&] {
+        frame.rowStarts = [&] {
             const auto now = Clock::now();
             gaps.emplace_back(now - last, row++);
             last = now;
@@ -72,7 +72,7 @@ void stop(benchmark::State &state)
         for (const auto &[gap, stopped] : gaps) {
             row = 0;
             Clock::time_point asked = Clock::now();
-            frame.sweep.rowStarts = [&, at = stopped] {
+            frame.rowStarts = [&, at = stopped] {
                 if (row < at)
                     asked = Clock::now();
                 return row++ < at;

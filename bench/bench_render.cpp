@@ -20,7 +20,7 @@ using PlainFrame = Frame<plain::TerrainSweep, plain::Transformation>;
 void draw(benchmark::State &state, const View &view)
 {
     FastFrame frame(view, int(state.range(0)));
-    frame.sweep.threads = int(state.range(1));
+    frame.setup.threads = int(state.range(1));
     for (auto _ : state)
         frame.draw();
 }
@@ -57,7 +57,7 @@ BENCHMARK_CAPTURE(draw, overview, Overview)
 void preview(benchmark::State &state)
 {
     FastFrame frame(Flight, 0, 640, 480, 256);
-    frame.sweep.threads = int(state.range(0));
+    frame.setup.threads = int(state.range(0));
     for (auto _ : state)
         frame.draw();
 }

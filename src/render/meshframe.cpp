@@ -51,7 +51,7 @@ MeshFrame::MeshFrame(WorkerPool &workers)
 {
 }
 
-void MeshFrame::begin(const FrameSetup &setup)
+void MeshFrame::begin(const MeshSetup &setup)
 {
     m_setup = setup;
     for (Worker &worker : m_workers) {

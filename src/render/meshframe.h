@@ -17,8 +17,8 @@ class TextureImage;
 class Transformation;
 class WorkerPool;
 
-/// What a frame is made from and into. Borrows everything.
-struct FrameSetup {
+/// What the mesh of a frame is drawn from and into. Borrows everything.
+struct MeshSetup {
     TextureImage *target = nullptr;
     const TextureImage *texture = nullptr;
     const ElevationImage *elevation = nullptr;
@@ -45,7 +45,7 @@ public:
     explicit MeshFrame(WorkerPool &workers);
 
     /// Begins a frame. Its memory stays for the next one.
-    void begin(const FrameSetup &setup);
+    void begin(const MeshSetup &setup);
     /// Begins a walk; the rows that follow have these columns.
     void beginWalk(MeshColumns columns);
     /// Adds the cells whose lower left corners are at y.
@@ -76,7 +76,7 @@ private:
     [[nodiscard]] double squaredDistance(double x, double y, double z) const;
     [[nodiscard]] double distance(double x, double y, double z) const;
 
-    FrameSetup m_setup;
+    MeshSetup m_setup;
     WorkerPool &m_pool;
     PointRowStore m_store;
     std::deque<Worker> m_workers;

@@ -1,5 +1,6 @@
 #include "render/terrainsweep.h"
 
+#include "base/framecamera.h"
 #include "base/truncate.h"
 #include "base/workerpool.h"
 #include "raster/textureimage.h"
@@ -28,20 +29,35 @@ int threadsOrAll(int threads)
 TerrainSweep::TerrainSweep() = default;
 TerrainSweep::~TerrainSweep() = default;
 
-void TerrainSweep::Scan(TextureImage *texture, bool useBackground,
-                        unsigned int background, int quality)
+void TerrainSweep::renderFrame(const FrameSetup &setup, const FrameCamera &camera,
+                               Progress &progress)
 {
-    paintBackground(useBackground, background);
-    sweepObserver = activeTransformation->Beobachter();
-    sweepObserver.x += ObserverOffset;
-    sweepObserver.y += ObserverOffset;
+    m_setup = &setup;
+    m_progress = &progress;
+    m_row = 0;
+    m_camera.emplace(*setup.view);
+    m_camera->SetView(camera.position, camera.direction, camera.pitch, camera.focal,
+                      camera.roll);
+    m_elevation = *setup.elevation; // shares its pixels
+    m_elevation.setZScale(camera.zScale);
+    m_dustRange = camera.dustRange;
+    Scan();
+}
+
+void TerrainSweep::Scan()
+{
+    paintBackground();
+    m_limits = SweepLimits();
+    m_limits.observer = m_camera->Beobachter();
+    m_limits.observer.x += ObserverOffset;
+    m_limits.observer.y += ObserverOffset;
     ClipView();
-    stepX = terrainX / meshCellsX;
-    stepY = terrainY / meshCellsY;
-    if (meshIsWalkable()) {
-        setLimits();
-        RoundTheLimits();
-        beginFrame(texture, quality);
+    m_limits.stepX = m_setup->terrainX / m_setup->meshCellsX;
+    m_limits.stepY = m_setup->terrainY / m_setup->meshCellsY;
+    if (m_limits.meshIsWalkable()) {
+        m_limits.setLimits();
+        m_limits.RoundTheLimits();
+        beginFrame();
         ScanQuadrant0();
         ScanQuadrant1();
         ScanQuadrant2();
@@ -55,29 +71,29 @@ void TerrainSweep::Scan(TextureImage *texture, bool useBackground,
     }
 }
 
-void TerrainSweep::beginFrame(const TextureImage *texture, int quality)
+void TerrainSweep::beginFrame()
 {
-    const int wanted = threadsOrAll(threads);
+    const int wanted = threadsOrAll(m_setup->threads);
     if (!m_workers || m_threadsWanted != wanted) {
         m_frame.reset();
         m_workers = std::make_unique<WorkerPool>(wanted);
         m_frame = std::make_unique<MeshFrame>(*m_workers);
         m_threadsWanted = wanted;
     }
-    FrameSetup setup;
-    setup.target = renderTarget;
-    setup.texture = texture;
-    setup.elevation = renderElevation;
-    setup.camera = activeTransformation;
-    setup.light = Licht;
-    setup.observer = sweepObserver;
-    setup.dustRange = dustRange;
-    setup.stepY = stepY;
-    setup.quality = quality;
-    setup.coresTaken = coresTaken;
-    const double most = terrainX / stepX + 2;
-    setup.mostCells = most < 65536.0 ? static_cast<int>(most) : 65536;
-    m_frame->begin(setup);
+    MeshSetup mesh;
+    mesh.target = m_setup->target;
+    mesh.texture = m_setup->texture;
+    mesh.elevation = &m_elevation;
+    mesh.camera = &*m_camera;
+    mesh.light = m_setup->light;
+    mesh.observer = m_limits.observer;
+    mesh.dustRange = m_dustRange;
+    mesh.stepY = m_limits.stepY;
+    mesh.quality = m_setup->quality;
+    mesh.coresTaken = m_setup->coresTaken;
+    const double most = m_setup->terrainX / m_limits.stepX + 2;
+    mesh.mostCells = most < 65536.0 ? static_cast<int>(most) : 65536;
+    m_frame->begin(mesh);
     m_drawing = true;
 }
 
@@ -94,29 +110,26 @@ void TerrainSweep::endOfRun()
     m_workers.reset();
 }
 
-void TerrainSweep::paintBackground(bool useBackground, unsigned int background)
+void TerrainSweep::paintBackground() const
 {
-    if (!useBackground) {
+    unsigned int background = m_setup->background;
+    if (!m_setup->useBackground) {
         // The colour of a white flat landscape in the current light.
-        const double v = std::abs(Licht.z) * 256.0;
+        const double v = std::abs(m_setup->light.z) * 256.0;
         const int grey = truncatedOrLowest(v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v);
         background = qRgb(grey, grey, grey);
     }
-    renderTarget->fill(background);
-}
-
-bool TerrainSweep::meshIsWalkable() const
-{
-    // A terrain without extent has no cells, and a step of nothing never ends.
-    return std::isfinite(stepX) && std::isfinite(stepY) && stepX > 0.0 && stepY > 0.0;
+    m_setup->target->fill(background);
 }
 
 void TerrainSweep::ClipView()
 {
-    footMinX = terrainX;
-    footMinY = terrainY;
-    footMaxX = 0.0;
-    footMaxY = 0.0;
+    const double terrainX = m_setup->terrainX;
+    const double terrainY = m_setup->terrainY;
+    m_limits.footMinX = terrainX;
+    m_limits.footMinY = terrainY;
+    m_limits.footMaxX = 0.0;
+    m_limits.footMaxY = 0.0;
 
     C4Vector ground[3] = {{0, 0, 0, 1}, {1, 0, 0, 1}, {0, 1, 0, 1}};
     ClipBottomView(ground);
@@ -129,48 +142,40 @@ void TerrainSweep::ClipView()
     C4Vector north[3] = {{0, terrainY, 0, 1}, {1, terrainY, 0, 1}, {0, terrainY, 1, 1}};
     ClipSideView(north);
 
-    Clip(sweepObserver);
-    if (footMinX < 0.0)
-        footMinX = 0.0;
-    if (footMinY < 0.0)
-        footMinY = 0.0;
-    if (footMaxX > terrainX)
-        footMaxX = terrainX;
-    if (footMaxY > terrainY)
-        footMaxY = terrainY;
+    m_limits.Clip(m_limits.observer);
+    if (m_limits.footMinX < 0.0)
+        m_limits.footMinX = 0.0;
+    if (m_limits.footMinY < 0.0)
+        m_limits.footMinY = 0.0;
+    if (m_limits.footMaxX > terrainX)
+        m_limits.footMaxX = terrainX;
+    if (m_limits.footMaxY > terrainY)
+        m_limits.footMaxY = terrainY;
 }
 
 void TerrainSweep::ClipBottomView(C4Vector *plane)
 {
+    const int renderWidth = m_setup->target->width();
+    const int renderHeight = m_setup->target->height();
     const int corners[4][2] = {
         {0, renderHeight}, {renderWidth, renderHeight}, {renderWidth, 0}, {0, 0}};
     for (const auto &[x, y] : corners) {
         C4Vector point;
-        if (activeTransformation->PunktImDreieck(x, y, plane, &point) > 0.0)
-            Clip(point);
+        if (m_camera->PunktImDreieck(x, y, plane, &point) > 0.0)
+            m_limits.Clip(point);
     }
 }
 
 void TerrainSweep::ClipSideView(C4Vector *plane)
 {
+    const int renderWidth = m_setup->target->width();
+    const int renderHeight = m_setup->target->height();
     const int corners[4][2] = {
         {0, renderHeight}, {renderWidth, renderHeight}, {renderWidth, 0}, {0, 0}};
     for (const auto &[x, y] : corners) {
         C4Vector point;
-        const double t = activeTransformation->PunktImDreieck(x, y, plane, &point);
+        const double t = m_camera->PunktImDreieck(x, y, plane, &point);
         if (t > 0.0 && point.z > 0.0)
-            Clip(point);
+            m_limits.Clip(point);
     }
-}
-
-void TerrainSweep::Clip(C4Vector &point)
-{
-    if (point.x < footMinX)
-        footMinX = point.x;
-    if (point.x > footMaxX)
-        footMaxX = point.x;
-    if (point.y < footMinY)
-        footMinY = point.y;
-    if (point.y > footMaxY)
-        footMaxY = point.y;
 }

@@ -66,13 +66,13 @@ Result<void> FlightRun::setUpAndFly()
     const int width = static_cast<int>(data.AusBreite * m_factor);
     const int height = static_cast<int>(data.AusHoehe * m_factor);
     m_sweep = std::make_unique<TerrainSweep>();
-    Transformation camera(nullptr, lightOf(data), width, height);
+    Transformation view(nullptr, lightOf(data), width, height);
 
     TextureImage texture(findInputFile(data.TDateiname, m_options.folder), nullptr);
     if (texture.isNull())
         return failed(text("Could not open texture file \"%1\"").arg(data.TDateiname));
     texture.setBackgroundColor(data.Hintergrund);
-    camera.SetzeTexturDatei(&texture);
+    view.SetzeTexturDatei(&texture);
 
     ElevationImage elevation(findInputFile(data.HDateiname, m_options.folder),
                              data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
@@ -81,8 +81,11 @@ Result<void> FlightRun::setUpAndFly()
 
     if (Result<void> made = makeTarget(); !made)
         return made;
-    setUpSweep(camera, elevation);
-    Result<void> result = fly(texture);
+    makeWriter();
+    FrameSetup setup = setupOf(elevation);
+    setup.texture = &texture;
+    setup.view = &view;
+    Result<void> result = fly(setup);
     m_writer->finish(); // whole frames are kept, also of a run that was stopped
     return result;
 }
@@ -103,34 +106,37 @@ Result<void> FlightRun::makeTarget()
     return {};
 }
 
-void FlightRun::setUpSweep(Transformation &camera, ElevationImage &elevation)
+void FlightRun::makeWriter()
 {
-    const SceneryData &data = m_document.parameters;
-    // A coarse grid has fewer cells than a preview divides it by.
-    const auto cells = [this](int wanted) {
-        return m_options.preview ? std::max(wanted / 4, 1) : wanted;
-    };
-    m_sweep->meshCellsX = cells(data.AusAuflX);
-    m_sweep->meshCellsY = cells(data.AusAuflY);
-    m_sweep->Licht = lightOf(data);
-    m_sweep->renderWidth = m_target->width();
-    m_sweep->renderHeight = m_target->height();
-    m_sweep->activeTransformation = &camera;
-    m_sweep->renderElevation = &elevation;
-    m_sweep->renderTarget = m_target.get();
-    m_sweep->terrainX = elevation.width() * data.HDateiSkalaX;
-    m_sweep->terrainY = elevation.height() * data.HDateiSkalaY;
-    m_sweep->threads = m_options.threads;
     m_writer = std::make_unique<FrameWriter>(
         FramesWrittenAtATime,
         [this](int frame, const QStringList &complaints) {
             m_listener.frameSaved(frame, complaints);
         },
         [this] { m_listener.waiting(); });
-    m_sweep->coresTaken = [this] { return m_writer->busy(); };
 }
 
-Result<void> FlightRun::fly(TextureImage &texture)
+FrameSetup FlightRun::setupOf(const ElevationImage &elevation) const
+{
+    const SceneryData &data = m_document.parameters;
+    // A coarse grid has fewer cells than a preview divides it by.
+    const auto cells = [this](int wanted) {
+        return m_options.preview ? std::max(wanted / 4, 1) : wanted;
+    };
+    FrameSetup setup;
+    setup.target = m_target.get();
+    setup.elevation = &elevation;
+    setup.light = lightOf(data);
+    setup.meshCellsX = cells(data.AusAuflX);
+    setup.meshCellsY = cells(data.AusAuflY);
+    setup.terrainX = elevation.width() * data.HDateiSkalaX;
+    setup.terrainY = elevation.height() * data.HDateiSkalaY;
+    setup.threads = m_options.threads;
+    setup.coresTaken = [this] { return m_writer->busy(); };
+    return setup;
+}
+
+Result<void> FlightRun::fly(const FrameSetup &setup)
 {
     m_listener.targetMade(*m_target);
     const SceneryData &data = m_document.parameters;
@@ -141,7 +147,7 @@ Result<void> FlightRun::fly(TextureImage &texture)
     const Flight flight(m_document, m_factor);
     for (qint64 f = data.StartbildNr; f <= data.EndbildNr && !m_stopped; ++f) {
         const int frame = static_cast<int>(f);
-        if (m_listener.wants(frame) && !drawFrame(texture, flight.camera(frame), frame))
+        if (m_listener.wants(frame) && !drawFrame(setup, flight.camera(frame), frame))
             break;
     }
     if (m_stopped)
@@ -149,25 +155,26 @@ Result<void> FlightRun::fly(TextureImage &texture)
     return {};
 }
 
-bool FlightRun::drawFrame(TextureImage &texture, const FrameCamera &camera, int frame)
+bool FlightRun::drawFrame(FrameSetup setup, const FrameCamera &camera, int frame)
 {
     const SceneryData &data = m_document.parameters;
-    m_sweep->activeTransformation->SetView(camera.position, camera.direction,
-                                           camera.pitch, camera.focal, camera.roll);
-    m_sweep->renderElevation->setZScale(camera.zScale);
-    m_sweep->dustRange = camera.dustRange;
     const int number = frameNumber(data, frame);
     m_listener.frameStarted(frame, number, *m_target);
-    qint64 row = 0;
-    m_sweep->rowStarts = [&] { return m_listener.step(row++, 0) && !m_stopped; };
-    m_sweep->Scan(&texture, data.HintergrundVerwenden, data.Hintergrund,
-                  data.GenauRechnen);
+    setup.useBackground = data.HintergrundVerwenden;
+    setup.background = data.Hintergrund;
+    setup.quality = data.GenauRechnen;
+    m_sweep->renderFrame(setup, camera, *this);
     m_listener.frameDrawn(frame, *m_target);
     if (m_stopped)
         return false;
     m_writer->write(frame, *m_target, isFrameHalved(data, m_options.preview),
                     frameFiles(data, number));
     return true;
+}
+
+bool FlightRun::step(qint64 row, qint64 of)
+{
+    return m_listener.step(row, of) && !m_stopped;
 }
 
 QImage FlightRun::picture()

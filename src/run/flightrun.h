@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/progress.h"
 #include "base/result.h"
 
 #include <QImage>
@@ -13,8 +14,8 @@ class FrameWriter;
 class RunListener;
 class TerrainSweep;
 class TextureImage;
-class Transformation;
 struct FrameCamera;
+struct FrameSetup;
 struct SceneryDocument;
 
 /// What a run needs to know beside the scenery.
@@ -29,10 +30,10 @@ struct RunOptions {
 ///
 /// Borrows the document, which its owner may change while a listener is called: names,
 /// formats, the range of frames and all that the camera depends on hold as they are then.
-class FlightRun {
+class FlightRun : private Progress {
 public:
     FlightRun(const SceneryDocument &document, RunOptions options, RunListener &listener);
-    ~FlightRun();
+    ~FlightRun() override;
     FlightRun(const FlightRun &) = delete;
     FlightRun &operator=(const FlightRun &) = delete;
 
@@ -45,12 +46,15 @@ public:
 
 private:
     [[nodiscard]] Result<void> setUpAndFly();
-    [[nodiscard]] Result<void> fly(TextureImage &texture);
-    /// False if the run was stopped in it.
-    [[nodiscard]] bool drawFrame(TextureImage &texture, const FrameCamera &camera,
-                                 int frame);
     [[nodiscard]] Result<void> makeTarget();
-    void setUpSweep(Transformation &camera, ElevationImage &elevation);
+    void makeWriter();
+    /// What all frames have in common, but for texture and view.
+    [[nodiscard]] FrameSetup setupOf(const ElevationImage &elevation) const;
+    [[nodiscard]] Result<void> fly(const FrameSetup &setup);
+    /// False if the run was stopped in it.
+    [[nodiscard]] bool drawFrame(FrameSetup setup, const FrameCamera &camera, int frame);
+    /// A row of the mesh begins.
+    [[nodiscard]] bool step(qint64 row, qint64 of) override;
 
     const SceneryDocument &m_document;
     const RunOptions m_options;

@@ -1,9 +1,9 @@
 // The renderer against the plain method: the same bytes, whatever the scene, the
 // number of threads and the moment at which somebody looks.
 
+#include "render/fastrun.h"
 #include "render/plain/terrainsweep.h"
 #include "render/plain/transformation.h"
-#include "render/terrainsweep.h"
 #include "render/testscene.h"
 #include "render/transformation.h"
 
@@ -13,7 +13,6 @@
 namespace {
 
 using PlainRun = TestRun<plain::TerrainSweep, plain::Transformation>;
-using FastRun = TestRun<TerrainSweep, Transformation>;
 
 TestScene randomScene(quint32 seed)
 {
@@ -63,7 +62,7 @@ private slots:
             withTerrain += expected != background;
             for (const int threads : {1, 2, 3}) {
                 FastRun run(scene);
-                run.sweep.threads = threads;
+                run.setup.threads = threads;
                 QVERIFY2(
                     run.frame() == expected,
                     qPrintable(
@@ -84,8 +83,8 @@ private slots:
                 const QImage expected = judge.frame();
                 left = rows;
                 FastRun run(scene);
-                run.sweep.threads = 1 + int(seed % 3);
-                run.sweep.rowStarts = untilThen;
+                run.setup.threads = 1 + int(seed % 3);
+                run.rowStarts = untilThen;
                 QVERIFY2(
                     run.frame() == expected,
                     qPrintable(QStringLiteral("scene %1, %2 rows").arg(seed).arg(rows)));
@@ -109,9 +108,9 @@ private slots:
 
             QList<QImage> seen;
             FastRun run(scene);
-            run.sweep.threads = 1 + int(seed % 3);
+            run.setup.threads = 1 + int(seed % 3);
             row = 0;
-            run.sweep.rowStarts = [&] {
+            run.rowStarts = [&] {
                 if (row++ % 9 == 4) {
                     run.sweep.showable();
                     seen.append(run.target.copy());
@@ -130,11 +129,10 @@ private slots:
         TestScene scene;
         FastRun run(scene);
         const QImage first = run.frame();
-        run.camera.SetView({10.0, 70.0, 20.0, 1.0}, 2.5, -0.4, 90.0, 0.1);
+        run.look({10.0, 70.0, 20.0, 1.0}, 2.5, -0.4, 90.0, 0.1);
         const QImage second = run.frame();
         QVERIFY(first != second);
-        run.camera.SetView(scene.position, scene.direction, scene.pitch, scene.focal,
-                           scene.roll);
+        run.look(scene.position, scene.direction, scene.pitch, scene.focal, scene.roll);
         QVERIFY(run.frame() == first);
     }
 
@@ -147,7 +145,7 @@ private slots:
         scene.cellsY = 1100;
         PlainRun judge(scene);
         FastRun run(scene);
-        run.sweep.threads = 2;
+        run.setup.threads = 2;
         QVERIFY(run.frame() == judge.frame());
     }
 
@@ -170,8 +168,8 @@ private slots:
             for (const int threads : {1, 3}) {
                 left = rows;
                 FastRun run(scene);
-                run.sweep.threads = threads;
-                run.sweep.rowStarts = untilThen;
+                run.setup.threads = threads;
+                run.rowStarts = untilThen;
                 QVERIFY(run.frame() == expected);
             }
         }
@@ -183,9 +181,9 @@ private slots:
         const TestScene scene;
         PlainRun judge(scene);
         FastRun run(scene);
-        run.sweep.threads = 3;
+        run.setup.threads = 3;
         int asked = 0;
-        run.sweep.coresTaken = [&] { return asked++ % 6; };
+        run.setup.coresTaken = [&] { return asked++ % 6; };
         QVERIFY(run.frame() == judge.frame());
         QVERIFY(asked > 0);
     }
@@ -194,11 +192,11 @@ private slots:
     {
         const TestScene scene;
         FastRun run(scene);
-        run.sweep.threads = 2;
+        run.setup.threads = 2;
         const QImage first = run.frame();
         run.sweep.endOfRun();
         run.sweep.showable(); // nothing is left to show
-        run.sweep.threads = 3;
+        run.setup.threads = 3;
         QVERIFY(run.frame() == first);
     }
 
@@ -216,7 +214,9 @@ private slots:
             texture.setColorTable(other.colorTable());
             judge.camera.SetzeTexturDatei(&texture);
             judge.sweep.Scan(&texture, true, 0xFF000000u, 1);
-            run.sweep.Scan(&texture, true, 0xFF000000u, 1);
+            run.setup.texture = &texture;
+            run.setup.background = 0xFF000000u;
+            (void)run.frame();
             QVERIFY(QImage(run.target) == QImage(judge.target));
         }
     }

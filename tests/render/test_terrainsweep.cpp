@@ -1,9 +1,9 @@
 #include "render/terrainsweep.h"
 
 #include "base/pi.h"
+#include "render/fastrun.h"
 #include "render/plain/terrainsweep.h"
 #include "render/plain/transformation.h"
-#include "render/testscene.h"
 #include "render/transformation.h"
 
 #include <QSet>
@@ -12,7 +12,7 @@
 
 namespace {
 
-using Run = TestRun<TerrainSweep, Transformation>;
+using Run = FastRun;
 using PlainRun = TestRun<plain::TerrainSweep, plain::Transformation>;
 
 bool isOf(const QImage &picture, QRgb colour)
@@ -26,20 +26,11 @@ bool isOf(const QImage &picture, QRgb colour)
 QImage frameAfter(Run &run, int rows, int *asked = nullptr)
 {
     int count = 0;
-    run.sweep.rowStarts = [&] { return count++ < rows || rows < 0; };
+    run.rowStarts = [&] { return count++ < rows || rows < 0; };
     const QImage frame = run.frame();
     if (asked)
         *asked = count;
     return frame;
-}
-
-void setLimits(TerrainSweep &sweep, double ox, double oy)
-{
-    sweep.sweepObserver = {ox, oy, 10.0, 1.0};
-    sweep.stepX = 1.0;
-    sweep.stepY = 1.0;
-    sweep.setLimits();
-    sweep.RoundTheLimits();
 }
 
 } // namespace
@@ -50,20 +41,24 @@ class TestTerrainSweep : public QObject {
 private slots:
     void limitsLeaveOutTheCellUnderTheObserver()
     {
-        TerrainSweep sweep;
-        sweep.footMaxX = 64.0;
-        sweep.footMaxY = 48.0;
-        setLimits(sweep, 10.3, 20.6);
-        QCOMPARE(sweep.hiX[0], 9.0);
-        QCOMPARE(sweep.loX[1], 11.0);
-        QCOMPARE(sweep.hiX[3], 9.0);
-        QCOMPARE(sweep.loX[2], 11.0);
-        QCOMPARE(sweep.loY[0], 21.0);
-        QCOMPARE(sweep.hiY[3], 19.0);
-        QCOMPARE(sweep.loX[0], 0.0);
-        QCOMPARE(sweep.hiX[1], 64.0);
-        QCOMPARE(sweep.hiY[0], 48.0);
-        QCOMPARE(sweep.loY[2], 0.0);
+        SweepLimits limits;
+        limits.footMaxX = 64.0;
+        limits.footMaxY = 48.0;
+        limits.observer = {10.3, 20.6, 10.0, 1.0};
+        limits.stepX = 1.0;
+        limits.stepY = 1.0;
+        limits.setLimits();
+        limits.RoundTheLimits();
+        QCOMPARE(limits.hiX[0], 9.0);
+        QCOMPARE(limits.loX[1], 11.0);
+        QCOMPARE(limits.hiX[3], 9.0);
+        QCOMPARE(limits.loX[2], 11.0);
+        QCOMPARE(limits.loY[0], 21.0);
+        QCOMPARE(limits.hiY[3], 19.0);
+        QCOMPARE(limits.loX[0], 0.0);
+        QCOMPARE(limits.hiX[1], 64.0);
+        QCOMPARE(limits.hiY[0], 48.0);
+        QCOMPARE(limits.loY[2], 0.0);
     }
 
     void observerToTheWestLeavesTheEasternQuadrants()
@@ -75,12 +70,13 @@ private slots:
         Run run(scene);
         int rows = 0;
         frameAfter(run, -1, &rows);
-        QCOMPARE(run.sweep.footMinX, 0.0);
-        QCOMPARE(run.sweep.loX[0], 0.0);
-        QCOMPARE(run.sweep.loX[1], 0.0);
+        QCOMPARE(run.sweep.limits().footMinX, 0.0);
+        QCOMPARE(run.sweep.limits().loX[0], 0.0);
+        QCOMPARE(run.sweep.limits().loX[1], 0.0);
         // Rows of quadrants 1 and 2 and the one between them, and no other walk.
-        const int expected = int(run.sweep.hiY[1] - run.sweep.loY[1]) + 1 +
-                             int(run.sweep.hiY[2] - run.sweep.loY[2]) + 1 + 1;
+        const int expected =
+            int(run.sweep.limits().hiY[1] - run.sweep.limits().loY[1]) + 1 +
+            int(run.sweep.limits().hiY[2] - run.sweep.limits().loY[2]) + 1 + 1;
         QCOMPARE(rows, expected);
         QVERIFY(!isOf(run.target, scene.background));
     }
@@ -95,21 +91,19 @@ private slots:
         scene.pitch = 0.5;
         scene.focal = 5000.0;
         Run run(scene);
-        run.sweep.sweepObserver = run.camera.Beobachter();
-        run.sweep.ClipView();
-        QCOMPARE(run.sweep.footMinX, 0.0);
-        QCOMPARE(run.sweep.footMaxX, 0.0);
+        (void)run.frame();
+        QCOMPARE(run.sweep.limits().footMinX, 0.0);
+        QCOMPARE(run.sweep.limits().footMaxX, 0.0);
         // The wall in the south is hit, far to the west.
-        QCOMPARE(run.sweep.footMinY, 0.0);
-        QVERIFY(std::abs(run.sweep.footMaxY - 32.4) < 1e-3);
+        QCOMPARE(run.sweep.limits().footMinY, 0.0);
+        QVERIFY(std::abs(run.sweep.limits().footMaxY - 32.4) < 1e-3);
         QVERIFY(isOf(run.frame(), scene.background));
 
         scene.position.y = -20.0;
         Run away(scene);
-        away.sweep.sweepObserver = away.camera.Beobachter();
-        away.sweep.ClipView();
-        QCOMPARE(away.sweep.footMinY, 0.0);
-        QCOMPARE(away.sweep.footMaxY, 0.0);
+        (void)away.frame();
+        QCOMPARE(away.sweep.limits().footMinY, 0.0);
+        QCOMPARE(away.sweep.limits().footMaxY, 0.0);
     }
 
     void boxIsHeldWithinTheTerrain()
@@ -117,10 +111,9 @@ private slots:
         TestScene scene;
         scene.position = {1000.0, -500.0, 20.0, 1.0};
         Run run(scene);
-        run.sweep.sweepObserver = run.camera.Beobachter();
-        run.sweep.ClipView();
-        QCOMPARE(run.sweep.footMaxX, 64.0);
-        QCOMPARE(run.sweep.footMinY, 0.0);
+        (void)run.frame();
+        QCOMPARE(run.sweep.limits().footMaxX, 64.0);
+        QCOMPARE(run.sweep.limits().footMinY, 0.0);
     }
 
     void thickDustLeavesTheBackground()
@@ -218,8 +211,8 @@ private slots:
         Run down(scene);
         const QImage frame = down.frame();
         QVERIFY(!isOf(frame, scene.background));
-        QCOMPARE(down.sweep.loX, up.sweep.loX);
-        QCOMPARE(down.sweep.hiY, up.sweep.hiY);
+        QCOMPARE(down.sweep.limits().loX, up.sweep.limits().loX);
+        QCOMPARE(down.sweep.limits().hiY, up.sweep.limits().hiY);
     }
 
     void stopInTheSecondQuadrantLeavesTheFirstComplete()
@@ -228,7 +221,8 @@ private slots:
         scene.position = {32.3, 20.4, 30.0, 1.0};
         Run measured(scene);
         measured.frame();
-        const int rows0 = int(measured.sweep.hiY[0] - measured.sweep.loY[0]) + 1;
+        const int rows0 =
+            int(measured.sweep.limits().hiY[0] - measured.sweep.limits().loY[0]) + 1;
         QVERIFY(rows0 > 10);
         Run first(scene), partial(scene), whole(scene);
         const QImage quadrant0 = frameAfter(first, rows0);
@@ -268,7 +262,7 @@ private slots:
         TestScene scene;
         scene.cellsX = cells;
         Run run(scene);
-        run.sweep.terrainX = terrainX;
+        run.setup.terrainX = terrainX;
         QVERIFY(isOf(run.frame(), scene.background));
     }
 

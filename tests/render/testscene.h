@@ -53,7 +53,7 @@ struct TestScene {
     }
 };
 
-/// A sweep over a test scene with all that it borrows; of either renderer.
+/// A plain sweep over a test scene with all that it borrows.
 template <typename Sweep, typename Camera> struct TestRun {
     explicit TestRun(const TestScene &scene)
         : m_scene(scene), elevation(scene.elevation()), texture(scene.texture()),

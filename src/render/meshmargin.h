@@ -1,0 +1,4 @@
+#pragma once
+
+/// Keeps the mesh limit tests off the cell edges.
+constexpr double MeshMargin = 1e-05;
