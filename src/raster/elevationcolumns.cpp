@@ -1,5 +1,6 @@
 #include "raster/elevationcolumns.h"
 
+#include "raster/bilinear.h"
 #include "raster/elevationimage.h"
 
 #include <algorithm>
@@ -35,10 +36,9 @@ void ElevationColumns::read(double y, double *z) const
     for (const Column &column : m_columns) {
         double elevation = 0.0;
         if (column.index >= 0) {
-            elevation = ElevationImage::mixed(
-                            steps(column.index, row), steps(column.index + 1, row),
-                            steps(column.index, row + 1),
-                            steps(column.index + 1, row + 1), column.fraction, fy) *
+            elevation = bilinear(steps(column.index, row), steps(column.index + 1, row),
+                                 steps(column.index, row + 1),
+                                 steps(column.index + 1, row + 1), column.fraction, fy) *
                         zScale;
         }
         *z++ = elevation;

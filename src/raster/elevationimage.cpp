@@ -2,6 +2,7 @@
 
 #include "base/truncate.h"
 #include "base/vectors.h"
+#include "raster/bilinear.h"
 #include "raster/imagefile.h"
 #include "raster/pixelreader.h"
 
@@ -94,7 +95,7 @@ double ElevationImage::elevation(double x, double y) const
     const double e10 = stepsOf(read(ix + 1, iy));
     const double e01 = stepsOf(read(ix, iy + 1));
     const double e11 = stepsOf(read(ix + 1, iy + 1));
-    return mixed(e00, e10, e01, e11, fx, fy) * m_zScale;
+    return bilinear(e00, e10, e01, e11, fx, fy) * m_zScale;
 }
 
 QRgb ElevationImage::pixelOf(double e, double zScale)

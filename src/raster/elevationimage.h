@@ -59,13 +59,6 @@ public:
         return n >= 0x800000 ? n - 0x1000000 : n;
     }
 
-    /// Bilinear mix of four pixels, fx and fy of the way from the first.
-    [[nodiscard]] static double mixed(double e00, double e10, double e01, double e11,
-                                      double fx, double fy)
-    {
-        return ((1 - fx) * e01 + fx * e11) * fy + ((1 - fx) * e00 + fx * e10) * (1 - fy);
-    }
-
     /// The opaque pixel that stands for an elevation under a z scale.
     [[nodiscard]] static QRgb pixelOf(double e, double zScale);
 
