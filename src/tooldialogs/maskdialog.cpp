@@ -3,6 +3,8 @@
 #include "raster/imagefile.h"
 #include "tools/mask.h"
 
+#include <utility>
+
 MaskDialog::MaskDialog(QWidget *parent) : FormDialog(parent)
 {
     addInput(lineEditFromFile);
@@ -12,13 +14,14 @@ MaskDialog::MaskDialog(QWidget *parent) : FormDialog(parent)
 
 Result<QImage> MaskDialog::work(Progress &progress)
 {
-    const Result<QImage> image = loadPicture(lineEditFromFile);
+    Result<QImage> image = loadPicture(lineEditFromFile);
     if (!image)
         return image;
     const Result<QImage> mask = loadPicture(lineEditMaskFile);
     if (!mask)
         return mask;
-    return applyMask(*image, *mask, progress).map_error([this](const Failure &) {
-        return Failure{couldNotOpen(lineEditMaskFile->text())};
-    });
+    return applyMask(std::move(*image), *mask, progress)
+        .map_error([this](const Failure &) {
+            return Failure{couldNotOpen(lineEditMaskFile->text())};
+        });
 }
