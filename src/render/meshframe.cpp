@@ -7,13 +7,10 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cmath>
 #include <utility>
 
 namespace {
 
-// Beyond this many dust ranges a cell is not drawn at all.
-constexpr double FarthestRange = 7.0;
 // Cells that are drawn at a time: enough to keep threads busy, few enough for a window
 // that stays alive meanwhile.
 constexpr std::size_t MostCellsAtATime = 32768;
@@ -66,9 +63,7 @@ void MeshFrame::begin(const MeshSetup &setup)
     m_mostNumbers = 0;
     m_paintedRows = {};
     m_stride = 2 * static_cast<unsigned int>(std::max(setup.mostCells, 1));
-    // A little less than the limit, for the rounding of the exact test.
-    const double farthest = FarthestRange * setup.dustRange * (1 - 1e-9);
-    m_surelyNear = setup.dustRange > 0.0 ? farthest * farthest : -1.0;
+    m_dust = Dust(setup.observer, setup.dustRange);
 }
 
 void MeshFrame::beginWalk(MeshColumns columns)
@@ -191,7 +186,7 @@ void MeshFrame::listRow(const MeshRow &row, const std::vector<std::uint8_t> &dra
     for (int k = 0; k < cells; ++k) {
         const int cell = row.columns->westward ? cells - 1 - k : k;
         if (!drawable[cell] ||
-            isLostInDust(row.columns->inner[cell + 1], south.y, south.z[cell]))
+            m_dust.hides(row.columns->inner[cell + 1], south.y, south.z[cell]))
             continue;
         list(cell, northWestFirst ? NorthWest : SouthEast);
         list(cell, northWestFirst ? SouthEast : NorthWest);
@@ -261,26 +256,6 @@ void MeshFrame::colourWhatTakesLong()
     m_secondsAPixel = std::clamp(secondsSince(start) / coloured, 1e-9, 1e-6);
 }
 
-double MeshFrame::squaredDistance(double x, double y, double z) const
-{
-    const double dx = m_setup.observer.x - x;
-    const double dy = m_setup.observer.y - y;
-    const double dz = m_setup.observer.z - z;
-    return dx * dx + dy * dy + dz * dz;
-}
-
-// In dust ranges.
-double MeshFrame::distance(double x, double y, double z) const
-{
-    return std::sqrt(squaredDistance(x, y, z)) / m_setup.dustRange;
-}
-
-bool MeshFrame::isLostInDust(double x, double y, double z) const
-{
-    return !(squaredDistance(x, y, z) < m_surelyNear) &&
-           distance(x, y, z) >= FarthestRange;
-}
-
 Triangle MeshFrame::triangle(unsigned int number) const
 {
     const MeshRow &row = m_rows[number / m_stride];
@@ -301,5 +276,5 @@ Triangle MeshFrame::triangle(unsigned int number) const
     return {{corner(south, cell), corner(north, second), corner(last, third)},
             {vertex(south, cell), vertex(north, second), vertex(last, third)},
             {south.normal(cell), north.normal(second), last.normal(third)},
-            1 - std::exp(-distance(x[cell], south.y, south.z[cell]))};
+            m_dust.share(x[cell], south.y, south.z[cell])};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/dust.h"
 #include "render/meshrow.h"
 #include "render/paintlists.h"
 #include "render/pointrowstore.h"
@@ -72,11 +73,9 @@ private:
     void colourNumbers();
     void colourWhatTakesLong();
     void overPaintedRows(const std::function<void(ScreenTrigon &, RowRange)> &work);
-    [[nodiscard]] bool isLostInDust(double x, double y, double z) const;
-    [[nodiscard]] double squaredDistance(double x, double y, double z) const;
-    [[nodiscard]] double distance(double x, double y, double z) const;
 
     MeshSetup m_setup;
+    Dust m_dust;
     WorkerPool &m_pool;
     PointRowStore m_store;
     std::deque<Worker> m_workers;
@@ -90,5 +89,4 @@ private:
     RowRange m_paintedRows;         // of the target, that hold all numbers
     qint64 m_mostNumbers = 0;       // pixels that hold a number are no more than these
     double m_secondsAPixel = 0.0;   // that colours take, about
-    double m_surelyNear = 0.0; // squared distance below which no cell is lost in dust
 };
