@@ -12,22 +12,44 @@
 
 namespace {
 
-/// Two inputs and an output.
-class PairDialog : public ConverterDialog {
+/// The widgets of two inputs and an output, as a form has them.
+class PairForm {
 public:
-    PairDialog() : ConverterDialog(QStringLiteral("Pair"), nullptr)
+    void setupUi(QDialog *dialog)
     {
-        setUpFiles(&ok, &browseTo, &to, {&first, &second});
-        connect(&browseFirst, &QPushButton::clicked, this,
-                [this] { browseToOpen(&first, QStringLiteral("Text Files (*.txt)")); });
-        connect(&browseSecond, &QPushButton::clicked, this, [this] {
-            browseToOpen(&second, imageFileFilter(), QStringLiteral("Save File"));
-        });
+        const auto named = [dialog](QWidget &widget, const char *name) {
+            widget.setParent(dialog);
+            widget.setObjectName(QLatin1String(name));
+        };
+        named(ok, "pushButtonOK");
+        named(browseFirst, "pushButtonBrowseFirst");
+        named(browseSecond, "pushButtonBrowseSecond");
+        named(browseTo, "pushButtonBrowseToFile");
+        named(first, "lineEditFirst");
+        named(second, "lineEditSecond");
+        named(to, "lineEditToFile");
     }
-    bool save(const QImage &image) { return saveOutput(image); }
 
     QPushButton ok, browseTo, browseFirst, browseSecond;
     QLineEdit first, second, to;
+};
+
+/// A dialog of that form.
+class PairDialog : public FormDialog<PairForm> {
+public:
+    PairDialog() : FormDialog(QStringLiteral("Pair"), nullptr)
+    {
+        addInput(&first, {.filter = QStringLiteral("Text Files (*.txt)")});
+        addInput(&second, {.caption = QStringLiteral("Save File")});
+    }
+    bool save(const QImage &image) { return saveOutput(image); }
+    using PairForm::browseFirst;
+    using PairForm::browseSecond;
+    using PairForm::browseTo;
+    using PairForm::first;
+    using PairForm::ok;
+    using PairForm::second;
+    using PairForm::to;
 };
 
 QSettings settings()
