@@ -7,18 +7,10 @@ TemplateDialog::TemplateDialog(QWidget *parent) : FormDialog(parent)
     addInput(lineEditFromFile);
 }
 
-bool TemplateDialog::work(QString *error)
+Result<QImage> TemplateDialog::work(Progress &progress)
 {
     const ElevationImage image(lineEditFromFile->text());
-    if (image.isNull()) {
-        *error = couldNotOpen(lineEditFromFile->text());
-        return false;
-    }
-    NoProgress nobody;
-    const Result<ElevationImage> turned = turnUpsideDown(image, nobody);
-    if (!turned) {
-        *error = turned.error().text;
-        return false;
-    }
-    return save(*turned, lineEditToFile->text(), error);
+    if (image.isNull())
+        return failed(couldNotOpen(lineEditFromFile->text()));
+    return turnUpsideDown(image, progress);
 }

@@ -12,7 +12,7 @@ public:
     explicit TemplateDialog(QWidget *parent = nullptr);
 
 private:
-    [[nodiscard]] bool work(QString *error) override;
+    [[nodiscard]] Result<QImage> work(Progress &progress) override;
 };
 
 /// The line of the table of its folder, from which the main window makes the action.
