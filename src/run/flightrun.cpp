@@ -13,7 +13,7 @@
 #include "scene/inputfile.h"
 #include "scene/scenerydocument.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <new>
@@ -24,6 +24,7 @@ namespace {
 // Frames that are written while the next one is drawn. One core encodes, all others
 // draw: where they are many, a frame is drawn sooner than the one before is written.
 constexpr int FramesWrittenAtATime = 2;
+constexpr int DotsPerMetre = 3780; // 96 to an inch, as usual screens have
 
 QString text(const char *source)
 {
@@ -102,6 +103,11 @@ Result<void> FlightRun::makeTarget()
     if (m_target->isNull())
         return failed(
             text("Could not create an image of %1 x %2 pixels").arg(width).arg(height));
+    // A program without screens has no resolution to give to its pictures.
+    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
+        m_target->setDotsPerMeterX(DotsPerMetre);
+        m_target->setDotsPerMeterY(DotsPerMetre);
+    }
     m_target->fill(data.Hintergrund); // it is shown before the first frame is drawn
     return {};
 }

@@ -19,6 +19,7 @@ private slots:
     void framesAreWrittenUnderTheirNumbers();
     void optionsGoBeforeTheScenery();
     void previewIsHalfTheSize();
+    void framesHaveTheResolutionOfUsualScreens();
     void missingRendersOnlyWhatIsNotThere();
     void missingRendersWhatIsNotWhole_data();
     void missingRendersWhatIsNotWhole();
@@ -65,6 +66,16 @@ void TestZephrantRender::previewIsHalfTheSize()
 {
     QCOMPARE(render({"--preview", "--to", "0", path("s.zph")}).status, 0);
     QCOMPARE(loadImageFile(path("f04.png")).size(), QSize(20, 15));
+}
+
+// Whatever machine draws a frame, its file is the same.
+void TestZephrantRender::framesHaveTheResolutionOfUsualScreens()
+{
+    writeScenery("AusgabeJPG=1\nGenauRechnen=2\n"); // halved on its way
+    QCOMPARE(render({"--to", "0", path("s.zph")}).status, 0);
+    QCOMPARE(loadImageFile(path("f04.png")).dotsPerMeterX(), 3780);
+    QCOMPARE(loadImageFile(path("f04.png")).dotsPerMeterY(), 3780);
+    QCOMPARE(loadImageFile(path("f04.jpg")).dotsPerMeterX(), 3779); // of 96 an inch
 }
 
 void TestZephrantRender::missingRendersOnlyWhatIsNotThere()
