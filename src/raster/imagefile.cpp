@@ -1,11 +1,13 @@
 #include "raster/imagefile.h"
 
 #include "base/memorybudget.h"
+#include "base/notices.h"
 #include "base/wholefile.h"
 #include "raster/pngwriter.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImageIOPlugin>
 #include <QImageReader>
 #include <QImageWriter>
@@ -109,6 +111,19 @@ void limitAllocations(bool sizeIsKnown)
         sizeIsKnown ? 0 : static_cast<int>(std::min(budget, Most)));
 }
 
+// Plug-ins that draw text end a program that has no window system, and with it no fonts.
+bool mayBeDrawn(const QString &name, const QByteArray &format)
+{
+    const bool hasText = format == "svg" || format == "svgz" || format == "pdf";
+    if (!hasText || qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        return true;
+    tellNotice(
+        QObject::tr("\"%1\" is a drawing, which is read only where there is a window "
+                    "system; save it as a picture, such as PNG.")
+            .arg(QFileInfo(name).fileName()));
+    return false;
+}
+
 } // namespace
 
 QImage loadImageFile(const QString &name, const QByteArray &format, PictureUse use)
@@ -124,6 +139,8 @@ QImage loadImageFile(const QString &name, const QByteArray &format, PictureUse u
         return read ? image : QImage();
     }
     QImageReader reader(&file, format);
+    if (!mayBeDrawn(name, reader.format()))
+        return {};
     const QSize size = reader.size();
     if (!mayBeRead(name, size, depthOf(reader.imageFormat()), use))
         return {};

@@ -26,6 +26,7 @@ private slots:
         ::chmod(QFile::encodeName(m_dir->path()).constData(), 0700);
         removeScenery();
     }
+    void aDrawingAsTextureIsAFailure();
     void failedWriteTellsWhy_data();
     void failedWriteTellsWhy();
     void folderWithoutPermissionIsTold();
@@ -317,6 +318,21 @@ void TestZephrantRenderFailures::lackOfMemoryIsTold()
                  qPrintable(QString::number(megabytes)));
         QVERIFY(outcome.status == 0 || !outcome.err.trimmed().isEmpty());
     }
+}
+
+// With the toolkit's plug-in for drawings the text in one would end the program. Without
+// it no plug-in reads the file. Its contents decide, not its name.
+void TestZephrantRenderFailures::aDrawingAsTextureIsAFailure()
+{
+    QFile texture(path("t.png"));
+    QVERIFY(texture.open(QIODevice::WriteOnly));
+    texture.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"64\" height=\"64\">"
+                  "<text x=\"4\" y=\"30\">Ben Nevis</text></svg>");
+    texture.close();
+    const Outcome outcome = render({path("s.zph")});
+    QCOMPARE(outcome.status, 1);
+    QVERIFY(outcome.err.contains("Could not open texture file \"t.png\""));
+    QVERIFY(!QFile::exists(path("f04.png")));
 }
 
 QTEST_GUILESS_MAIN(TestZephrantRenderFailures)
