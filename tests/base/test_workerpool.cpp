@@ -66,7 +66,7 @@ private slots:
                 throw std::bad_alloc();
             ++ended;
         };
-        QVERIFY_EXCEPTION_THROWN(pool.run(work), std::bad_alloc);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, pool.run(work));
         QCOMPARE(ended.load(), failing < 0 ? 0 : threads - 1); // nobody still works
         ended = 0;
         pool.run([&](int) { ++ended; });
