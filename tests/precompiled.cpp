@@ -1,0 +1,1 @@
+// Nothing of its own: the headers that tests include are compiled with it.
