@@ -2,6 +2,7 @@
 
 #include "scene/controlpoint.h"
 #include "scene/scenerydata.h"
+#include "scene/sceneryextras.h"
 #include "scene/waypoint.h"
 
 #include <QList>
@@ -12,6 +13,7 @@ struct SceneryDocument {
     QList<ControlPoint> controlPoints;
     QList<Waypoint> waypoints;
     int waypointLevel = 0; // of the list of waypoints, see normalizeWaypoints()
+    SceneryExtras extras;
 
     bool operator==(const SceneryDocument &) const = default;
 };

@@ -1,6 +1,8 @@
 #include "scene/sceneryfile.h"
 
+#include "scene/extrassection.h"
 #include "scene/keyvalue.h"
+#include "scene/quotedline.h"
 #include "scene/sceneryreader.h"
 #include "scene/waypointlevel.h"
 
@@ -14,22 +16,11 @@ namespace {
 // zeros without end, and would take all memory or all day.
 constexpr qint64 MostBytes = qint64(64) << 20;
 constexpr qsizetype MostCharacters = 1048576; // of a line
-constexpr qsizetype MostQuoted = 200;
 
 QString tooLargeText()
 {
     return QCoreApplication::translate("SceneryDelegate", "The file has more than %1 MB")
         .arg(MostBytes >> 20);
-}
-
-// As much of a line as a message box can show.
-QString beginningOf(const QString &line)
-{
-    QString text = line.left(MostQuoted);
-    for (QChar &c : text)
-        if (!c.isPrint())
-            c = QChar::ReplacementCharacter;
-    return text;
 }
 
 QString tooLongText(const QString &line)
@@ -50,26 +41,61 @@ void takeLine(QString &line, SceneryReader &reader, SceneryReading &reading)
         reading.obsoleteFormats.append(result == Line::ObsoleteFormatOn);
 }
 
-// An empty line ends the reading, as the end of the file does.
-void readLines(QFileDevice &file, SceneryReading &reading)
+// The lines of a file, within the limits of its size.
+class LineSource {
+public:
+    explicit LineSource(QFileDevice &file) : m_stream(&file) {}
+
+    [[nodiscard]] bool next(QString &line)
+    {
+        if (!m_stream.readLineInto(&line, MostCharacters + 1))
+            return false;
+        m_length += line.size() + 1;
+        if (line.size() > MostCharacters)
+            m_complaint = tooLongText(line);
+        else if (m_length > MostBytes)
+            m_complaint = tooLargeText();
+        return m_complaint.isEmpty();
+    }
+    /// Why the lines ended ahead of the file's end.
+    [[nodiscard]] const QString &complaint() const { return m_complaint; }
+
+private:
+    QTextStream m_stream;
+    qint64 m_length = 0; // read so far; a device does not tell its size
+    QString m_complaint;
+};
+
+// An empty line ends the told part, as the end of the file does.
+void readToldPart(LineSource &lines, SceneryReading &reading)
 {
     SceneryReader reader(reading.document);
-    QTextStream stream(&file);
     QString line;
-    qint64 length = 0; // read so far; a device does not tell its size
-    while (stream.readLineInto(&line, MostCharacters + 1) && !line.isEmpty()) {
-        length += line.size() + 1;
-        if (line.size() > MostCharacters)
-            reading.complaint = tooLongText(line);
-        else if (length > MostBytes)
-            reading.complaint = tooLargeText();
-        else {
-            takeLine(line, reader, reading);
-            continue;
-        }
-        break;
-    }
+    while (lines.next(line) && !line.isEmpty())
+        takeLine(line, reader, reading);
     reading.headSeen = reader.headSeen();
+}
+
+void readExtras(LineSource &lines, SceneryReading &reading)
+{
+    ExtrasReader reader(reading.document.extras);
+    QString line;
+    while (lines.next(line))
+        reader.readLine(line);
+    reading.extrasTold = reader.told();
+    // What stands ahead of the section may be as large as it wants.
+    if (reader.hasBegun() && !lines.complaint().isEmpty())
+        reading.complaint = lines.complaint();
+}
+
+void readLines(QFileDevice &file, SceneryReading &reading)
+{
+    LineSource lines(file);
+    readToldPart(lines, reading);
+    if (lines.complaint().isEmpty())
+        readExtras(lines, reading);
+    else
+        reading.complaint = lines.complaint();
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 class QFileDevice;
 
@@ -15,10 +16,14 @@ struct SceneryReading {
     bool headSeen = false;
     /// One entry for each line of the obsolete output format: whether it was selected.
     QList<bool> obsoleteFormats;
+    /// A sentence for each line of the extras that is not understood or was limited; such
+    /// lines are no complaint.
+    QStringList extrasTold;
 };
 
 /// Reads an open scenery file. Keys that it leaves out keep the values of `present`, the
-/// lists begin anew. Fails, with nothing read, where the file is too large.
+/// lists begin anew, the extras at their defaults. Fails, with nothing read, where the
+/// file is too large.
 [[nodiscard]] Result<SceneryReading> readScenery(QFileDevice &file,
                                                  const SceneryDocument &present);
 

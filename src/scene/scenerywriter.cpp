@@ -1,5 +1,6 @@
 #include "scene/scenerywriter.h"
 
+#include "scene/extrassection.h"
 #include "scene/keyvalue.h"
 #include "scene/scenerydocument.h"
 #include "scene/scenerykeys.h"
@@ -37,4 +38,5 @@ void writeScenery(QTextStream &stream, const SceneryDocument &document)
         document.waypoints[i].write(stream, i);
     for (int i = 0; i < document.controlPoints.size(); ++i)
         document.controlPoints[i].write(stream, i);
+    writeExtras(stream, document.extras);
 }

@@ -3,5 +3,5 @@
 class QTextStream;
 struct SceneryDocument;
 
-/// Writes a scenery file, reals with six significant digits.
+/// Writes a scenery file, told reals with six significant digits, extras behind them.
 void writeScenery(QTextStream &stream, const SceneryDocument &document);

@@ -1,3 +1,4 @@
+#include "scene/extrassection.h"
 #include "scene/keyvalue.h"
 #include "scene/scenerydocument.h"
 #include "scene/sceneryreader.h"
@@ -28,6 +29,9 @@ struct Scenery : SceneryDocument {
             if (error.isEmpty())
                 std::abort(); // a failure that the user is not told
         }
+        ExtrasReader extrasReader(extras);
+        while (stream.readLineInto(&line))
+            extrasReader.readLine(line);
         const auto count = static_cast<int>(controlPoints.size());
         (void)normalizeWaypoints(waypoints, count);
         return isGood;
@@ -55,6 +59,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     Scenery second;
     if (!second.read(first.written()))
+        std::abort();
+    // Extras read back as they were written; so do told values, once they are rounded.
+    Scenery third;
+    if (!third.read(second.written()) || third.written() != second.written() ||
+        !(third.extras == second.extras))
         std::abort();
     return 0;
 }

@@ -173,6 +173,10 @@ void writeOtherSeeds()
         flight.append("c").append(key).append("=10,20,30\n");
     }
     writeSeed("fuzz_scenery", "curved", flight);
+    writeSeed("fuzz_scenery", "extras",
+              "[Param]\nBeobXA=1\n\n[Extras]\nSun=time\nSunTime=2026-06-21T12:00:00Z\n"
+              "Latitude=\nWaterMask=0000ff\nSkyLight=2\nExposure=1,5\nSeed=-7\n"
+              "HazeDistance=3e4\nFog=1\r\n[Clouds]\n\nWater=1\n");
 }
 
 } // namespace

@@ -1,23 +1,11 @@
 #include "scene/keyvalue.h"
-#include "scene/scenerydocument.h"
-#include "scene/sceneryfile.h"
+#include "scene/sceneryfiles.h"
 #include "scene/scenerykeys.h"
 #include "scene/sceneryreader.h"
-#include "scene/scenerywriter.h"
 
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTextStream>
 
 namespace {
-
-QString written(const SceneryDocument &document)
-{
-    QString text;
-    QTextStream stream(&text);
-    writeScenery(stream, document);
-    return text;
-}
 
 // A value of the file that is no key's default.
 QString otherValue(const SceneryKey &key)
@@ -77,7 +65,7 @@ private slots:
         present.parameters.BeobXA = 3.0;
         present.parameters.BeobYA = 4.0;
         present.controlPoints = {ControlPoint(1, 2, 3, 0.0)};
-        const auto reading = read("[Param]\nBeobXA=5\n", present);
+        const auto reading = readText("[Param]\nBeobXA=5\n", present);
         QVERIFY(reading);
         QVERIFY(reading->headSeen);
         QCOMPARE(reading->document.parameters.BeobXA, 5.0);
@@ -88,7 +76,8 @@ private slots:
 
     void lastComplaintIsKeptAndReadingGoesOn()
     {
-        const auto reading = read("Nope=1\nHintergrund=x\nBeobXA=5\n\nBeobXA=6\n", {});
+        const auto reading =
+            readText("Nope=1\nHintergrund=x\nBeobXA=5\n\nBeobXA=6\n", {});
         QVERIFY(reading);
         QCOMPARE(reading->complaint, QString("No color value: x"));
         QCOMPARE(reading->document.parameters.BeobXA, 5.0);
@@ -96,7 +85,7 @@ private slots:
 
     void obsoleteFormatsAreToldInTheirOrder()
     {
-        const auto reading = read("AusgabeYUV=0\nAusgabeYUV=1\n", {});
+        const auto reading = readText("AusgabeYUV=0\nAusgabeYUV=1\n", {});
         QVERIFY(reading);
         QCOMPARE(reading->obsoleteFormats, (QList<bool>{false, true}));
         QVERIFY(reading->document.parameters.AusgabePNG);
@@ -113,22 +102,10 @@ private slots:
         for (int k = 0; k < 13; ++k)
             document.waypoints.append(Waypoint(k, k, k, 0.5 * k, -0.25));
         document.waypointLevel = 1;
-        const auto reading = read(written(document).toUtf8(), {});
+        const auto reading = readText(written(document).toUtf8(), {});
         QVERIFY(reading);
         QCOMPARE(reading->complaint, QString());
         QVERIFY(reading->document == document);
-    }
-
-private:
-    static Result<SceneryReading> read(const QByteArray &text,
-                                       const SceneryDocument &present)
-    {
-        const QTemporaryDir folder;
-        QFile file(folder.filePath("s.zph"));
-        if (!file.open(QIODevice::ReadWrite) || file.write(text) != text.size() ||
-            !file.seek(0))
-            return failed("no file");
-        return readScenery(file, present);
     }
 };
 
