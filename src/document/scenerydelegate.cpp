@@ -59,6 +59,15 @@ QString SceneryDelegate::inputFile(const QString &name) const
     return findInputFile(name, folder());
 }
 
+void SceneryDelegate::setExtras(const SceneryExtras &extras)
+{
+    if (scenery.extras == extras)
+        return;
+    scenery.extras = extras;
+    setModified();
+    emit extrasChanged();
+}
+
 // --- Loading -----------------------------------------------------------------------
 
 bool SceneryDelegate::open(const QString &fileName)
@@ -79,10 +88,14 @@ bool SceneryDelegate::take(const SceneryReading &reading)
 {
     for (const bool selected : reading.obsoleteFormats)
         tellObsoleteFormat(selected);
+    const bool otherExtras = reading.document.extras != scenery.extras;
     scenery = reading.document;
     headSeen |= reading.headSeen;
+    toldOfExtras = reading.extrasTold;
     dataToView();
     setModified(false); // the form's change signals have just said otherwise
+    if (otherExtras)
+        emit extrasChanged();
     return reading.complaint.isEmpty();
 }
 

@@ -68,6 +68,12 @@ public:
     [[nodiscard]] const SceneryData &sceneryData() const { return scenery.parameters; }
     /// The document as it is, without what the form shows and was not taken yet.
     [[nodiscard]] const SceneryDocument &document() const { return scenery; }
+    [[nodiscard]] const SceneryExtras &extras() const { return scenery.extras; }
+    /// Changes extras as a user does: the document counts as modified where they differ.
+    void setExtras(const SceneryExtras &extras);
+    /// A sentence for each line of the extras that the last reading did not understand or
+    /// had to limit; they are kept and are no failure.
+    [[nodiscard]] const QStringList &extrasTold() const { return toldOfExtras; }
     /// Where messages go; message boxes by default. Borrowed.
     void setNotices(UserNotices *other);
 
@@ -112,6 +118,8 @@ public slots:
     void acceptSetFlightPathDialog();
 
 signals:
+    /// The extras are others, by an edit or by a reading.
+    void extrasChanged();
     void frameStarted(int frame);
     /// After a frame's files were written; `complaints` has a sentence for each that
     /// could not be, with the reason.
@@ -141,6 +149,7 @@ private:
     SceneryMdiChild *view;
     SceneryDocument scenery;
     bool headSeen = false;
+    QStringList toldOfExtras;
     // What the flight path editors work on, and the first of them. It refers to the
     // copies, so it goes before them.
     QList<ControlPoint> dialogControlPoints;

@@ -111,6 +111,8 @@ bool SceneryMdiChild::loadFile(const QString &fileName)
         const WaitCursor wait;
         loaded = sceneryDelegate->open(fileName);
     }
+    if (loaded)
+        emit extrasTold(sceneryDelegate->extrasTold());
     if (!loaded) {
         QMessageBox::critical(this, tr("Error"),
                               tr("Cannot open file \"%1\":\n%2.")

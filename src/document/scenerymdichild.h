@@ -52,6 +52,9 @@ public slots:
 signals:
     /// A picture window was made that will show the runs.
     void pictureMade(ImageMdiChild *picture);
+    /// A file was read: a sentence for each line of its extras that is not understood or
+    /// was limited, none where all is well. To be shown beside the told messages.
+    void extrasTold(const QStringList &sentences);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
