@@ -41,6 +41,15 @@ bool namesAFormat(const SceneryData &data)
     return data.AusgabeTGA || data.AusgabePNG || data.AusgabeJPG || data.AusgabePPM;
 }
 
+bool setsTheRange(const BatchOptions &options)
+{
+    return std::any_of(options.settings.begin(), options.settings.end(),
+                       [](const ScenerySetting &setting) {
+                           return setting.key == QLatin1String("StartbildNr") ||
+                                  setting.key == QLatin1String("EndbildNr");
+                       });
+}
+
 } // namespace
 
 BatchRun::BatchRun(const BatchOptions &options, Sink out, Sink err)
@@ -67,13 +76,20 @@ bool BatchRun::load()
         m_err(titled(obsoleteFormatTitle(), obsoleteFormatText(selected)));
     if (!reading->complaint.isEmpty())
         return refuse(reading->complaint);
+    for (const QString &sentence : reading->extrasTold)
+        m_err(sentence);
     m_document = reading->document;
     m_folder = QFileInfo(file.fileName()).absolutePath();
     return true;
 }
 
-void BatchRun::applyOptions()
+bool BatchRun::applyOptions()
 {
+    for (const ScenerySetting &setting : m_options.settings)
+        if (const Result<void> good = applySetting(m_document, setting); !good) {
+            m_err(QStringLiteral("--set: ") + good.error().text);
+            return false;
+        }
     SceneryData &data = m_document.parameters;
     data.StartbildNr = m_options.from.value_or(data.StartbildNr);
     data.EndbildNr = m_options.to.value_or(data.EndbildNr);
@@ -91,6 +107,7 @@ void BatchRun::applyOptions()
     }
     // The same frames as on the desktop, where a run takes what the form shows.
     data = asShown(data);
+    return true;
 }
 
 // What the scenery and the command line ask for together.
@@ -102,16 +119,26 @@ bool BatchRun::checkUsage() const
                              "format."));
         return false;
     }
-    if (data.StartbildNr <= data.EndbildNr || (!m_options.from && !m_options.to))
+    if (data.StartbildNr <= data.EndbildNr)
         return true;
-    m_err(m_options.from ? QStringLiteral("--from %1 lies above the scenery's last "
-                                          "frame, %2: there is no frame to render.")
-                               .arg(data.StartbildNr)
-                               .arg(data.EndbildNr)
-                         : QStringLiteral("--to %1 lies below the scenery's first "
-                                          "frame, %2: there is no frame to render.")
-                               .arg(data.EndbildNr)
-                               .arg(data.StartbildNr));
+    if (m_options.from)
+        m_err(
+            QStringLiteral("--from %1 lies above the scenery's last frame, %2: there is "
+                           "no frame to render.")
+                .arg(data.StartbildNr)
+                .arg(data.EndbildNr));
+    else if (m_options.to)
+        m_err(QStringLiteral("--to %1 lies below the scenery's first frame, %2: there is "
+                             "no frame to render.")
+                  .arg(data.EndbildNr)
+                  .arg(data.StartbildNr));
+    else if (setsTheRange(m_options))
+        m_err(QStringLiteral("--set: the first frame, %1, lies above the last, %2: there "
+                             "is no frame to render.")
+                  .arg(data.StartbildNr)
+                  .arg(data.EndbildNr));
+    else // the scenery itself says so
+        return true;
     return false;
 }
 
@@ -206,8 +233,7 @@ int BatchRun::run()
 {
     if (!load())
         return RunFailed;
-    applyOptions();
-    if (!checkUsage())
+    if (!applyOptions() || !checkUsage())
         return WrongUsage;
     const SceneryData &data = m_document.parameters;
     if (data.StartbildNr > data.EndbildNr)

@@ -39,7 +39,9 @@ public slots:
 
 private:
     [[nodiscard]] bool load();
-    void applyOptions();
+    /// Settings first, then the options that have a name. False if the scenery has no
+    /// point that a setting names.
+    [[nodiscard]] bool applyOptions();
     [[nodiscard]] bool checkUsage() const;
     void warnOfSharedNames() const;
     [[nodiscard]] bool checkFolders() const;

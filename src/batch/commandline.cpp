@@ -1,5 +1,7 @@
 #include "batch/commandline.h"
 
+#include "scene/scenerydocument.h"
+
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
@@ -37,6 +39,13 @@ struct Options {
     QCommandLineOption size{QStringLiteral("size"),
                             QStringLiteral("Size of the frames in pixels."),
                             QStringLiteral("WxH")};
+    QCommandLineOption set{
+        QStringLiteral("set"),
+        QStringLiteral("Sets a key of the scenery file or one of its "
+                       "extras for this run, such as Exposure=0.5. May "
+                       "be given several times; other options go "
+                       "before it."),
+        QStringLiteral("KEY=VALUE")};
     QCommandLineOption threads{QStringLiteral("threads"),
                                QStringLiteral("Threads that draw a frame (default: all "
                                               "cores). The pictures are the same."),
@@ -112,6 +121,22 @@ public:
                wrong(QStringLiteral("--output takes a name template, which is empty."));
     }
 
+    // Points are checked once the scenery is there.
+    [[nodiscard]] bool settings(const QCommandLineOption &option) const
+    {
+        SceneryDocument any;
+        for (const QString &text : m_parser.values(option)) {
+            const Result<ScenerySetting> setting = settingOf(text);
+            if (!setting)
+                return wrong(QStringLiteral("--set: ") + setting.error().text);
+            if (!isPointKey(setting->key))
+                if (const Result<void> good = applySetting(any, *setting); !good)
+                    return wrong(QStringLiteral("--set: ") + good.error().text);
+            m_options.settings.append(*setting);
+        }
+        return true;
+    }
+
     [[nodiscard]] bool range() const
     {
         if (!m_options.from || !m_options.to || *m_options.from <= *m_options.to)
@@ -168,6 +193,8 @@ QString helpText(const QCommandLineParser &parser)
                "  zephrant-render --output 'night/frame%04d' --format png --missing "
                "flight.zph\n"
                "      Goes on where a run was broken off.\n"
+               "  zephrant-render --set BrennA=500 --set BrennE=500 flight.zph\n"
+               "      The same flight with half the focal length.\n"
                "\nExit status: 0 all frames are written, 1 a failure, 2 wrong usage, 130 "
                "stopped\nby SIGINT or SIGTERM.\n");
 }
@@ -177,7 +204,7 @@ void describe(QCommandLineParser &parser, const Options &known)
     parser.setApplicationDescription(
         QStringLiteral("Renders the frames of a scenery without a window."));
     parser.addOptions({known.preview, known.from, known.to, known.output, known.format,
-                       known.quality, known.size, known.threads, known.missing,
+                       known.quality, known.size, known.set, known.threads, known.missing,
                        known.quiet});
     parser.addPositionalArgument(QStringLiteral("SCENERY.zph"),
                                  QStringLiteral("The scenery file."));
@@ -211,12 +238,12 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
     options.missing = parser.isSet(known.missing);
     options.quiet = parser.isSet(known.quiet);
     const Reader read(parser, options, text);
-    const bool good = read.number(known.from, 0, MaxFrame, options.from) &&
-                      read.number(known.to, 0, MaxFrame, options.to) && read.range() &&
-                      read.output(known.output) &&
-                      read.number(known.quality, 0, MaxQuality, options.quality) &&
-                      read.formats(known.format) && read.size(known.size) &&
-                      read.number(known.threads, 1, MaxThreads, options.threads) &&
-                      read.scenery();
+    const bool good =
+        read.number(known.from, 0, MaxFrame, options.from) &&
+        read.number(known.to, 0, MaxFrame, options.to) && read.range() &&
+        read.output(known.output) &&
+        read.number(known.quality, 0, MaxQuality, options.quality) &&
+        read.formats(known.format) && read.size(known.size) && read.settings(known.set) &&
+        read.number(known.threads, 1, MaxThreads, options.threads) && read.scenery();
     return good ? CommandLineResult::Run : CommandLineResult::Wrong;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "scene/scenerysetting.h"
+
+#include <QList>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -15,8 +18,9 @@ struct BatchOptions {
     bool quiet = false;
     std::optional<int> from;
     std::optional<int> to;
-    std::optional<QString> output; // name template
-    QStringList formats;           // of tga, png, jpg, ppm; empty: the scenery's own
+    std::optional<QString> output;  // name template
+    QList<ScenerySetting> settings; // take effect ahead of all that have an option
+    QStringList formats;            // of tga, png, jpg, ppm; empty: the scenery's own
     std::optional<int> quality;
     std::optional<QSize> size;
     int threads = 0; // that draw a frame; 0 stands for all cores

@@ -70,6 +70,41 @@ private slots:
         QTest::newRow("value too many") << QStringList{"--quiet=3", "a.zph"};
         QTest::newRow("empty template") << QStringList{"--output", "", "a.zph"};
         QTest::newRow("empty range") << QStringList{"--from", "5", "--to", "3", "a.zph"};
+        for (const char *setting : {"Exposure",
+                                    "=1",
+                                    "",
+                                    "Nope=1",
+                                    "exposure=1",
+                                    "Exposure=1,5",
+                                    "Exposure=inf",
+                                    "Exposure=",
+                                    "Exposure=9",
+                                    "MetresPerUnit=-1",
+                                    "Water=2",
+                                    "Water=true",
+                                    "MotionBlur=1.5",
+                                    "Sun=noon",
+                                    "WaterMask=blue",
+                                    "SunTime=2026-06-21",
+                                    "BeobXA=1,5",
+                                    "BeobXA=nan",
+                                    "BeobXA=",
+                                    "BeobXA=1000001",
+                                    "NebelA=0",
+                                    "HoeheUeberBoden=x",
+                                    "AusBreite=7",
+                                    "AusBreite=8.5",
+                                    "AusBreite=1e6",
+                                    "GenauRechnen=3",
+                                    "Rundflug=2",
+                                    "Rundflug=",
+                                    "AusgabePNG=yes",
+                                    "Hintergrund=fff",
+                                    "AusgabeYUV=1",
+                                    "[Extras]=1",
+                                    "Punkt7=1,2"})
+            QTest::addRow("setting %s", setting)
+                << QStringList{"--set", setting, "a.zph"};
         QTest::newRow("empty name") << QStringList{""};
     }
     // The sentence names the option.
@@ -85,6 +120,26 @@ private slots:
         QCOMPARE(readCommandLine(arguments, options, &text), CommandLineResult::Wrong);
         QVERIFY(!text.isEmpty());
         QVERIFY2(text.contains(option), qPrintable(text));
+    }
+
+    void settingsAreReadAsTheyStand()
+    {
+        BatchOptions options;
+        QString text;
+        QStringList arguments{"zephrant-render", "a.zph"};
+        const QStringList settings{
+            "Exposure=-1e-1", "MotionBlur=1e1",   "Latitude=",     "SunTimeLast=",
+            "Sky=daylight",   "MetresPerUnit=0",  "BeobXA=-2.5e3", "NebelA=1e-6",
+            "Bildanzahl=1e2", "AusDateiname=a=b", "TDateiname=",   "Rundflug=1",
+            "AusgabePNG=0",   "Punkt02_a=x",      "Exposure=2"};
+        for (const QString &setting : settings)
+            arguments += {"--set", setting};
+        QCOMPARE(readCommandLine(arguments, options, &text), CommandLineResult::Run);
+        QCOMPARE(text, QString());
+        QStringList read;
+        for (const ScenerySetting &setting : options.settings)
+            read.append(setting.key + '=' + setting.value);
+        QCOMPARE(read, settings);
     }
 
     void oneFrameIsARange()
