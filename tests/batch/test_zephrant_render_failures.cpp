@@ -69,6 +69,18 @@ std::function<void(QProcess &)> withBudget(const QString &bytes)
     };
 }
 
+// Whether a process has a handler for a signal by now.
+bool catches(qint64 process, int signal)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(process));
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    for (const QByteArray &line : status.readAll().split('\n'))
+        if (line.startsWith("SigCgt:"))
+            return line.mid(7).trimmed().toULongLong(nullptr, 16) >> (signal - 1) & 1;
+    return false;
+}
+
 } // namespace
 
 void TestZephrantRenderFailures::failedWriteTellsWhy_data()
@@ -253,7 +265,7 @@ void TestZephrantRenderFailures::signalEndsTheWaitForAScenery()
     QProcess program;
     program.start(QStringLiteral(RENDER_PROGRAM), {path("pipe.zph")});
     QVERIFY(program.waitForStarted(Patience));
-    QTest::qWait(300); // it may as well come a little earlier
+    QTRY_VERIFY_WITH_TIMEOUT(catches(program.processId(), signal), Patience);
     QCOMPARE(::kill(pid_t(program.processId()), signal), 0);
     const bool ended = program.waitForFinished(Patience / 6);
     if (!ended)
