@@ -2,10 +2,10 @@
 
 #include "base/failedwrites.h"
 #include "base/notices.h"
+#include "base/stopsignal.h"
+#include "base/terminal.h"
 #include "base/unfinished.h"
 #include "batch/batchrun.h"
-#include "batch/stopsignal.h"
-#include "batch/terminal.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "batch/terminal.h"
+#include "base/terminal.h"
 
 #include <cerrno>
 #include <cstdio>

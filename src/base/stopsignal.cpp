@@ -1,4 +1,4 @@
-#include "batch/stopsignal.h"
+#include "base/stopsignal.h"
 
 #include <array>
 #include <cerrno>
