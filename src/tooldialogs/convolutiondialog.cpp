@@ -1,7 +1,6 @@
 #include "tooldialogs/convolutiondialog.h"
 
-#include "raster/imagefile.h"
-#include "tools/convolution.h"
+#include "tools/toolfiles.h"
 
 ConvolutionDialog::ConvolutionDialog(QWidget *parent) : FormDialog(parent)
 {
@@ -12,21 +11,9 @@ ConvolutionDialog::ConvolutionDialog(QWidget *parent) : FormDialog(parent)
               .mayTake = [this](const QString &name) { return kernelCanBeUsed(name); }});
 }
 
-Result<QImage> ConvolutionDialog::loadKernel(const QString &fileName)
-{
-    QImage kernel = loadImageFile(fileName);
-    if (kernel.isNull())
-        return failed(couldNotOpen(fileName));
-    if (!kernelFits(kernel.size()))
-        return failed(tr("The kernel file \"%1\" is too large.\n"
-                         "Allowed overall number of pixels (width x heidth): 16384.")
-                          .arg(fileName));
-    return kernel;
-}
-
 bool ConvolutionDialog::kernelCanBeUsed(const QString &fileName)
 {
-    const Result<QImage> kernel = loadKernel(fileName);
+    const Result<QImage> kernel = openKernel(fileName);
     if (!kernel)
         showError(kernel.error().text);
     return kernel.has_value();
@@ -34,12 +21,5 @@ bool ConvolutionDialog::kernelCanBeUsed(const QString &fileName)
 
 Result<QImage> ConvolutionDialog::work(Progress &progress)
 {
-    const Result<QImage> image = loadPicture(lineEditFromFile);
-    if (!image)
-        return image;
-    const Result<QImage> kernel = loadKernel(lineEditKernelFile->text());
-    if (!kernel)
-        return kernel;
-    // What memory was short for cannot be saved, and that is told.
-    return convolve(*image, *kernel, progress).value_or(QImage());
+    return convolveFile(lineEditFromFile->text(), lineEditKernelFile->text(), progress);
 }

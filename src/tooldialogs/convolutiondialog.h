@@ -14,6 +14,4 @@ private:
     [[nodiscard]] Result<QImage> work(Progress &progress) override;
     // Tells why it cannot.
     [[nodiscard]] bool kernelCanBeUsed(const QString &fileName);
-    // Loads a kernel that is no larger than allowed.
-    [[nodiscard]] static Result<QImage> loadKernel(const QString &fileName);
 };

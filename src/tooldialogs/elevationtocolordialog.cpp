@@ -1,8 +1,7 @@
 #include "tooldialogs/elevationtocolordialog.h"
 
 #include "raster/elevationimage.h"
-#include "raster/imagefile.h"
-#include "tools/elevationconversions.h"
+#include "tools/toolfiles.h"
 #include "views/waitcursor.h"
 
 #include <QMessageBox>
@@ -30,18 +29,15 @@ bool ElevationToColorDialog::showRangeOrError(const QString &fileName)
 
 bool ElevationToColorDialog::choosePalette(const QString &fileName)
 {
-    QImage loaded = loadImageFile(fileName);
-    if (loaded.isNull()) {
-        QMessageBox::critical(this, windowTitle(), couldNotOpen(fileName));
+    const Result<QImage> loaded = openPalette(fileName);
+    if (!loaded) {
+        QMessageBox::critical(this, windowTitle(), loaded.error().text);
         return false;
     }
-    setPalette(loaded);
-    palette = loaded;
+    palette = *loaded;
     showPalette();
     return true;
 }
-
-void ElevationToColorDialog::setPalette(QImage &image) { spreadTopRow(image); }
 
 void ElevationToColorDialog::showPalette()
 {
@@ -77,23 +73,19 @@ bool ElevationToColorDialog::showRangeOf(const QString &fileName)
 
 void ElevationToColorDialog::updateElevationRange(const ElevationImage &image)
 {
-    const ElevationLimits range =
-        elevationRange(image, checkBoxIgnoreZeroValues->isChecked());
-    const int lower = elevationAsInteger(range.lowest);
-    const int upper = elevationAsInteger(range.highest);
-    spinBoxElevationRangeLower->setValue(lower);
-    spinBoxElevationLower->setValue(lower);
-    spinBoxElevationRangeUpper->setValue(upper);
-    spinBoxElevationUpper->setValue(upper);
+    const PaletteRange range =
+        proposedRange(image, checkBoxIgnoreZeroValues->isChecked());
+    spinBoxElevationRangeLower->setValue(*range.lower);
+    spinBoxElevationLower->setValue(*range.lower);
+    spinBoxElevationRangeUpper->setValue(*range.upper);
+    spinBoxElevationUpper->setValue(*range.upper);
 }
 
-Result<QImage> ElevationToColorDialog::work(Progress & /*progress*/)
+Result<QImage> ElevationToColorDialog::work(Progress &progress)
 {
-    ElevationImage image(lineEditFromFile->text());
-    if (image.isNull())
-        return failed(couldNotOpen(lineEditFromFile->text()));
-    if (!elevationToColor(image, palette, spinBoxElevationLower->value(),
-                          spinBoxElevationUpper->value()))
-        return failed(couldNotOpen(lineEditPaletteFile->text()));
-    return image;
+    if (palette.isNull())
+        return failed(couldNotOpenText(lineEditPaletteFile->text()));
+    return elevationFileToColor(
+        lineEditFromFile->text(), palette,
+        {spinBoxElevationLower->value(), spinBoxElevationUpper->value()}, progress);
 }

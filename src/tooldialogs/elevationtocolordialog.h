@@ -28,8 +28,6 @@ private:
     bool showRangeOf(const QString &fileName);
     // Shows the range of the image's elevations and proposes it for the mapping.
     void updateElevationRange(const ElevationImage &image);
-    // Makes all rows of the image like the one that is used.
-    static void setPalette(QImage &image);
     void showPalette();
 
     QImage palette; // the loaded file; null before one is chosen

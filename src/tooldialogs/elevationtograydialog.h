@@ -1,6 +1,5 @@
 #pragma once
 
-#include "raster/elevationimage.h"
 #include "tooldialogs/tooldialog.h"
 #include "tools/elevationconversions.h"
 #include "ui_elevationtograydialog.h"
@@ -19,9 +18,7 @@ private:
     [[nodiscard]] Result<QImage> work(Progress &progress) override;
     // Loads the input afresh and converts it; false if it cannot be opened.
     [[nodiscard]] bool convert(bool normalize);
-    void elevationToGray(ElevationImage &image, bool normalize);
     [[nodiscard]] bool userWantsNormalization();
 
-    GrayConversion m_conversion; // counts and range of the last pass
-    ElevationImage m_image;      // converted and not yet saved
+    GrayPicture m_gray; // of the last pass; not yet saved
 };

@@ -1,30 +1,26 @@
 #include "tooldialogs/graytoelevationdialog.h"
 
-#include "raster/elevationimage.h"
+#include "tools/toolfiles.h"
 
 #include <QMessageBox>
+
+#include <utility>
 
 GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : FormDialog(parent)
 {
     addInput(lineEditFromFile);
 }
 
-Result<QImage> GrayToElevationDialog::work(Progress & /*progress*/)
+Result<QImage> GrayToElevationDialog::work(Progress &progress)
 {
-    ElevationImage image(lineEditFromFile->text());
-    if (image.isNull())
-        return failed(couldNotOpen(lineEditFromFile->text()));
-    m_range = grayToElevation(image);
-    return image;
+    return grayFileToElevation(lineEditFromFile->text(), progress)
+        .map([this](SummedElevations &&sums) -> QImage {
+            m_range = sums.range;
+            return std::move(sums.image);
+        });
 }
 
 void GrayToElevationDialog::tellResult()
 {
-    QMessageBox::information(
-        this, windowTitle(),
-        tr("Conversion finished.\nElevation values between %1 and %2 were detected.\n\n"
-           "Note that an elevation value is the sum of the\n"
-           "red, green and blue values of a pixel.")
-            .arg(elevationAsInteger(m_range.lowest))
-            .arg(elevationAsInteger(m_range.highest)));
+    QMessageBox::information(this, windowTitle(), summedElevationsText(m_range));
 }

@@ -1,9 +1,6 @@
 #include "tooldialogs/maskdialog.h"
 
-#include "raster/imagefile.h"
-#include "tools/mask.h"
-
-#include <utility>
+#include "tools/toolfiles.h"
 
 MaskDialog::MaskDialog(QWidget *parent) : FormDialog(parent)
 {
@@ -14,14 +11,5 @@ MaskDialog::MaskDialog(QWidget *parent) : FormDialog(parent)
 
 Result<QImage> MaskDialog::work(Progress &progress)
 {
-    Result<QImage> image = loadPicture(lineEditFromFile);
-    if (!image)
-        return image;
-    const Result<QImage> mask = loadPicture(lineEditMaskFile);
-    if (!mask)
-        return mask;
-    return applyMask(std::move(*image), *mask, progress)
-        .map_error([this](const Failure &) {
-            return Failure{couldNotOpen(lineEditMaskFile->text())};
-        });
+    return maskFile(lineEditFromFile->text(), lineEditMaskFile->text(), progress);
 }

@@ -1,6 +1,6 @@
 #include "tooldialogs/mergedialog.h"
 
-#include "raster/imagefile.h"
+#include "tools/toolfiles.h"
 
 MergeDialog::MergeDialog(QWidget *parent) : FormDialog(parent)
 {
@@ -20,14 +20,8 @@ MergeOptions MergeDialog::optionsFromForm() const
 
 Result<QImage> MergeDialog::work(Progress &progress)
 {
-    const QImage first = loadImageFile(lineEditFile1->text());
-    if (first.isNull())
-        return failed(couldNotLoad(lineEditFile1->text()));
-    const QImage second = loadImageFile(lineEditFile2->text());
-    if (second.isNull())
-        return failed(couldNotLoad(lineEditFile2->text()));
-    // What memory was short for cannot be saved, and that is told.
-    return merge(first, second, optionsFromForm(), progress).value_or(QImage());
+    return mergeFiles(lineEditFile1->text(), lineEditFile2->text(), optionsFromForm(),
+                      progress);
 }
 
 QString MergeDialog::couldNotSave(const QString &fileName) const

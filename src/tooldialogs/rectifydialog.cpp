@@ -1,9 +1,7 @@
 #include "tooldialogs/rectifydialog.h"
 
 #include "base/appsettings.h"
-#include "raster/imagefile.h"
-#include "tools/optimization.h"
-#include "tools/rectify.h"
+#include "tools/toolfiles.h"
 
 #include <QIntValidator>
 
@@ -27,15 +25,22 @@ RectifyDialog::RectifyDialog(QWidget *parent) : FormDialog(parent)
 
 std::array<RectifyDialog::Coordinate, 16> RectifyDialog::coordinates() const
 {
-    return {
-        Coordinate{lineEditX1, "Rectify/X1", &Ax}, {lineEditY1, "Rectify/Y1", &Ay},
-        {lineEditX2, "Rectify/X2", &Bx},           {lineEditY2, "Rectify/Y2", &By},
-        {lineEditX3, "Rectify/X3", &Cx},           {lineEditY3, "Rectify/Y3", &Cy},
-        {lineEditX4, "Rectify/X4", &Dx},           {lineEditY4, "Rectify/Y4", &Dy},
-        {lineEditX1_, "Rectify/X1_", &Ax_},        {lineEditY1_, "Rectify/Y1_", &Ay_},
-        {lineEditX2_, "Rectify/X2_", &Bx_},        {lineEditY2_, "Rectify/Y2_", &By_},
-        {lineEditX3_, "Rectify/X3_", &Cx_},        {lineEditY3_, "Rectify/Y3_", &Cy_},
-        {lineEditX4_, "Rectify/X4_", &Dx_},        {lineEditY4_, "Rectify/Y4_", &Dy_}};
+    return {Coordinate{lineEditX1, "Rectify/X1", 0, &RectifyCorner::x},
+            Coordinate{lineEditY1, "Rectify/Y1", 0, &RectifyCorner::y},
+            Coordinate{lineEditX1_, "Rectify/X1_", 0, &RectifyCorner::x_},
+            Coordinate{lineEditY1_, "Rectify/Y1_", 0, &RectifyCorner::y_},
+            Coordinate{lineEditX2, "Rectify/X2", 1, &RectifyCorner::x},
+            Coordinate{lineEditY2, "Rectify/Y2", 1, &RectifyCorner::y},
+            Coordinate{lineEditX2_, "Rectify/X2_", 1, &RectifyCorner::x_},
+            Coordinate{lineEditY2_, "Rectify/Y2_", 1, &RectifyCorner::y_},
+            Coordinate{lineEditX3, "Rectify/X3", 2, &RectifyCorner::x},
+            Coordinate{lineEditY3, "Rectify/Y3", 2, &RectifyCorner::y},
+            Coordinate{lineEditX3_, "Rectify/X3_", 2, &RectifyCorner::x_},
+            Coordinate{lineEditY3_, "Rectify/Y3_", 2, &RectifyCorner::y_},
+            Coordinate{lineEditX4, "Rectify/X4", 3, &RectifyCorner::x},
+            Coordinate{lineEditY4, "Rectify/Y4", 3, &RectifyCorner::y},
+            Coordinate{lineEditX4_, "Rectify/X4_", 3, &RectifyCorner::x_},
+            Coordinate{lineEditY4_, "Rectify/Y4_", 3, &RectifyCorner::y_}};
 }
 
 void RectifyDialog::storeCoordinates() const
@@ -48,14 +53,10 @@ void RectifyDialog::storeCoordinates() const
 Result<QImage> RectifyDialog::work(Progress &progress)
 {
     storeCoordinates();
-    const Result<QImage> image = loadPicture(lineEditFromFile);
-    if (!image)
-        return image;
+    RectifyCorners corners;
     for (const Coordinate &c : coordinates())
-        *c.value = c.field->text().toInt();           // 0 where that is no number
-    [[maybe_unused]] const Optimization optimization; // a search is not needed yet
-    // What memory was short for cannot be saved, and that is told.
-    return rectify(*image, progress).value_or(QImage());
+        corners[c.corner].*c.value = c.field->text().toInt(); // 0 where that is no number
+    return rectifyFile(lineEditFromFile->text(), corners, progress);
 }
 
 void RectifyDialog::showProgress(qint64 row, qint64 of)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tooldialogs/tooldialog.h"
+#include "tools/rectify.h"
 #include "ui_rectifydialog.h"
 
 #include <array>
@@ -17,7 +18,8 @@ private:
     struct Coordinate {
         QLineEdit *field;
         const char *key;
-        double *value;
+        std::size_t corner;
+        double RectifyCorner::*value;
     };
 
     [[nodiscard]] Result<QImage> work(Progress &progress) override;

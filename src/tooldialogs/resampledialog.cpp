@@ -1,8 +1,7 @@
 #include "tooldialogs/resampledialog.h"
 
-#include "raster/elevationimage.h"
 #include "raster/imagefile.h"
-#include "tools/resample.h"
+#include "tools/toolfiles.h"
 #include "views/waitcursor.h"
 
 #include <QSignalBlocker>
@@ -47,7 +46,7 @@ bool ResampleDialog::showSizeOf(const QString &fileName)
         size = loadImageFile(fileName).size();
     }
     if (size.isEmpty())
-        showError(couldNotLoad(fileName));
+        showError(couldNotLoadText(fileName));
     else
         setSource(size);
     return !size.isEmpty();
@@ -131,14 +130,10 @@ void ResampleDialog::pushButtonConnectedClicked()
 
 Result<QImage> ResampleDialog::work(Progress &progress)
 {
-    const QString couldNotRead = couldNotLoad(lineEditFromFile->text());
     if (m_sourceWidth < 0 || m_sourceHeight < 0)
-        return failed(couldNotRead);
-    const ElevationImage source(lineEditFromFile->text());
-    if (source.isNull())
-        return failed(couldNotRead);
-    return resample(
-        source,
-        {{spinBoxPixelX->value(), spinBoxPixelY->value()}, doubleSpinBoxZScale->value()},
-        progress);
+        return failed(couldNotLoadText(lineEditFromFile->text()));
+    return resampleFile(
+        lineEditFromFile->text(),
+        {.pixelX = spinBoxPixelX->value(), .pixelY = spinBoxPixelY->value()},
+        doubleSpinBoxZScale->value(), progress);
 }

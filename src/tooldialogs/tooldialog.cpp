@@ -3,8 +3,6 @@
 #include "raster/imagefile.h"
 #include "views/waitcursor.h"
 
-#include <QLineEdit>
-
 #include <functional>
 #include <utility>
 
@@ -50,25 +48,7 @@ Result<QImage> ToolDialog::workAndSave()
     return done;
 }
 
-QString ToolDialog::couldNotOpen(const QString &fileName)
-{
-    return tr("Could not open file \"%1\".").arg(fileName);
-}
-
-QString ToolDialog::couldNotLoad(const QString &fileName)
-{
-    return tr("Could not load image file \"%1\".").arg(fileName);
-}
-
 QString ToolDialog::couldNotSave(const QString &fileName) const
 {
     return tr("Could not save file \"%1\".").arg(fileName);
-}
-
-Result<QImage> ToolDialog::loadPicture(const QLineEdit *field)
-{
-    QImage image = loadImageFile(field->text());
-    if (image.isNull())
-        return failed(couldNotOpen(field->text()));
-    return image;
 }

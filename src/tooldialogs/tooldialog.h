@@ -28,11 +28,6 @@ protected:
     /// Tells the user of a success, before the dialog closes.
     virtual void tellResult() {}
 
-    [[nodiscard]] static QString couldNotOpen(const QString &fileName);
-    [[nodiscard]] static QString couldNotLoad(const QString &fileName);
-    /// The picture of a field's file; it could not be opened otherwise.
-    [[nodiscard]] static Result<QImage> loadPicture(const QLineEdit *field);
-
 private:
     [[nodiscard]] Result<QImage> workAndSave();
 };

@@ -4,8 +4,11 @@
 #include "raster/imagerows.h"
 #include "raster/pixelreader.h"
 
+#include <QObject>
+
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -30,12 +33,26 @@ QRgb grayOf(double g, GrayConversion &conversion)
     return opaqueGray(truncatedPlusHalf(g));
 }
 
-void cutToGrays(ElevationImage &image, GrayConversion &conversion)
+// Edits all rows from the top, a step before each. False if that was stopped.
+template <class Edit> bool editRows(QImage &image, Progress &progress, Edit &&edit)
+{
+    makeEditable(image);
+    const int height = image.height();
+    int y = 0;
+    return editRows(image, [&edit, &progress, &y, height](QRgb *row) {
+        if (!progress.step(y++, height))
+            return false;
+        edit(row);
+        return true;
+    });
+}
+
+bool cutToGrays(ElevationImage &image, GrayConversion &conversion, Progress &progress)
 {
     const int width = image.width();
     const double scale = conversion.zScale;
     GrayConversion found = conversion; // a local: kept in registers
-    editRows(image, [&found, width, scale](QRgb *row) {
+    const bool done = editRows(image, progress, [&found, width, scale](QRgb *row) {
         for (int x = 0; x < width; ++x) {
             const double v = ElevationImage::stepsOf(row[x]) * scale;
             found.minValue = std::min(found.minValue, v);
@@ -44,53 +61,64 @@ void cutToGrays(ElevationImage &image, GrayConversion &conversion)
         }
     });
     conversion = found;
+    return done;
 }
 
-void spreadOverGrays(ElevationImage &image, GrayConversion &conversion)
+bool spreadOverGrays(ElevationImage &image, GrayConversion &conversion,
+                     Progress &progress)
 {
     const int width = image.width();
     const double scale = conversion.zScale;
     const double lowest = conversion.minValue;
     const double extent = conversion.maxValue - lowest;
-    editRows(image, [&conversion, width, scale, lowest, extent](QRgb *row) {
+    const auto spread = [&conversion, width, scale, lowest, extent](QRgb *row) {
         for (int x = 0; x < width; ++x) {
             const double v = ElevationImage::stepsOf(row[x]) * scale;
             row[x] = grayOf((v - lowest) / extent * 255.0, conversion);
         }
-    });
+    };
+    return editRows(image, progress, spread);
 }
 
 } // namespace
 
-void elevationToGray(ElevationImage &image, bool normalize, GrayConversion &conversion)
+Result<GrayPicture> elevationToGray(ElevationImage image, double zScale,
+                                    Progress &progress)
 {
-    makeEditable(image);
-    conversion.belowCount = 0;
-    conversion.aboveCount = 0;
-    if (normalize) {
-        spreadOverGrays(image, conversion);
-        return;
-    }
-    conversion.minValue = GrayConversion::Beyond;
-    conversion.maxValue = -GrayConversion::Beyond;
-    cutToGrays(image, conversion);
+    GrayConversion found;
+    found.zScale = zScale;
+    if (!cutToGrays(image, found, progress))
+        return stopped();
+    return GrayPicture{std::move(image), found};
 }
 
-ElevationLimits grayToElevation(ElevationImage &image)
+Result<GrayPicture> normalizeToGray(ElevationImage image, const GrayConversion &found,
+                                    Progress &progress)
 {
-    makeEditable(image);
+    GrayConversion conversion = found;
+    conversion.belowCount = 0;
+    conversion.aboveCount = 0;
+    if (!spreadOverGrays(image, conversion, progress))
+        return stopped();
+    return GrayPicture{std::move(image), conversion};
+}
+
+Result<SummedElevations> grayToElevation(ElevationImage image, Progress &progress)
+{
     const int width = image.width();
     int lowest = 3 * 255;
     int highest = 0;
-    editRows(image, [width, &lowest, &highest](QRgb *row) {
+    const auto sumUp = [width, &lowest, &highest](QRgb *row) {
         for (int x = 0; x < width; ++x) {
             const int sum = qRed(row[x]) + qGreen(row[x]) + qBlue(row[x]);
             lowest = std::min(lowest, sum);
             highest = std::max(highest, sum);
             row[x] = 0xFF000000u | static_cast<QRgb>(sum);
         }
-    });
-    return {double(lowest), double(highest)};
+    };
+    if (!editRows(image, progress, sumUp))
+        return stopped();
+    return SummedElevations{std::move(image), {double(lowest), double(highest)}};
 }
 
 ElevationLimits elevationRange(const ElevationImage &image, bool ignoreZeros)
@@ -125,20 +153,22 @@ int elevationAsInteger(double elevation)
                                        double(ElevationImage::HighestStep)));
 }
 
-void spreadTopRow(QImage &palette)
+QImage withTopRowSpread(QImage palette)
 {
     if (palette.isNull())
-        return;
+        return palette;
     const size_t length = static_cast<size_t>(palette.bytesPerLine());
     uchar *const bits = palette.bits();
     for (int y = 1; y < palette.height(); ++y)
         std::memcpy(bits + y * palette.bytesPerLine(), bits, length);
+    return palette;
 }
 
-bool elevationToColor(ElevationImage &image, const QImage &palette, int lower, int upper)
+Result<QImage> elevationToColor(ElevationImage image, const QImage &palette, int lower,
+                                int upper, Progress &progress)
 {
     if (palette.isNull())
-        return false;
+        return failed(QObject::tr("There is no palette."));
     const int last = palette.width() - 1;
     std::vector<QRgb> colours(static_cast<size_t>(palette.width()));
     PixelReader(palette).readRow(0, colours.data());
@@ -146,9 +176,8 @@ bool elevationToColor(ElevationImage &image, const QImage &palette, int lower, i
     const double factor =
         upper > lower ? palette.width() / (double(upper) - double(lower)) : 0.0;
 
-    makeEditable(image);
     const int width = image.width();
-    editRows(image, [&colours, width, last, lower, upper, factor](QRgb *row) {
+    const auto colour = [&colours, width, last, lower, upper, factor](QRgb *row) {
         for (int x = 0; x < width; ++x) {
             const int e = ElevationImage::stepsOf(row[x]);
             int index = 0;
@@ -161,17 +190,21 @@ bool elevationToColor(ElevationImage &image, const QImage &palette, int lower, i
             }
             row[x] = colours[index];
         }
-    });
-    return true;
+    };
+    if (!editRows(image, progress, colour))
+        return stopped();
+    return image;
 }
 
-void changeBlue0Pixels(QImage &image)
+Result<QImage> changeBlue0Pixels(QImage image, Progress &progress)
 {
-    makeEditable(image);
     const int width = image.width();
-    editRows(image, [width](QRgb *row) {
+    const auto change = [width](QRgb *row) {
         for (int x = 0; x < width; ++x)
             if ((row[x] & 0xFFu) == 0)
                 row[x] = 0xFF000001u | (row[x] & 0x00FFFF00u);
-    });
+    };
+    if (!editRows(image, progress, change))
+        return stopped();
+    return image;
 }

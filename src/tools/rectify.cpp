@@ -139,6 +139,21 @@ private:
 
 } // namespace
 
+void setRectifyCorners(const RectifyCorners &corners)
+{
+    const auto set = [](const RectifyCorner &corner, double &x, double &y, double &x_,
+                        double &y_) {
+        x = corner.x;
+        y = corner.y;
+        x_ = corner.x_;
+        y_ = corner.y_;
+    };
+    set(corners[0], Ax, Ay, Ax_, Ay_);
+    set(corners[1], Bx, By, Bx_, By_);
+    set(corners[2], Cx, Cy, Cx_, Cy_);
+    set(corners[3], Dx, Dy, Dx_, Dy_);
+}
+
 Result<QImage> rectify(const QImage &image, Progress &progress)
 {
     const QImage source = as32Bit(image);

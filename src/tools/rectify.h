@@ -5,6 +5,8 @@
 
 #include <QImage>
 
+#include <array>
+
 // Points 1 to 4 of the corrected image (upper left, upper right, lower left,
 // lower right) and, with an underscore, the same points on the distorted image.
 // Global, so that cost functions of two arguments can see them.
@@ -12,6 +14,21 @@ extern double Ax, Ay, Bx, By, Cx, Cy, Dx, Dy;
 extern double Ax_, Ay_, Bx_, By_, Cx_, Cy_, Dx_, Dy_;
 /// The output pixel in hand.
 extern double Px_, Py_;
+
+/// Where a point of the corrected image is and, with an underscore, where it lies on the
+/// distorted one; pixels, y downward.
+struct RectifyCorner {
+    double x = 0.0;
+    double y = 0.0;
+    double x_ = 0.0;
+    double y_ = 0.0;
+};
+
+/// Points 1 to 4.
+using RectifyCorners = std::array<RectifyCorner, 4>;
+
+/// Sets the points that rectify() goes by.
+void setRectifyCorners(const RectifyCorners &corners);
 
 /// Warps an image so that the distorted points come to lie on the corrected
 /// ones: each pixel is read at its own place plus the mean of the four

@@ -75,6 +75,23 @@ int pixelsOfPercent(int source, double percent)
 
 double percentOfPixels(int source, int pixels) { return pixels * 100.0 / source; }
 
+QSize resampledSize(const QSize &source, const ResampleRequest &request)
+{
+    const auto percentOf = [](const std::optional<int> &pixels, int side,
+                              const std::optional<double> &percent) {
+        return pixels ? std::optional(percentOfPixels(side, *pixels)) : percent;
+    };
+    const auto sideOf = [](const std::optional<int> &pixels, int side, double percent) {
+        return std::clamp(pixels.value_or(pixelsOfPercent(side, percent)), 0,
+                          ResampleRequest::MostPixels);
+    };
+    const auto x = percentOf(request.pixelX, source.width(), request.percentX);
+    const auto y = percentOf(request.pixelY, source.height(), request.percentY);
+    const double unasked = 100.0;
+    return {sideOf(request.pixelX, source.width(), x.value_or(y.value_or(unasked))),
+            sideOf(request.pixelY, source.height(), y.value_or(x.value_or(unasked)))};
+}
+
 Result<ElevationImage> resample(const ElevationImage &source,
                                 const ResampleOptions &options, Progress &progress)
 {

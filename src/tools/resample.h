@@ -4,10 +4,30 @@
 #include "base/result.h"
 #include "raster/elevationimage.h"
 
+#include <QSize>
+
+#include <optional>
+
 /// Pixels of a side that is `percent` of `source` pixels long.
 [[nodiscard]] int pixelsOfPercent(int source, double percent);
 /// Length of a side of `pixels` in percent of `source` pixels.
 [[nodiscard]] double percentOfPixels(int source, int pixels);
+
+/// What is asked of the size of an output. A side goes by its pixels or its percentage;
+/// one that is not asked for keeps the ratio of the sides.
+struct ResampleRequest {
+    static constexpr int MostPixels = 16384; ///< of a side
+    static constexpr double MostPercent = 400.0;
+
+    std::optional<int> pixelX = {};
+    std::optional<int> pixelY = {};
+    std::optional<double> percentX = {};
+    std::optional<double> percentY = {};
+};
+
+/// The size that a request gives for a source, at most MostPixels a side. Without a wish
+/// it is that of the source.
+[[nodiscard]] QSize resampledSize(const QSize &source, const ResampleRequest &request);
 
 /// The size of the output in pixels, and the factor for every elevation.
 struct ResampleOptions {

@@ -18,37 +18,39 @@ QString grayToElevationCase(const CaseFile &file)
     ElevationImage image(source.size(), QImage::Format_RGB888);
     for (int y = 0; y < source.height(); ++y)
         memcpy(image.scanLine(y), source.constScanLine(y), size_t(source.width()) * 3);
-    grayToElevation(image);
-    return file.differenceOfElevations(image);
+    NoProgress unwatched;
+    return file.differenceOfElevations(
+        grayToElevation(std::move(image), unwatched)->image);
 }
 
 QString elevationToGrayCase(const CaseFile &file)
 {
-    ElevationImage image = file.elevations("source");
-    GrayConversion conversion;
-    conversion.zScale = file.number("z-scale", 1.0);
-    elevationToGray(image, false, conversion);
+    NoProgress unwatched;
+    const GrayPicture gray = *elevationToGray(file.elevations("source"),
+                                              file.number("z-scale", 1.0), unwatched);
+    const GrayConversion &conversion = gray.found;
     if (conversion.belowCount != file.integer("below") ||
         conversion.aboveCount != file.integer("above"))
         return QStringLiteral("below %1, above %2")
             .arg(conversion.belowCount)
             .arg(conversion.aboveCount);
-    return file.differenceOfColours(image);
+    return file.differenceOfColours(gray.picture);
 }
 
 QString elevationToColorCase(const CaseFile &file)
 {
-    ElevationImage image = file.elevations("source");
-    if (!elevationToColor(image, file.colours("palette"), file.integer("lower"),
-                          file.integer("upper")))
-        return "no palette";
-    return file.differenceOfColours(image);
+    NoProgress unwatched;
+    return file.differenceOfColours(
+        elevationToColor(file.elevations("source"), file.colours("palette"),
+                         file.integer("lower"), file.integer("upper"), unwatched)
+            .value_or(QImage()));
 }
 
 QString changeBlue0Case(const CaseFile &file)
 {
-    QImage image = file.colours("source");
-    changeBlue0Pixels(image);
+    NoProgress unwatched;
+    const QImage image =
+        changeBlue0Pixels(file.colours("source"), unwatched).value_or(QImage());
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
             if (qAlpha(image.pixel(x, y)) != 255)

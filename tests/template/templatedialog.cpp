@@ -1,6 +1,7 @@
 #include "template/templatedialog.h"
 
 #include "template/templatetool.h"
+#include "tools/toolfiles.h"
 
 TemplateDialog::TemplateDialog(QWidget *parent) : FormDialog(parent)
 {
@@ -11,6 +12,6 @@ Result<QImage> TemplateDialog::work(Progress &progress)
 {
     const ElevationImage image(lineEditFromFile->text());
     if (image.isNull())
-        return failed(couldNotOpen(lineEditFromFile->text()));
+        return failed(couldNotOpenText(lineEditFromFile->text()));
     return turnUpsideDown(image, progress);
 }

@@ -15,14 +15,62 @@ ElevationImage elevations(std::initializer_list<int> values)
     return image;
 }
 
-ElevationImage asElevations(const QImage &pixels)
+ElevationImage asElevations(QImage pixels)
 {
     ElevationImage image;
-    static_cast<QImage &>(image) = pixels;
+    static_cast<QImage &>(image) = std::move(pixels);
     return image;
 }
 
 QRgb gray(int v) { return qRgb(v, v, v); }
+
+// The image as grays, in place, and what was found.
+GrayConversion toGray(ElevationImage &image, double zScale = 1.0)
+{
+    NoProgress unwatched;
+    GrayPicture gray = *elevationToGray(std::move(image), zScale, unwatched);
+    image = asElevations(std::move(gray.picture));
+    return gray.found;
+}
+
+GrayConversion normalize(ElevationImage &image, const GrayConversion &found)
+{
+    NoProgress unwatched;
+    GrayPicture gray = *normalizeToGray(std::move(image), found, unwatched);
+    image = asElevations(std::move(gray.picture));
+    return gray.found;
+}
+
+ElevationLimits toElevations(ElevationImage &image)
+{
+    NoProgress unwatched;
+    SummedElevations sums = *grayToElevation(std::move(image), unwatched);
+    image = std::move(sums.image);
+    return sums.range;
+}
+
+QImage coloured(ElevationImage image, const QImage &palette, int lower, int upper)
+{
+    NoProgress unwatched;
+    return elevationToColor(std::move(image), palette, lower, upper, unwatched)
+        .value_or(QImage());
+}
+
+QImage blueChanged(QImage image)
+{
+    NoProgress unwatched;
+    return changeBlue0Pixels(std::move(image), unwatched).value_or(QImage());
+}
+
+// Lets so many rows pass.
+class RowsUntil final : public Progress {
+public:
+    explicit RowsUntil(qint64 last) : m_last(last) {}
+    [[nodiscard]] bool step(qint64 done, qint64) override { return done < m_last; }
+
+private:
+    qint64 m_last;
+};
 
 } // namespace
 
@@ -53,6 +101,7 @@ private slots:
     void everyFormatIsReadAsItsColours_data() { images::addFormatRows(); }
     void everyFormatIsReadAsItsColours();
     void imagesOf32BitsKeepTheirBuffer();
+    void aStoppedConversionGivesNothing();
 };
 
 void TestElevationConversions::graysAreTheElevationsThemselves()
@@ -60,8 +109,7 @@ void TestElevationConversions::graysAreTheElevationsThemselves()
     ElevationImage image(256, 1, QImage::Format_RGB888);
     for (int x = 0; x < 256; ++x)
         image.setElevation(x, 0, x);
-    GrayConversion conversion;
-    elevationToGray(image, false, conversion);
+    const GrayConversion conversion = toGray(image);
     for (int x = 0; x < 256; ++x)
         QCOMPARE(image.pixel(x, 0), gray(x));
     QCOMPARE(conversion.belowCount, 0);
@@ -95,9 +143,7 @@ void TestElevationConversions::graysRoundAtTheHalfAndCountWhatIsCutOff()
     QFETCH(int, below);
     QFETCH(int, above);
     ElevationImage image = elevations({elevation});
-    GrayConversion conversion;
-    conversion.zScale = scale;
-    elevationToGray(image, false, conversion);
+    const GrayConversion conversion = toGray(image, scale);
     QCOMPARE(image.pixel(0, 0), gray(expected));
     QCOMPARE(conversion.belowCount, below);
     QCOMPARE(conversion.aboveCount, above);
@@ -106,9 +152,7 @@ void TestElevationConversions::graysRoundAtTheHalfAndCountWhatIsCutOff()
 void TestElevationConversions::aScaleOfZeroMakesEverythingBlackAndCountsNothing()
 {
     ElevationImage image = elevations({-500, 0, 8388607});
-    GrayConversion conversion;
-    conversion.zScale = 0.0;
-    elevationToGray(image, false, conversion);
+    const GrayConversion conversion = toGray(image, 0.0);
     for (int x = 0; x < 3; ++x)
         QCOMPARE(image.pixel(x, 0), gray(0));
     QCOMPARE(conversion.belowCount + conversion.aboveCount, 0);
@@ -118,15 +162,14 @@ void TestElevationConversions::aScaleOfZeroMakesEverythingBlackAndCountsNothing(
 void TestElevationConversions::normalizingSpreadsTheRangeFoundBefore()
 {
     const ElevationImage source = elevations({-100, 0, 310, 410});
-    GrayConversion conversion;
     ElevationImage image = source;
-    elevationToGray(image, false, conversion);
+    GrayConversion conversion = toGray(image);
     QCOMPARE(conversion.belowCount, 1);
     QCOMPARE(conversion.aboveCount, 2);
     QCOMPARE(conversion.normalizingScale(), 0.5); // 255 / 510
 
     image = source;
-    elevationToGray(image, true, conversion);
+    conversion = normalize(image, conversion);
     QCOMPARE(image.pixel(0, 0), gray(0));
     QCOMPARE(image.pixel(1, 0), gray(50));
     QCOMPARE(image.pixel(2, 0), gray(205));
@@ -138,23 +181,23 @@ void TestElevationConversions::normalizingSpreadsTheRangeFoundBefore()
 void TestElevationConversions::normalizingASingleValueGivesBlack()
 {
     const ElevationImage source = elevations({300, 300});
-    GrayConversion conversion;
     ElevationImage image = source;
-    elevationToGray(image, false, conversion);
+    GrayConversion conversion = toGray(image);
     QCOMPARE(conversion.aboveCount, 2);
     image = source;
-    elevationToGray(image, true, conversion);
+    normalize(image, conversion);
     QCOMPARE(image.pixel(1, 0), gray(0));
 }
 
 void TestElevationConversions::countsStartAfreshWithEachPass()
 {
-    GrayConversion conversion;
+    ElevationImage image = elevations({-1, 256});
+    GrayConversion conversion = toGray(image);
     for (int pass = 0; pass < 2; ++pass) {
-        ElevationImage image = elevations({-1, 256});
-        elevationToGray(image, false, conversion);
-        QCOMPARE(conversion.belowCount, 1);
-        QCOMPARE(conversion.aboveCount, 1);
+        QCOMPARE(conversion.belowCount, pass == 0 ? 1 : 0);
+        QCOMPARE(conversion.aboveCount, pass == 0 ? 1 : 0);
+        image = elevations({-1, 256});
+        conversion = normalize(image, conversion);
     }
 }
 
@@ -163,8 +206,7 @@ void TestElevationConversions::rowsKeepTheirPlace()
     ElevationImage image(1, 3, QImage::Format_RGB888);
     for (int y = 0; y < 3; ++y)
         image.setElevation(0, y, 10 * y);
-    GrayConversion conversion;
-    elevationToGray(image, false, conversion);
+    toGray(image);
     for (int y = 0; y < 3; ++y)
         QCOMPARE(image.pixel(0, y), gray(10 * y));
 }
@@ -173,7 +215,7 @@ void TestElevationConversions::sumsOfColoursBecomeElevations()
 {
     ElevationImage image =
         asElevations(images::row({0xFFFFFFFF, gray(100), 0x00010203, gray(60)}));
-    const ElevationLimits range = grayToElevation(image);
+    const ElevationLimits range = toElevations(image);
     QCOMPARE(image.elevation(0, 0), 765.0);
     QCOMPARE(image.elevation(1, 0), 300.0);
     QCOMPARE(image.pixel(2, 0), QRgb(0xFF000006)); // opaque
@@ -196,7 +238,7 @@ void TestElevationConversions::blueZeroBecomesOne()
     QFETCH(QRgb, pixel);
     QFETCH(QRgb, expected);
     QImage image = images::row({pixel});
-    changeBlue0Pixels(image);
+    image = blueChanged(std::move(image));
     QCOMPARE(image.pixel(0, 0), expected);
 }
 
@@ -245,50 +287,46 @@ void TestElevationConversions::coloursComeFromThePalettesTopRow()
     QImage palette = images::plain(4, 2, qRgb(9, 9, 9));
     for (int x = 0; x < 4; ++x)
         palette.setPixel(x, 0, qRgb(10 * x, 1, 2));
-    ElevationImage image = elevations({elevation});
-    QVERIFY(elevationToColor(image, palette, 100, 110));
+    const QImage image = coloured(elevations({elevation}), palette, 100, 110);
     QCOMPARE(image.pixel(0, 0), qRgb(10 * index, 1, 2));
 }
 
 void TestElevationConversions::equalOrSwappedLimitsGiveTheEndsOfThePalette()
 {
     const QImage palette = images::row({gray(1), gray(2), gray(3)});
-    ElevationImage equal = elevations({4, 5, 6});
-    QVERIFY(elevationToColor(equal, palette, 5, 5));
-    QCOMPARE(static_cast<QImage &>(equal).convertToFormat(QImage::Format_ARGB32),
+    const QImage equal = coloured(elevations({4, 5, 6}), palette, 5, 5);
+    QCOMPARE(equal.convertToFormat(QImage::Format_ARGB32),
              images::row({gray(1), gray(3), gray(3)}));
-    ElevationImage swapped = elevations({500, 1000, 1500});
-    QVERIFY(elevationToColor(swapped, palette, 1500, 500));
-    QCOMPARE(static_cast<QImage &>(swapped).convertToFormat(QImage::Format_ARGB32),
+    const QImage swapped = coloured(elevations({500, 1000, 1500}), palette, 1500, 500);
+    QCOMPARE(swapped.convertToFormat(QImage::Format_ARGB32),
              images::row({gray(1), gray(1), gray(3)}));
 }
 
 void TestElevationConversions::aPaletteOfOnePixelColoursEverything()
 {
-    ElevationImage image = elevations({-8388608, 0, 8388607});
-    QVERIFY(elevationToColor(image, images::row({gray(77)}), -8388608, 8388607));
+    const QImage image = coloured(elevations({-8388608, 0, 8388607}),
+                                  images::row({gray(77)}), -8388608, 8388607);
     for (int x = 0; x < 3; ++x)
         QCOMPARE(image.pixel(x, 0), gray(77));
 }
 
 void TestElevationConversions::withoutAPaletteNothingChanges()
 {
-    ElevationImage image = elevations({7});
-    QVERIFY(!elevationToColor(image, QImage(), 0, 10));
+    NoProgress unwatched;
+    const ElevationImage image = elevations({7});
+    const Result<QImage> none = elevationToColor(image, QImage(), 0, 10, unwatched);
+    QCOMPARE(none.error().text, "There is no palette.");
     QCOMPARE(image.elevation(0, 0), 7.0);
 }
 
 void TestElevationConversions::theTopRowOfAPaletteIsSpreadOverAllRows()
 {
-    QImage palette = images::noise(5, 4);
-    const QImage before = palette;
-    spreadTopRow(palette);
+    const QImage before = images::noise(5, 4);
+    const QImage palette = withTopRowSpread(before);
     for (int y = 0; y < 4; ++y)
         for (int x = 0; x < 5; ++x)
             QCOMPARE(palette.pixel(x, y), before.pixel(x, 0));
-    QImage none;
-    spreadTopRow(none);
-    QVERIFY(none.isNull());
+    QVERIFY(withTopRowSpread(QImage()).isNull());
 }
 
 void TestElevationConversions::everyFormatIsReadAsItsColours()
@@ -296,7 +334,7 @@ void TestElevationConversions::everyFormatIsReadAsItsColours()
     QFETCH(int, format);
     const QImage source = images::noise(7, 3).convertToFormat(QImage::Format(format));
     ElevationImage image = asElevations(source);
-    grayToElevation(image);
+    toElevations(image);
     for (int y = 0; y < 3; ++y) {
         for (int x = 0; x < 7; ++x) {
             const QRgb c = source.pixel(x, y);
@@ -310,12 +348,23 @@ void TestElevationConversions::imagesOf32BitsKeepTheirBuffer()
 {
     ElevationImage image = asElevations(images::noise(3, 3));
     const uchar *const buffer = image.bits();
-    GrayConversion conversion;
-    elevationToGray(image, false, conversion);
-    changeBlue0Pixels(image);
-    grayToElevation(image);
-    QVERIFY(elevationToColor(image, images::row({0xFF010203}), 0, 1));
-    QCOMPARE(image.constBits(), buffer);
+    toGray(image);
+    image = asElevations(blueChanged(std::move(image)));
+    toElevations(image);
+    const QImage last = coloured(std::move(image), images::row({0xFF010203}), 0, 1);
+    QCOMPARE(last.constBits(), buffer);
+}
+
+void TestElevationConversions::aStoppedConversionGivesNothing()
+{
+    const ElevationImage image = asElevations(images::noise(3, 3));
+    const QImage palette = images::row({gray(1)});
+    RowsUntil second(2);
+    QVERIFY(elevationToGray(image, 1.0, second).error().stopped);
+    QVERIFY(normalizeToGray(image, {}, second).error().stopped);
+    QVERIFY(grayToElevation(image, second).error().stopped);
+    QVERIFY(elevationToColor(image, palette, 0, 1, second).error().stopped);
+    QVERIFY(changeBlue0Pixels(image, second).error().stopped);
 }
 
 QTEST_GUILESS_MAIN(TestElevationConversions)
