@@ -3,10 +3,10 @@
 #include "app/menutext.h"
 #include "app/recentfiles.h"
 #include "base/appsettings.h"
+#include "base/notices.h"
 #include "document/scenerymdichild.h"
 #include "ui_mainwindow.h"
 #include "views/imagemdichild.h"
-#include "views/noticelabel.h"
 #include "views/windowplace.h"
 
 #include <QApplication>
@@ -44,7 +44,7 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     mdiArea->setAccessibleName(tr("Workspace"));
     mdiArea->setWhatsThis(tr("Here the windows of sceneries and pictures are opened."));
     setCentralWidget(mdiArea);
-    showNotices();
+    addHints();
     readSettings();
     separatorAction = new QAction(this);
     separatorAction->setSeparator(true);
@@ -71,17 +71,6 @@ MainWindow::~MainWindow()
     for (QObject *part : mdiArea->findChildren<QObject *>())
         part->disconnect(this);
     delete mdiArea;
-}
-
-void MainWindow::showNotices()
-{
-    notice = new NoticeLabel(statusBar());
-    statusBar()->addPermanentWidget(notice);
-    // A notice may come from a thread that writes a file.
-    setNoticeSink([label = QPointer(notice)](const QString &text, NoticeStay stay) {
-        if (label)
-            emit label->arrived(text, stay);
-    });
 }
 
 // --- Connections -----------------------------------------------------------------

@@ -10,13 +10,14 @@
 class ImageMdiChild;
 class QAction;
 class QDialog;
-class NoticeLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QWidget;
 class SceneryMdiChild;
+class StatusHints;
 class Ui_MainWindow;
 struct RecentFiles;
+struct StatusHint;
 
 /// The program's one main window: the menus, the workspace of document windows, the
 /// recent files, and the dispatch of a file name to the view that shows it.
@@ -30,6 +31,8 @@ public:
     [[nodiscard]] MdiChild *activeMdiChild() const override;
     void showMessage(const QString &text, int timeoutMs) override;
     [[nodiscard]] QAction *getAction_FitToWindow() const override;
+    /// Tells a sentence on the right side of the status bar.
+    void tellHint(const StatusHint &hint);
 
 public slots:
     void newFile();
@@ -92,8 +95,8 @@ private:
     void runDialog(std::unique_ptr<QDialog> (*make)(QWidget *parent));
     /// Does what choosing the menu entry of this name does.
     void openDialog(const char *object);
-    /// Gives the notices of the program their place in the status bar.
-    void showNotices();
+    /// Gives hints and the notices of the program their place in the status bar.
+    void addHints();
     void readSettings();
     void writeSettings() const;
 
@@ -126,7 +129,7 @@ private:
     void addRunKeys(SceneryMdiChild *view, ImageMdiChild *picture);
 
     std::unique_ptr<Ui_MainWindow> ui;
-    NoticeLabel *notice = nullptr;
+    StatusHints *hints = nullptr;
     QMdiArea *mdiArea = nullptr;
     QAction *separatorAction = nullptr; // between the Window menu's entries and windows
     quint32 renderDepth = 0; // runs that have been started and have not returned

@@ -5,7 +5,7 @@
 #include "importdialogs/importdialogs.h"
 #include "tooldialogs/tooldialogs.h"
 #include "ui_mainwindow.h"
-#include "views/noticelabel.h"
+#include "views/statushints.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -51,7 +51,7 @@ void MainWindow::addDialogActions()
 
 void MainWindow::runDialog(std::unique_ptr<QDialog> (*make)(QWidget *parent))
 {
-    notice->dismiss();
+    hints->dismiss();
     make(this)->exec();
 }
 

@@ -7,7 +7,7 @@
 #include "document/scenerymdichild.h"
 #include "ui_mainwindow.h"
 #include "views/imagemdichild.h"
-#include "views/noticelabel.h"
+#include "views/statushints.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -111,7 +111,7 @@ QMdiSubWindow *MainWindow::findMdiChild(const QString &file) const
 
 void MainWindow::newFile()
 {
-    notice->dismiss();
+    hints->dismiss();
     NewFileDialog dialog(this);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -162,7 +162,7 @@ bool MainWindow::load(MdiChild *view, const QString &path)
 
 void MainWindow::open(const QString &path)
 {
-    notice->dismiss();
+    hints->dismiss();
     if (QMdiSubWindow *const window = findMdiChild(path)) {
         revert(window, path);
         return;
@@ -215,7 +215,7 @@ void MainWindow::revert(QMdiSubWindow *window, const QString &path)
 
 void MainWindow::save()
 {
-    notice->dismiss();
+    hints->dismiss();
     MdiChild *const view = activeMdiChild();
     if (view && view->save())
         showMessage(tr("File saved"), MessageTime);
@@ -223,7 +223,7 @@ void MainWindow::save()
 
 void MainWindow::saveAs()
 {
-    notice->dismiss();
+    hints->dismiss();
     MdiChild *const view = activeMdiChild();
     if (!view || !view->saveAs())
         return;

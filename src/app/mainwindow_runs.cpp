@@ -4,7 +4,7 @@
 #include "document/scenerymdichild.h"
 #include "ui_mainwindow.h"
 #include "views/imagemdichild.h"
-#include "views/noticelabel.h"
+#include "views/statushints.h"
 
 #include <QMessageBox>
 #include <QPointer>
@@ -26,7 +26,7 @@ void MainWindow::run(SceneryMdiChild *view, void (SceneryMdiChild::*operation)()
     // From the window of its pictures a scenery can be started that is not active; the
     // entries then go on telling of the document that is.
     const bool active = view == activeScenery();
-    notice->dismiss();
+    hints->dismiss();
     ++renderDepth;
     if (active) {
         enableRun(false);

@@ -12,7 +12,7 @@ constexpr int ShortestText = 12; // characters that are left of a notice cut sho
 
 } // namespace
 
-NoticeLabel::NoticeLabel(QWidget *bar) : QLabel(bar)
+NoticeLabel::NoticeLabel(QWidget *bar) : QLabel(bar), m_bar(bar)
 {
     setObjectName(QStringLiteral("labelNotice"));
     setAccessibleName(tr("Notice"));
@@ -22,8 +22,10 @@ NoticeLabel::NoticeLabel(QWidget *bar) : QLabel(bar)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_end.setSingleShot(true);
     m_end.setInterval(AWhile);
-    connect(this, &NoticeLabel::arrived, this, &NoticeLabel::tell);
-    connect(&m_end, &QTimer::timeout, this, &NoticeLabel::dismiss);
+    connect(&m_end, &QTimer::timeout, this, [this] {
+        dismiss();
+        emit ended();
+    });
     bar->installEventFilter(this);
     hide();
 }
@@ -43,10 +45,16 @@ void NoticeLabel::tell(const QString &text, NoticeStay stay)
 
 void NoticeLabel::dismiss() { tell(QString(), NoticeStay::UntilNextWork); }
 
+void NoticeLabel::setTaken(int width)
+{
+    m_taken = width;
+    updateGeometry();
+}
+
 QSize NoticeLabel::sizeHint() const
 {
     const int text = fontMetrics().horizontalAdvance(m_notice) + 2 * margin() + 2;
-    const int most = parentWidget() ? parentWidget()->width() * 3 / 5 : text;
+    const int most = m_bar->width() * 3 / 5 - m_taken;
     return {std::max(std::min(text, most), minimumSizeHint().width()),
             QLabel::sizeHint().height()};
 }

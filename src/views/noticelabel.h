@@ -16,10 +16,12 @@ public:
     /// `bar` is the status bar to which it is going to be added.
     explicit NoticeLabel(QWidget *bar);
 
-    /// Shows a text in the place of the former one. Other threads emit arrived().
+    /// Shows a text in the place of the former one.
     void tell(const QString &text, NoticeStay stay);
     /// Takes the text away: other work begins.
     void dismiss();
+    /// How much of the bar's part is taken by what stands beside the text, in pixels.
+    void setTaken(int width);
     /// The whole text; empty while nothing is told.
     [[nodiscard]] QString notice() const { return m_notice; }
 
@@ -27,7 +29,8 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 signals:
-    void arrived(const QString &text, NoticeStay stay);
+    /// The time of a notice is over; it has been taken away.
+    void ended();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -37,6 +40,8 @@ protected:
 private:
     void elide();
 
+    QWidget *m_bar;
+    int m_taken = 0;
     QString m_notice;
     QTimer m_end{this};
 };
