@@ -6,6 +6,7 @@
 #include "raster/imagefile.h"
 #include "scene/framename.h"
 #include "scene/scenerydata.h"
+#include "scene/standardcamera.h"
 #include "ui_scenerymdichildform.h"
 
 #include <QColorDialog>
@@ -36,7 +37,6 @@ void SceneryDelegate::repositionSceneryFrom() { reposition(false); }
 
 void SceneryDelegate::repositionSceneryTo() { reposition(true); }
 
-// South of the terrain, in its middle, looking north and down, as one reads a book.
 void SceneryDelegate::reposition(bool lastFrame)
 {
     viewToData();
@@ -45,26 +45,18 @@ void SceneryDelegate::reposition(bool lastFrame)
     const QSize texture = loadImageFile(inputFile(scenery.parameters.TDateiname)).size();
     if (texture.isEmpty())
         return;
-    const auto set = [&](double SceneryData::*first, double SceneryData::*last,
-                         double value) {
-        scenery.parameters.*(lastFrame ? last : first) = value;
-    };
     const ElevationImage elevation(inputFile(scenery.parameters.HDateiname),
                                    scenery.parameters.HDateiSkalaX,
                                    scenery.parameters.HDateiSkalaY, nullptr);
     if (!elevation.isNull()) {
         const auto [lowest, highest] = elevation.elevationRange();
         // A flat terrain gives an infinite scale, which the form cuts to its largest.
-        set(&SceneryData::HDateiSkalaZA, &SceneryData::HDateiSkalaZE,
-            (elevation.height() + elevation.width()) / (20 * (highest - lowest)));
+        (lastFrame ? scenery.parameters.HDateiSkalaZE
+                   : scenery.parameters.HDateiSkalaZA) =
+            (elevation.height() + elevation.width()) / (20 * (highest - lowest));
     }
-    set(&SceneryData::BeobXA, &SceneryData::BeobXE, texture.width() * 0.5);
-    set(&SceneryData::BeobYA, &SceneryData::BeobYE, -texture.height());
-    set(&SceneryData::BeobZA, &SceneryData::BeobZE, texture.height() * 1.5);
-    set(&SceneryData::RichtungA, &SceneryData::RichtungE, 0.0);
-    set(&SceneryData::NeigungA, &SceneryData::NeigungE, -45.0);
-    set(&SceneryData::BrennA, &SceneryData::BrennE, 1000.0);
-    set(&SceneryData::VerkantenA, &SceneryData::VerkantenE, 0.0);
+    setStandardCamera(scenery.parameters, texture,
+                      lastFrame ? FlightEnd::Last : FlightEnd::First);
     dataToView();
     setModified();
 }
