@@ -19,10 +19,11 @@ namespace {
 double randomReal(QRandomGenerator &random)
 {
     constexpr double Infinity = std::numeric_limits<double>::infinity();
-    constexpr double Odd[]{0.0,  -0.0,     1e308,      -1e308,       1e-308, 0.005,
-                           0.01, -0.0001,  720.005,    Infinity,     100.0,  0.0000005,
-                           -1.0, -1e-300,  1000000.0,  -Infinity,    0.125,  999999.995,
-                           1.0,  0.000001, 99.9999995, std::nan(""), 0.015};
+    constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
+    constexpr double Odd[]{0.0,  -0.0,     1e308,      -1e308,    1e-308, 0.005,
+                           0.01, -0.0001,  720.005,    Infinity,  100.0,  0.0000005,
+                           -1.0, -1e-300,  1000000.0,  -Infinity, 0.125,  999999.995,
+                           1.0,  0.000001, 99.9999995, NoNumber,  0.015};
     if (random.bounded(4) == 0)
         return Odd[random.bounded(int(std::size(Odd)))];
     const double size = std::pow(10.0, random.bounded(14) - 7);
