@@ -25,6 +25,21 @@ QByteArray extensionOf(const QString &name)
     return QFileInfo(name).suffix().toLower().toLatin1();
 }
 
+// The plug-ins that are linked in. The toolkit makes them when they are asked for first,
+// which must not happen in two threads at a time.
+const QList<QImageIOPlugin *> &ownPlugins()
+{
+    static const QList<QImageIOPlugin *> plugins = [] {
+        QList<QImageIOPlugin *> found;
+        for (QObject *instance : QPluginLoader::staticInstances()) {
+            if (auto *const plugin = qobject_cast<QImageIOPlugin *>(instance))
+                found << plugin;
+        }
+        return found;
+    }();
+    return plugins;
+}
+
 // The toolkit prefers plug-ins on disk to those linked in, and the one it brings
 // for TGA cannot write and refuses files that ours reads.
 std::unique_ptr<QImageIOHandler> ownHandler(QIODevice *device, const QByteArray &format,
@@ -32,9 +47,8 @@ std::unique_ptr<QImageIOHandler> ownHandler(QIODevice *device, const QByteArray 
 {
     if (format.isEmpty())
         return nullptr;
-    for (QObject *instance : QPluginLoader::staticInstances()) {
-        const auto *plugin = qobject_cast<QImageIOPlugin *>(instance);
-        if (plugin && plugin->capabilities(device, format).testFlag(wanted))
+    for (const QImageIOPlugin *plugin : ownPlugins()) {
+        if (plugin->capabilities(device, format).testFlag(wanted))
             return std::unique_ptr<QImageIOHandler>(plugin->create(device, format));
     }
     return nullptr;
