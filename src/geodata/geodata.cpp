@@ -1,0 +1,78 @@
+#include "geodata/geodata.h"
+
+#include "geodata/crs.h"
+#include "geodata/gdalterrain.h"
+#include "geodata/holes.h"
+#include "geodata/inputs.h"
+#include "geodata/photos.h"
+
+#include <QObject>
+
+namespace {
+
+class GdalSource final : public TerrainSource {
+public:
+    GdalSource() { startGdal(); }
+
+    [[nodiscard]] QStringList about() const override { return aboutGdal(); }
+    [[nodiscard]] bool canOpen(const QString &file) override
+    {
+        return holdsElevations(file);
+    }
+    [[nodiscard]] Result<std::unique_ptr<Terrain>> open(const QStringList &files,
+                                                        const PointOptions &points,
+                                                        Progress &progress) override;
+    [[nodiscard]] Result<qint64> fillHoles(Heights &heights, double cells,
+                                           Progress &progress) override
+    {
+        return ::fillHoles(heights, cells, progress);
+    }
+    [[nodiscard]] Result<QSize> photoSize(const QStringList &files,
+                                          const OutputGrid &grid) override
+    {
+        return photoSizeOn(files, grid);
+    }
+    [[nodiscard]] Result<QImage> photo(const QStringList &files, const OutputGrid &grid,
+                                       const QSize &size, Progress &progress) override
+    {
+        return photoOn(files, grid, size, progress);
+    }
+    [[nodiscard]] Result<Track> track(const QString &file, const QString &crs,
+                                      Progress &progress) override;
+    [[nodiscard]] Result<QList<QPointF>> geographic(const QList<QPointF> &places,
+                                                    const QString &crs) override
+    {
+        return toDegrees(places, crs);
+    }
+    [[nodiscard]] QString projectionText(const QString &crs) override
+    {
+        return projectionTextOf(crs);
+    }
+};
+
+Result<std::unique_ptr<Terrain>>
+GdalSource::open(const QStringList &files, const PointOptions &, Progress &progress)
+{
+    const Result<QStringList> names = expandInputs(files, progress);
+    if (!names)
+        return tl::unexpected(names.error());
+    QList<RasterFile> rasters;
+    for (const QString &name : *names) {
+        if (!progress.step(rasters.size(), names->size()))
+            return stopped();
+        Result<RasterFile> raster = describeRaster(name);
+        if (!raster)
+            return tl::unexpected(raster.error());
+        rasters.append(std::move(*raster));
+    }
+    return GdalTerrain::of(*names, std::move(rasters));
+}
+
+Result<Track> GdalSource::track(const QString &file, const QString &, Progress &)
+{
+    return failed(QObject::tr("\"%1\" holds no track that can be read.").arg(file));
+}
+
+} // namespace
+
+std::unique_ptr<TerrainSource> makeGeodata() { return std::make_unique<GdalSource>(); }

@@ -1,0 +1,172 @@
+#include "geodata/rasterfile.h"
+
+#include "geodata/crs.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QObject>
+
+#include <cpl_string.h>
+#include <ogr_srs_api.h>
+
+#include <cmath>
+
+namespace {
+
+Dataset openNamed(const QString &name)
+{
+    return Dataset(GDALOpenEx(name.toUtf8().constData(),
+                              GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR,
+                              nullptr, nullptr, nullptr));
+}
+
+// Of a file that holds several rasters, such as NetCDF.
+Dataset largestPart(GDALDatasetH whole)
+{
+    char **const parts = GDALGetMetadata(whole, "SUBDATASETS");
+    Dataset largest;
+    qint64 most = 0;
+    for (int i = 1;; ++i) {
+        const char *const name =
+            CSLFetchNameValue(parts, QByteArray("SUBDATASET_%1_NAME")
+                                         .replace("%1", QByteArray::number(i))
+                                         .constData());
+        if (!name)
+            return largest;
+        Dataset part = openNamed(QString::fromUtf8(name));
+        if (!part || GDALGetRasterCount(part.get()) == 0)
+            continue;
+        const qint64 cells =
+            qint64(GDALGetRasterXSize(part.get())) * GDALGetRasterYSize(part.get());
+        if (cells > most) {
+            most = cells;
+            largest = std::move(part);
+        }
+    }
+}
+
+bool isPicture(GDALDatasetH file)
+{
+    return GDALGetRasterCount(file) >= 3 &&
+           GDALGetRasterDataType(GDALGetRasterBand(file, 1)) == GDT_Byte;
+}
+
+// Heights of a system with a vertical part are in its unit.
+QString verticalUnit(const char *wkt)
+{
+    const Srs srs = systemOf(QString::fromUtf8(wkt));
+    if (!srs || !OSRIsCompound(srs.get()))
+        return {};
+    char *unit = nullptr;
+    OSRGetTargetLinearUnits(srs.get(), "COMPD_CS|VERT_CS", &unit);
+    return QString::fromUtf8(unit);
+}
+
+void readPlace(GDALDatasetH file, RasterFile &raster)
+{
+    raster.isPlaced = GDALGetGeoTransform(file, raster.transform.data()) == CE_None;
+    if (!raster.isPlaced)
+        raster.transform = {0.0, 1.0, 0.0, 0.0, 0.0, -1.0};
+    raster.crs = QString::fromUtf8(GDALGetProjectionRef(file));
+}
+
+void readHeights(GDALRasterBandH band, RasterFile &raster)
+{
+    int known = 0;
+    raster.type = QString::fromUtf8(GDALGetDataTypeName(GDALGetRasterDataType(band)));
+    raster.overviews = GDALGetOverviewCount(band);
+    raster.hasMask = (GDALGetMaskFlags(band) & (GMF_PER_DATASET | GMF_ALPHA)) != 0;
+    int blockX = 0;
+    int blockY = 0;
+    GDALGetBlockSize(band, &blockX, &blockY);
+    raster.block = {blockX, blockY};
+    const double noData = GDALGetRasterNoDataValue(band, &known);
+    if (known != 0)
+        raster.noData = noData;
+    const double scale = GDALGetRasterScale(band, &known);
+    if (known != 0 && std::isfinite(scale) && scale != 0.0)
+        raster.scale = scale;
+    const double offset = GDALGetRasterOffset(band, &known);
+    if (known != 0 && std::isfinite(offset))
+        raster.offset = offset;
+    raster.unit = QString::fromUtf8(GDALGetRasterUnitType(band)).trimmed();
+    if (raster.unit.isEmpty())
+        raster.unit = verticalUnit(raster.crs.toUtf8().constData());
+    raster.metres = metresOfUnit(raster.unit).value_or(1.0);
+}
+
+} // namespace
+
+std::optional<double> metresOfUnit(const QString &unit)
+{
+    constexpr double Foot = 0.3048;
+    constexpr double SurveyFoot = 1200.0 / 3937.0;
+    static const QHash<QString, double> known{{"", 1.0},
+                                              {"m", 1.0},
+                                              {"metre", 1.0},
+                                              {"meter", 1.0},
+                                              {"metres", 1.0},
+                                              {"meters", 1.0},
+                                              {"ft", Foot},
+                                              {"foot", Foot},
+                                              {"feet", Foot},
+                                              {"us-ft", SurveyFoot},
+                                              {"sfoot", SurveyFoot},
+                                              {"ussurveyfoot", SurveyFoot},
+                                              {"ussurveyfeet", SurveyFoot},
+                                              {"footus", SurveyFoot},
+                                              {"ftus", SurveyFoot},
+                                              {"footusurvey", SurveyFoot},
+                                              {"internationalfoot", Foot},
+                                              {"km", 1000.0},
+                                              {"kilometre", 1000.0},
+                                              {"kilometer", 1000.0},
+                                              {"dm", 0.1},
+                                              {"decimetre", 0.1},
+                                              {"decimeter", 0.1},
+                                              {"cm", 0.01},
+                                              {"centimetre", 0.01},
+                                              {"centimeter", 0.01},
+                                              {"mm", 0.001},
+                                              {"millimetre", 0.001},
+                                              {"millimeter", 0.001},
+                                              {"yd", 0.9144},
+                                              {"yard", 0.9144},
+                                              {"fathom", 1.8288}};
+    QString key = unit.toLower();
+    key.remove(u' ').remove(u'_').remove(u'.').remove(u'(').remove(u')');
+    if (key.startsWith(QLatin1String("us")) && key != QLatin1String("us-ft"))
+        key.remove(u'-');
+    const auto it = known.constFind(key);
+    return it == known.cend() ? std::nullopt : std::optional<double>(*it);
+}
+
+Result<Dataset> openRaster(const QString &name)
+{
+    const GdalMessages messages;
+    Dataset file = openNamed(name);
+    if (file && GDALGetRasterCount(file.get()) == 0)
+        file = largestPart(file.get());
+    const auto refuse = [&name](const QString &reason) {
+        return failed(QObject::tr("Could not read \"%1\": %2.").arg(name, reason));
+    };
+    if (!file)
+        return refuse(messages.reason(QObject::tr("it is no raster that GDAL knows")));
+    if (isPicture(file.get()))
+        return refuse(QObject::tr("it holds the colours of a picture, no heights"));
+    return file;
+}
+
+Result<RasterFile> describeRaster(const QString &name)
+{
+    const GdalMessages messages;
+    const Result<Dataset> file = openRaster(name);
+    if (!file)
+        return tl::unexpected(file.error());
+    RasterFile raster;
+    raster.name = QString::fromUtf8(GDALGetDescription(file->get()));
+    raster.size = {GDALGetRasterXSize(file->get()), GDALGetRasterYSize(file->get())};
+    readPlace(file->get(), raster);
+    readHeights(GDALGetRasterBand(file->get(), 1), raster);
+    return raster;
+}

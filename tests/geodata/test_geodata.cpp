@@ -1,0 +1,112 @@
+// Terrain of every kind of file, read as GDAL's own programs read it.
+#include "geodata/geodata.h"
+#include "geodata/geofile.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+
+struct Difference {
+    qint64 cells = 0; ///< that differ by more than half a unit of a centimetre
+    double most = 0.0;
+    qint64 voids = 0; ///< in one, and not in the other
+};
+
+Difference between(const Heights &one, const Heights &other)
+{
+    constexpr double HalfUnit = 0.005;
+    Difference found;
+    for (std::size_t i = 0; i < one.metres.size(); ++i) {
+        const double a = one.metres[i];
+        const double b = other.metres[i];
+        if (std::isnan(a) != std::isnan(b)) {
+            ++found.voids;
+        } else if (!std::isnan(a)) {
+            found.most = std::max(found.most, std::abs(a - b));
+            found.cells += std::abs(a - b) > HalfUnit ? 1 : 0;
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+class TestGeodata : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aFileIsReadAsGdalDoes_data();
+    void aFileIsReadAsGdalDoes();
+};
+
+Q_DECLARE_METATYPE(GeoFile)
+Q_DECLARE_METATYPE(GridRequest)
+
+void TestGeodata::aFileIsReadAsGdalDoes_data()
+{
+    QTest::addColumn<GeoFile>("file");
+    QTest::addColumn<GridRequest>("request");
+    const GeoFile plain;
+    GridRequest keep;
+    GeoFile geographic;
+    geographic.crs = QStringLiteral("EPSG:4326");
+    geographic.transform = {14.0, 0.001, 0.0, 47.0, 0.0, -0.001};
+    geographic.size = {350, 250};
+    QTest::newRow("Float32 as it is") << plain << keep;
+    QTest::newRow("degrees to UTM") << geographic << GridRequest();
+    for (const Resampling each : {Resampling::Nearest, Resampling::Bilinear,
+                                  Resampling::Cubic, Resampling::Average}) {
+        GridRequest request;
+        request.resampling = each;
+        QTest::addRow("degrees to UTM, resampling %d", int(each))
+            << geographic << request;
+        request.size = QSize(90, 70);
+        QTest::addRow("degrees to UTM, smaller, %d", int(each)) << geographic << request;
+        request.size = QSize(900, 800);
+        QTest::addRow("degrees to UTM, larger, %d", int(each)) << geographic << request;
+        GeoFile holed = geographic;
+        holed.noData = -9999.0;
+        holed.height = [](int x, int y) {
+            return (x / 7 + y / 5) % 9 == 0 ? -9999.0 : hills(x, y);
+        };
+        request.size.reset();
+        QTest::addRow("voids, %d", int(each)) << holed << request;
+        request.size = QSize(90, 70);
+        QTest::addRow("voids smaller, %d", int(each)) << holed << request;
+    }
+}
+
+void TestGeodata::aFileIsReadAsGdalDoes()
+{
+    QFETCH(GeoFile, file);
+    QFETCH(GridRequest, request);
+    const QTemporaryDir folder;
+    if (file.name.isEmpty())
+        file.name = QStringLiteral("dem.tif");
+    file.name = folder.filePath(file.name);
+    QVERIFY(write(file));
+    const auto source = makeGeodata();
+    NoProgress progress;
+    const auto terrain = source->open({file.name}, {}, progress);
+    QVERIFY2(terrain, qPrintable(terrain ? QString() : terrain.error().text));
+    const Result<OutputGrid> grid = (*terrain)->plan(request);
+    QVERIFY2(grid, qPrintable(grid ? QString() : grid.error().text));
+    const Result<Heights> heights = (*terrain)->heights(*grid, progress);
+    QVERIFY2(heights, qPrintable(heights ? QString() : heights.error().text));
+    const Heights judged = judgedByWarp({file.name}, argumentsFor(*grid));
+    QCOMPARE(heights->size, judged.size);
+    const Difference found = between(*heights, judged);
+    const qint64 cells = qint64(judged.metres.size());
+    const QString told = QStringLiteral("%1 of %2 cells differ, at most %3, %4 voids")
+                             .arg(found.cells)
+                             .arg(cells)
+                             .arg(found.most)
+                             .arg(found.voids);
+    QVERIFY2((found.cells + found.voids) * 1000 <= cells, qPrintable(told));
+}
+
+QTEST_APPLESS_MAIN(TestGeodata)
+#include "test_geodata.moc"
