@@ -64,13 +64,13 @@ bool hasItsEnd(QIODevice &device, const QSize &size)
 }
 
 bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format,
-             QString *error)
+             Progress &progress, QString *error)
 {
     *error = qt_error_string(ENOMEM); // without which our own writers give up
     if (const auto handler = ownHandler(&device, format, QImageIOPlugin::CanWrite))
         return handler->write(image);
-    if (format == "png" && isPlainPicture(image))
-        return writePng(device, image);
+    if (format == "png" && hasPngRows(image))
+        return writePng(device, image, progress);
     QImageWriter writer(&device, format);
     if (!writer.write(image)) {
         *error = writer.errorString();
@@ -78,6 +78,22 @@ bool writeTo(QIODevice &device, const QImage &image, const QByteArray &format,
     }
     return (format != "tif" && format != "tiff") || hasItsEnd(device, image.size());
 }
+
+// Remembers that the work was asked to stop.
+class Asked final : public Progress {
+public:
+    explicit Asked(Progress &progress) : m_progress(progress) {}
+    [[nodiscard]] bool step(qint64 done, qint64 of) override
+    {
+        m_stop = m_stop || !m_progress.step(done, of);
+        return !m_stop;
+    }
+    [[nodiscard]] bool toStop() const { return m_stop; }
+
+private:
+    Progress &m_progress;
+    bool m_stop = false;
+};
 
 // The size that a TGA file claims. Its handler is bound to tell another one.
 QSize sizeOfTga(QIODevice &file)
@@ -162,22 +178,31 @@ QImage loadImageFile(const QString &name, const QByteArray &format, PictureUse u
     return reader.read();
 }
 
-bool saveImageFile(const QImage &image, const QString &name, QString *error)
+Result<void> saveImageFile(const QImage &image, const QString &name, Progress &progress)
 {
-    QString ignored;
-    QString &reason = error ? *error : ignored;
-    if (image.isNull()) {
-        reason = qt_error_string(ENOMEM);
-        return false;
-    }
-    QString fromWriter;
+    if (image.isNull())
+        return failed(qt_error_string(ENOMEM));
+    Asked asked(progress);
+    QString reason, fromWriter;
     const bool written = writeWholeFile(
         name,
         [&](QIODevice &device) {
-            return writeTo(device, image, extensionOf(name), &fromWriter);
+            return writeTo(device, image, extensionOf(name), asked, &fromWriter) &&
+                   !asked.toStop();
         },
         &reason);
-    if (!written && reason.isEmpty())
-        reason = fromWriter;
-    return written;
+    if (written)
+        return {};
+    if (asked.toStop())
+        return stopped();
+    return failed(reason.isEmpty() ? fromWriter : reason);
+}
+
+bool saveImageFile(const QImage &image, const QString &name, QString *error)
+{
+    NoProgress unwatched;
+    const Result<void> saved = saveImageFile(image, name, unwatched);
+    if (error)
+        *error = saved ? QString() : saved.error().text;
+    return saved.has_value();
 }

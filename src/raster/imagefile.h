@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QString>
@@ -21,7 +24,12 @@ enum class PictureUse { AsStored, As32Bit };
 /// Writes an image in the format of the name's extension at default quality.
 ///
 /// The file is whole or absent: it grows under a temporary name in the same
-/// folder and takes the place of an earlier file only when it is complete. False with
-/// the reason in `error`, if that is not null, without a full stop.
+/// folder and takes the place of an earlier file only when it is complete. A large PNG is
+/// encoded on all cores, tells how far it is, and stops within milliseconds; the other
+/// formats look for a stop only at their end. A failure has its reason without a full
+/// stop.
+[[nodiscard]] Result<void> saveImageFile(const QImage &image, const QString &name,
+                                         Progress &progress);
+/// The same unwatched. False with the reason in `error`, if that is not null.
 [[nodiscard]] bool saveImageFile(const QImage &image, const QString &name,
                                  QString *error = nullptr);
