@@ -4,7 +4,7 @@
 # What a fresh Debian 12 lacks; a new dependency is added here first.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools
                 qt6-image-formats-plugins libgl-dev libdeflate-dev zlib1g-dev
-                libbenchmark-dev libexpected-dev libgdal-dev)
+                libbenchmark-dev libexpected-dev libboost-dev libgdal-dev)
 # What builds with clang and its sanitizers.
 clang_packages=(clang libclang-rt-14-dev)
 
