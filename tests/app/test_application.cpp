@@ -121,7 +121,7 @@ void TestApplication::paintingThatFailsIsNotToldForEver()
 
 void TestApplication::realShortageLeavesTheProgramRunning()
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef ZEPHRANT_SANITIZED
     QSKIP("the sanitizers need the address space for themselves");
 #endif
     QPushButton button;

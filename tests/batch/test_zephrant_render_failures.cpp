@@ -278,6 +278,9 @@ void TestZephrantRenderFailures::signalEndsTheWaitForAScenery()
 
 void TestZephrantRenderFailures::endlessSceneryIsRefused()
 {
+#ifdef ZEPHRANT_SANITIZED
+    QSKIP("the sanitizers need the address space for themselves");
+#endif
     QVERIFY(QFile::link("/dev/zero", path("zero.zph")));
     const Outcome outcome =
         render({path("zero.zph")}, withLimit(RLIMIT_AS, rlim_t(3) << 30));
@@ -322,6 +325,9 @@ void TestZephrantRenderFailures::frameBeyondTheBudgetIsTold()
 
 void TestZephrantRenderFailures::lackOfMemoryIsTold()
 {
+#ifdef ZEPHRANT_SANITIZED
+    QSKIP("the sanitizers need the address space for themselves");
+#endif
     for (const int megabytes : {150, 250}) {
         const Outcome outcome =
             render({"--size", "8000x8000", "--to", "0", path("s.zph")},

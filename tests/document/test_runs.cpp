@@ -206,7 +206,7 @@ private slots:
     {
         Scenery scenery(
             {"AusBreite=32768", "AusHoehe=32768", "GenauRechnen=2", "EndbildNr=0"});
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef ZEPHRANT_SANITIZED
         QSKIP("a sanitizer takes more addresses than any limit leaves");
 #endif
         // Room for what the run needs besides, not for the 16 GB of the frame.
