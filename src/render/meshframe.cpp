@@ -18,8 +18,6 @@ constexpr std::size_t FirstCellsAtATime = 8192;
 constexpr double ShortTime = 0.005; // seconds
 constexpr double LongTime = 0.015;
 constexpr std::size_t RowsAtATime = 512;
-// Bytes of mesh rows that are kept before their pixels get their colours.
-constexpr std::size_t MostKeptBytes = std::size_t(24) << 20;
 // Seconds of colouring after which it is not put off any longer.
 constexpr double LongColouring = 0.02;
 // What the colour of a pixel takes on one thread, before it was measured.
@@ -32,11 +30,6 @@ using Clock = std::chrono::steady_clock;
 double secondsSince(Clock::time_point start)
 {
     return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-ScreenCorner corner(const PointRow &points, int k)
-{
-    return {points.column[k], points.row[k]};
 }
 
 } // namespace
@@ -57,13 +50,10 @@ void MeshFrame::begin(const MeshSetup &setup)
         worker.builder.reset();
     }
     m_pending.clear();
-    m_rows.clear();
+    m_triangles.begin(setup.mostCells, Dust(setup.observer, setup.dustRange));
     m_store.reclaim();
-    m_keptBytes = 0;
     m_mostNumbers = 0;
     m_paintedRows = {};
-    m_stride = 2 * static_cast<unsigned int>(std::max(setup.mostCells, 1));
-    m_dust = Dust(setup.observer, setup.dustRange);
 }
 
 void MeshFrame::beginWalk(MeshColumns columns)
@@ -95,12 +85,9 @@ void MeshFrame::drawPending()
     if (m_pending.empty())
         return;
     const auto start = Clock::now();
-    makeRoomForNumbers();
-    const std::size_t first = m_rows.size();
-    m_rows.resize(first + m_pending.size());
-    drawRows(first);
-    const std::size_t pointRows = m_columns->agree ? 1 : 2; // shared, or one each
-    m_keptBytes += m_pending.size() * pointRows * PointRow::bytes(m_columns->cells + 1);
+    if (!m_triangles.hasRoomFor(m_pending.size(), m_columns->cells))
+        colourNumbers();
+    drawRows(m_triangles.append(m_pending.size(), *m_columns));
     m_pending.clear();
 
     qint64 painted = 0;
@@ -114,18 +101,6 @@ void MeshFrame::drawPending()
     else if (taken < ShortTime)
         m_cellsAtATime = std::min(m_cellsAtATime * 2, MostCellsAtATime);
     colourWhatTakesLong();
-}
-
-// One stride for all rows whose numbers are in the target.
-void MeshFrame::makeRoomForNumbers()
-{
-    const unsigned int wanted = 2 * static_cast<unsigned int>(m_columns->cells);
-    const std::size_t rows = m_rows.size() + m_pending.size();
-    if (wanted > m_stride || m_keptBytes > MostKeptBytes ||
-        (rows + 1) * m_stride >= ScreenTrigon::NumberLimit) {
-        colourNumbers();
-        m_stride = std::max(m_stride, wanted);
-    }
 }
 
 void MeshFrame::drawRows(std::size_t firstRow)
@@ -157,39 +132,8 @@ void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t f
         worker.builder.emplace(m_columns, *m_setup.elevation, *m_setup.camera,
                                m_setup.stepY, m_store);
     for (std::size_t k = from; k < to; ++k) {
-        const std::size_t r = firstRow + k;
-        m_rows[r] = worker.builder->build(m_pending[k]);
-        listRow(m_rows[r], worker.builder->drawable(),
-                static_cast<unsigned int>(r) * m_stride, lists);
-    }
-}
-
-// Lists the triangles of a row, which has the numbers that begin with this one.
-void MeshFrame::listRow(const MeshRow &row, const std::vector<std::uint8_t> &drawable,
-                        unsigned int number, PaintLists &lists) const
-{
-    const PointRow &south = *row.south;
-    const PointRow &north = *row.north;
-    const auto list = [&](int cell, CellTriangle triangle) {
-        const unsigned int first = number + 2 * static_cast<unsigned int>(cell);
-        if (!(drawable[cell] & triangle))
-            return;
-        if (triangle == NorthWest)
-            lists.add(corner(south, cell), corner(north, cell), corner(north, cell + 1),
-                      first);
-        else
-            lists.add(corner(south, cell), corner(north, cell + 1),
-                      corner(south, cell + 1), first + 1);
-    };
-    const bool northWestFirst = row.columns->northWestFirst;
-    const int cells = row.columns->cells;
-    for (int k = 0; k < cells; ++k) {
-        const int cell = row.columns->westward ? cells - 1 - k : k;
-        if (!drawable[cell] ||
-            m_dust.hides(row.columns->inner[cell + 1], south.y, south.z[cell]))
-            continue;
-        list(cell, northWestFirst ? NorthWest : SouthEast);
-        list(cell, northWestFirst ? SouthEast : NorthWest);
+        MeshRow row = worker.builder->build(m_pending[k]);
+        m_triangles.put(firstRow + k, std::move(row), worker.builder->drawable(), lists);
     }
 }
 
@@ -222,13 +166,13 @@ void MeshFrame::overPaintedRows(const std::function<void(ScreenTrigon &, RowRang
 
 void MeshFrame::colourNumbers()
 {
-    if (m_rows.empty())
+    if (m_triangles.isEmpty())
         return;
-    overPaintedRows(
-        [this](ScreenTrigon &trigon, RowRange rows) { trigon.resolve(*this, rows); });
-    m_rows.clear();
+    overPaintedRows([this](ScreenTrigon &trigon, RowRange rows) {
+        trigon.resolve(m_triangles, rows);
+    });
+    m_triangles.clear();
     m_store.reclaim();
-    m_keptBytes = 0;
     m_mostNumbers = 0;
     m_paintedRows = {};
 }
@@ -254,27 +198,4 @@ void MeshFrame::colourWhatTakesLong()
     const auto coloured = static_cast<double>(m_mostNumbers);
     colourNumbers();
     m_secondsAPixel = std::clamp(secondsSince(start) / coloured, 1e-9, 1e-6);
-}
-
-Triangle MeshFrame::triangle(unsigned int number) const
-{
-    const MeshRow &row = m_rows[number / m_stride];
-    const unsigned int inRow = number % m_stride;
-    const auto cell = static_cast<int>(inRow / 2);
-    const bool northWest = inRow % 2 == 0;
-    const double *const x = row.columns->inner.data() + 1;
-    const PointRow &south = *row.south;
-    const PointRow &north = *row.north;
-    // The corners: south-west, then clockwise, as listRow() has them.
-    const PointRow &last = northWest ? north : south;
-    const int second = northWest ? cell : cell + 1;
-    const int third = cell + 1;
-    const auto vertex = [x](const PointRow &points, int k) {
-        return C4Vector{x[k], points.y, points.z[k], 1.0};
-    };
-    // The same dust for both triangles of a cell.
-    return {{corner(south, cell), corner(north, second), corner(last, third)},
-            {vertex(south, cell), vertex(north, second), vertex(last, third)},
-            {south.normal(cell), north.normal(second), last.normal(third)},
-            m_dust.share(x[cell], south.y, south.z[cell])};
 }

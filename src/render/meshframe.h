@@ -1,7 +1,7 @@
 #pragma once
 
-#include "render/dust.h"
 #include "render/meshrow.h"
+#include "render/meshtriangles.h"
 #include "render/paintlists.h"
 #include "render/pointrowstore.h"
 #include "render/screentrigon.h"
@@ -41,7 +41,7 @@ struct MeshSetup {
 /// painted, in each of them in the order of the rows. Pixels get their colours when
 /// resolve() asks for it, and now and then before, so that resolve() never has much to
 /// do.
-class MeshFrame : private TriangleSource {
+class MeshFrame {
 public:
     explicit MeshFrame(WorkerPool &workers);
 
@@ -61,13 +61,9 @@ private:
         std::optional<MeshRowBuilder> builder; // of the walk in hand
     };
 
-    [[nodiscard]] Triangle triangle(unsigned int number) const override;
     void drawPending();
-    void makeRoomForNumbers();
     void drawRows(std::size_t firstRow);
     void computeRows(Worker &worker, int piece, int pieces, std::size_t firstRow);
-    void listRow(const MeshRow &row, const std::vector<std::uint8_t> &drawable,
-                 unsigned int number, PaintLists &lists) const;
     void paintShare(ScreenTrigon &trigon, RowShare share) const;
     [[nodiscard]] int freeThreads() const;
     void colourNumbers();
@@ -75,18 +71,15 @@ private:
     void overPaintedRows(const std::function<void(ScreenTrigon &, RowRange)> &work);
 
     MeshSetup m_setup;
-    Dust m_dust;
     WorkerPool &m_pool;
     PointRowStore m_store;
     std::deque<Worker> m_workers;
     std::vector<PaintLists> m_lists; // of each piece of the rows that are drawn
     std::shared_ptr<const MeshColumns> m_columns; // of the walk in hand
     std::vector<double> m_pending;                // y of rows that were not drawn yet
-    std::vector<MeshRow> m_rows;                  // whose numbers may be in the target
-    unsigned int m_stride = 0;                    // numbers a row
-    std::size_t m_keptBytes = 0;
-    std::size_t m_cellsAtATime = 0; // as many as take some milliseconds
-    RowRange m_paintedRows;         // of the target, that hold all numbers
-    qint64 m_mostNumbers = 0;       // pixels that hold a number are no more than these
-    double m_secondsAPixel = 0.0;   // that colours take, about
+    MeshTriangles m_triangles;                    // whose numbers may be in the target
+    std::size_t m_cellsAtATime = 0;               // as many as take some milliseconds
+    RowRange m_paintedRows;                       // of the target, that hold all numbers
+    qint64 m_mostNumbers = 0;     // pixels that hold a number are no more than these
+    double m_secondsAPixel = 0.0; // that colours take, about
 };

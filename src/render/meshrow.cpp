@@ -76,8 +76,8 @@ const double *MeshRowBuilder::xOf(const Heights &heights) const
     return heights.outer ? m_columns->outer.data() : m_columns->inner.data();
 }
 
-// Reads the four rows of heights around the cells at meshY, as far as the row before
-// did not.
+// Makes sure of the four rows of heights around the cells at meshY. Those that the cells
+// of the row before had read already are taken over; only the others are read.
 void MeshRowBuilder::readHeights(double meshY)
 {
     std::array<Heights, 4> before;

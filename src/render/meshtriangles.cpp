@@ -1,0 +1,101 @@
+#include "render/meshtriangles.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// Bytes of mesh rows that are kept before their pixels get their colours.
+constexpr std::size_t MostKeptBytes = std::size_t(24) << 20;
+
+unsigned int numbersOf(int cells) { return 2 * static_cast<unsigned int>(cells); }
+
+ScreenCorner corner(const PointRow &points, int k)
+{
+    return {points.column[k], points.row[k]};
+}
+
+} // namespace
+
+void MeshTriangles::begin(int mostCells, const Dust &dust)
+{
+    clear();
+    m_stride = numbersOf(std::max(mostCells, 1));
+    m_dust = dust;
+}
+
+void MeshTriangles::clear()
+{
+    m_rows.clear();
+    m_keptBytes = 0;
+}
+
+// One stride for all rows whose numbers are in the picture.
+bool MeshTriangles::hasRoomFor(std::size_t rows, int cells) const
+{
+    return numbersOf(cells) <= m_stride && m_keptBytes <= MostKeptBytes &&
+           (m_rows.size() + rows + 1) * m_stride < ScreenTrigon::NumberLimit;
+}
+
+std::size_t MeshTriangles::append(std::size_t rows, const MeshColumns &columns)
+{
+    const std::size_t first = m_rows.size();
+    const std::size_t pointRows = columns.agree ? 1 : 2; // shared, or one each
+    m_stride = std::max(m_stride, numbersOf(columns.cells));
+    m_rows.resize(first + rows);
+    m_keptBytes += rows * pointRows * PointRow::bytes(columns.cells + 1);
+    return first;
+}
+
+void MeshTriangles::put(std::size_t index, MeshRow row,
+                        const std::vector<std::uint8_t> &drawable, PaintLists &lists)
+{
+    const PointRow &south = *row.south;
+    const PointRow &north = *row.north;
+    const auto number = static_cast<unsigned int>(index) * m_stride;
+    const auto list = [&](int cell, CellTriangle triangle) {
+        const unsigned int first = number + numbersOf(cell);
+        if (!(drawable[cell] & triangle))
+            return;
+        if (triangle == NorthWest)
+            lists.add(corner(south, cell), corner(north, cell), corner(north, cell + 1),
+                      first);
+        else
+            lists.add(corner(south, cell), corner(north, cell + 1),
+                      corner(south, cell + 1), first + 1);
+    };
+    const bool northWestFirst = row.columns->northWestFirst;
+    const int cells = row.columns->cells;
+    for (int k = 0; k < cells; ++k) {
+        const int cell = row.columns->westward ? cells - 1 - k : k;
+        if (!drawable[cell] ||
+            m_dust.hides(row.columns->inner[cell + 1], south.y, south.z[cell]))
+            continue;
+        list(cell, northWestFirst ? NorthWest : SouthEast);
+        list(cell, northWestFirst ? SouthEast : NorthWest);
+    }
+    m_rows[index] = std::move(row);
+}
+
+Triangle MeshTriangles::triangle(unsigned int number) const
+{
+    const MeshRow &row = m_rows[number / m_stride];
+    const unsigned int inRow = number % m_stride;
+    const auto cell = static_cast<int>(inRow / 2);
+    const bool northWest = inRow % 2 == 0;
+    const double *const x = row.columns->inner.data() + 1;
+    const PointRow &south = *row.south;
+    const PointRow &north = *row.north;
+    // The corners: south-west, then clockwise, as put() lists them.
+    const PointRow &last = northWest ? north : south;
+    const int second = northWest ? cell : cell + 1;
+    const int third = cell + 1;
+    const auto vertex = [x](const PointRow &points, int k) {
+        return C4Vector{x[k], points.y, points.z[k], 1.0};
+    };
+    // The same dust for both triangles of a cell.
+    return {{corner(south, cell), corner(north, second), corner(last, third)},
+            {vertex(south, cell), vertex(north, second), vertex(last, third)},
+            {south.normal(cell), north.normal(second), last.normal(third)},
+            m_dust.share(x[cell], south.y, south.z[cell])};
+}
