@@ -1,8 +1,10 @@
 #include "run/flightrun.h"
 
+#include "base/notices.h"
 #include "base/vectormath.h"
 #include "flight/flight.h"
 #include "raster/elevationimage.h"
+#include "raster/heightkinds.h"
 #include "raster/textureimage.h"
 #include "render/terrainsweep.h"
 #include "render/transformation.h"
@@ -75,8 +77,10 @@ Result<void> FlightRun::setUpAndFly()
     texture.setBackgroundColor(data.Hintergrund);
     view.SetzeTexturDatei(&texture);
 
-    ElevationImage elevation(findInputFile(data.HDateiname, m_options.folder),
-                             data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
+    const QString heights = findInputFile(data.HDateiname, m_options.folder);
+    if (const QString told = otherHeightsNotice(heights); !told.isEmpty())
+        tellNotice(told, NoticeStay::UntilNextWork);
+    ElevationImage elevation(heights, data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
     if (elevation.isNull())
         return failed(text("Could not open elevation file \"%1\"").arg(data.HDateiname));
 

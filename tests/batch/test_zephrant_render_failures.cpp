@@ -42,6 +42,7 @@ private slots:
     void signalEndsTheWaitForAScenery_data();
     void signalEndsTheWaitForAScenery();
     void endlessSceneryIsRefused();
+    void elevationsOfOtherNumbersAreTold();
     void pictureBeyondTheBudgetIsTold();
     void frameBeyondTheBudgetIsTold();
     void lackOfMemoryIsTold();
@@ -290,6 +291,21 @@ void TestZephrantRenderFailures::endlessSceneryIsRefused()
             QString("Cannot open file \"%1\":\nLine too long: ").arg(path("zero.zph"))),
         qPrintable(outcome.err));
     QVERIFY(outcome.err.size() < 500);
+}
+
+// The frames are drawn as ever.
+void TestZephrantRenderFailures::elevationsOfOtherNumbersAreTold()
+{
+    QCOMPARE(render({path("s.zph")}).err, QString());
+    QVERIFY(QImage(path("e.png"))
+                .convertToFormat(QImage::Format_Grayscale16)
+                .save(path("e.png")));
+    const Outcome told = render({path("s.zph")});
+    QCOMPARE(told.status, 0);
+    QCOMPARE(told.err, QString("\"%1\" holds numbers of 16 bits, not heights of 24 bits; "
+                               "Open Terrain reads it.\n")
+                           .arg(path("e.png")));
+    QCOMPARE(frames().size(), 3);
 }
 
 void TestZephrantRenderFailures::pictureBeyondTheBudgetIsTold()
