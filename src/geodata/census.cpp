@@ -58,9 +58,9 @@ RowFacts factsOf(const float *metres, std::size_t count)
 // The windows of a sheet that are looked at.
 QList<QRect> windowsOf(const Sheet &sheet, bool all)
 {
-    const int height =
-        all ? std::max(1, 1000000 / std::min(sheet.size.width(), 4096)) : WindowSide;
-    const int width = all ? 4096 : WindowSide;
+    const QSize window = windowOf(sheet);
+    const int width = all ? window.width() : WindowSide;
+    const int height = all ? window.height() : WindowSide;
     const int columns = (sheet.size.width() + width - 1) / width;
     const int rows = (sheet.size.height() + height - 1) / height;
     const int countX = all ? columns : std::min(columns, SampleSide);

@@ -14,20 +14,6 @@
 
 namespace {
 
-// Of a window that is read between two looks at the progress: some milliseconds.
-constexpr int CellsAtATime = 500000;
-constexpr int WidestWindow = 8192;
-
-// Windows of whole blocks of the file, as far as these are small.
-QSize windowFor(const Sheet &sheet)
-{
-    const QSize &block = sheet.rasters.front().block;
-    const int width = std::min(sheet.size.width(), WidestWindow);
-    const int rows = std::max(CellsAtATime / width, 1);
-    const int high = block.height();
-    return {width, high <= rows ? rows / high * high : std::min(high, 2 * rows)};
-}
-
 // Windows of a sheet that hold the wanted cells, row by row of windows.
 class CellsWorker final : public PieceWorker {
 public:
@@ -67,7 +53,7 @@ private:
 Result<bool> readCells(const Sheet &sheet, const QRect &cells, Heights &heights,
                        Progress &progress)
 {
-    const QSize window = windowFor(sheet);
+    const QSize window = windowOf(sheet);
     const auto make = [&]() -> Result<std::unique_ptr<PieceWorker>> {
         Result<std::unique_ptr<SheetReader>> reader = SheetReader::open(sheet);
         if (!reader)

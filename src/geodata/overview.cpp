@@ -12,8 +12,9 @@
 
 namespace {
 
-// Of an overview, that are read and told of at once.
-constexpr int RowsAtATime = 8;
+// Rows of an overview that are read and told of at once.
+constexpr int RowsAtATime = 4;
+constexpr int MostRowsAtATime = 64;
 
 QSize shrunk(const QSize &whole, const QSize &most)
 {
@@ -25,12 +26,34 @@ QSize shrunk(const QSize &whole, const QSize &most)
     return {side(whole.width()), side(whole.height())};
 }
 
+// Where the pieces begin in which an overview is read, the end last: a piece is made of
+// the rows that the file keeps together, so that none is read twice.
+std::vector<int> beginsOf(const SheetReader &reader, const QSize &size)
+{
+    const auto [rows, together] = reader.rowsFor(size);
+    const double step = static_cast<double>(rows) / size.height();
+    std::vector<int> begins;
+    for (int y = 0; y < size.height();) {
+        begins.push_back(y);
+        const int block = static_cast<int>((y + 0.5) * step) / together;
+        int end = y + 1;
+        while (end < size.height() && end - y < MostRowsAtATime &&
+               (end - y < RowsAtATime ||
+                static_cast<int>((end + 0.5) * step) / together == block))
+            ++end;
+        y = end;
+    }
+    begins.push_back(size.height());
+    return begins;
+}
+
 // Tells of rows on the caller's thread, in their order.
 class RowTeller final : public Progress {
 public:
-    RowTeller(const Heights &overview, const Terrain::RowsReady &ready)
-        : m_overview(overview), m_ready(ready),
-          m_done(std::size_t(overview.size.height() + RowsAtATime - 1) / RowsAtATime)
+    RowTeller(const Heights &overview, const std::vector<int> &begins,
+              const Terrain::RowsReady &ready)
+        : m_overview(overview), m_begins(begins), m_ready(ready),
+          m_done(begins.size() - 1)
     {
     }
     void finish(int piece) { m_done[std::size_t(piece)] = true; }
@@ -39,41 +62,49 @@ public:
         std::size_t until = m_told;
         while (until < m_done.size() && m_done[until])
             ++until;
-        if (until == m_told)
-            return m_ready(m_overview, 0, 0);
-        const int from = static_cast<int>(m_told) * RowsAtATime;
+        const int from = m_begins[m_told];
         m_told = until;
-        return m_ready(
-            m_overview, from,
-            std::min(static_cast<int>(until) * RowsAtATime, m_overview.size.height()));
+        return m_ready(m_overview, from, m_begins[until]);
     }
 
 private:
     const Heights &m_overview;
+    const std::vector<int> &m_begins;
     const Terrain::RowsReady &m_ready;
-    std::vector<std::atomic<bool>> m_done; // pieces that other threads have ended
+    std::vector<std::atomic<bool>> m_done; // pieces that a thread has ended
     std::size_t m_told = 0;
 };
 
 class RowsWorker final : public PieceWorker {
 public:
-    RowsWorker(std::unique_ptr<SheetReader> reader, Heights &overview, RowTeller &teller)
-        : m_reader(std::move(reader)), m_overview(overview), m_teller(teller)
+    RowsWorker(std::unique_ptr<SheetReader> reader, const std::vector<int> &begins,
+               int columnsAtATime, Heights &overview, RowTeller &teller)
+        : m_reader(std::move(reader)), m_begins(begins), m_columnsAtATime(columnsAtATime),
+          m_overview(overview), m_teller(teller)
     {
     }
-    [[nodiscard]] Result<bool> work(int piece, PieceWatch &) override
+    [[nodiscard]] Result<bool> work(int piece, PieceWatch &watch) override
     {
-        const int from = piece * RowsAtATime;
-        const int until = std::min(from + RowsAtATime, m_overview.size.height());
-        const Result<bool> done =
-            m_reader->readRows(m_overview.size, from, until, m_overview.row(from));
-        if (done)
-            m_teller.finish(piece);
-        return done;
+        const int from = m_begins[std::size_t(piece)];
+        const int rows = m_begins[std::size_t(piece) + 1] - from;
+        const int width = m_overview.size.width();
+        for (int x = 0; x < width; x += m_columnsAtATime) {
+            if (!watch.mayGoOn())
+                return stopped();
+            const QRect part(x, from, std::min(m_columnsAtATime, width - x), rows);
+            const Result<bool> done = m_reader->readShrunk(
+                m_overview.size, part, m_overview.row(from) + x, std::size_t(width));
+            if (!done)
+                return done;
+        }
+        m_teller.finish(piece);
+        return true;
     }
 
 private:
     std::unique_ptr<SheetReader> m_reader;
+    const std::vector<int> &m_begins;
+    int m_columnsAtATime;
     Heights &m_overview;
     RowTeller &m_teller;
 };
@@ -81,15 +112,23 @@ private:
 Result<bool> readSheet(const Sheet &sheet, Heights &overview,
                        const Terrain::RowsReady &ready)
 {
-    RowTeller teller(overview, ready);
+    const Result<std::unique_ptr<SheetReader>> first = SheetReader::open(sheet);
+    if (!first)
+        return tl::unexpected(first.error());
+    const std::vector<int> begins = beginsOf(**first, overview.size);
+    RowTeller teller(overview, begins, ready);
+    // A window of the sheet's width is read at once.
+    const double share = static_cast<double>(overview.size.width()) / sheet.size.width();
+    const int columns = std::max(static_cast<int>(windowOf(sheet).width() * share), 1);
     const auto make = [&]() -> Result<std::unique_ptr<PieceWorker>> {
         Result<std::unique_ptr<SheetReader>> reader = SheetReader::open(sheet);
         if (!reader)
             return tl::unexpected(reader.error());
-        return std::make_unique<RowsWorker>(std::move(*reader), overview, teller);
+        return std::make_unique<RowsWorker>(std::move(*reader), begins, columns, overview,
+                                            teller);
     };
-    const int pieces = (overview.size.height() + RowsAtATime - 1) / RowsAtATime;
-    const Result<bool> done = workOnPieces(pieces, make, teller);
+    const Result<bool> done =
+        workOnPieces(static_cast<int>(begins.size()) - 1, make, teller);
     if (done && !teller.step(0, 0))
         return stopped();
     return done;

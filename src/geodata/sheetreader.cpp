@@ -9,8 +9,7 @@
 /// What is read at once: a stretch of a band, at a size.
 struct SheetReader::Window {
     QRect cells;
-    double top = 0.0; // of the stretch, where it is not whole cells
-    double height = 0.0;
+    QRectF exact; // where it is not whole cells
     QSize size;
 };
 
@@ -18,16 +17,16 @@ namespace {
 
 constexpr float Void = std::numeric_limits<float>::quiet_NaN();
 
-CPLErr readInto(GDALRasterBandH band, const QRect &cells, double top, double height,
+CPLErr readInto(GDALRasterBandH band, const QRect &cells, const QRectF &exact,
                 const QSize &size, void *to, GDALDataType type, GSpacing rowBytes)
 {
     GDALRasterIOExtraArg extra;
     INIT_RASTERIO_EXTRA_ARG(extra);
     extra.bFloatingPointWindowValidity = 1;
-    extra.dfXOff = cells.x();
-    extra.dfXSize = cells.width();
-    extra.dfYOff = top;
-    extra.dfYSize = height;
+    extra.dfXOff = exact.x();
+    extra.dfXSize = exact.width();
+    extra.dfYOff = exact.y();
+    extra.dfYSize = exact.height();
     return GDALRasterIOEx(band, GF_Read, cells.x(), cells.y(), cells.width(),
                           cells.height(), to, size.width(), size.height(), type, 0,
                           rowBytes, &extra);
@@ -59,6 +58,27 @@ void convertRow(const Stored *from, int count, const RasterFile &raster, float *
     }
 }
 
+// A part of an axis at another size.
+struct Stretch {
+    double from = 0.0; // in cells
+    double length = 0.0;
+    int first = 0; // whole cells that hold it
+    int count = 0;
+};
+
+Stretch stretchOf(int at, int length, int size, int cells)
+{
+    const double step = static_cast<double>(cells) / size;
+    Stretch stretch;
+    stretch.from = step * at;
+    stretch.length = std::min(step * (at + length), double(cells)) - stretch.from;
+    stretch.first = std::clamp(static_cast<int>(stretch.from), 0, cells - 1);
+    const double end = std::ceil(stretch.from + stretch.length);
+    stretch.count =
+        std::clamp(static_cast<int>(end), stretch.first + 1, cells) - stretch.first;
+    return stretch;
+}
+
 // The smallest overview that has at least as many cells as are wanted.
 GDALRasterBandH fittingLevel(GDALRasterBandH band, const QSize &size)
 {
@@ -75,12 +95,27 @@ GDALRasterBandH fittingLevel(GDALRasterBandH band, const QSize &size)
 
 } // namespace
 
+QSize windowOf(const Sheet &sheet)
+{
+    constexpr int Cells = 1 << 20;
+    constexpr int Widest = 4096;
+    const QSize block = sheet.rasters.front().block.expandedTo({1, 1});
+    const auto multiple = [](int side, int most) {
+        return side < most ? most / side * side : side;
+    };
+    const bool keepsRows = block.width() >= sheet.size.width();
+    const int width = keepsRows ? sheet.size.width() : multiple(block.width(), Widest);
+    const int most = std::max(Cells / width, 1);
+    // A block that is larger than that is read in parts: it stays in memory.
+    const int height = block.height() > 2 * most ? most : multiple(block.height(), most);
+    return {width, height};
+}
+
 Result<std::unique_ptr<SheetReader>> SheetReader::open(const Sheet &sheet)
 {
     std::unique_ptr<SheetReader> reader(new SheetReader);
     reader->m_size = sheet.size;
     reader->m_name = sheet.rasters.front().name;
-    reader->m_block = sheet.rasters.front().block;
     Result<Dataset> file = Dataset();
     if (sheet.rasters.size() == 1) {
         file = openRaster(reader->m_name);
@@ -104,22 +139,29 @@ bool SheetReader::isPlain() const { return !m_raster || fitsFloat(m_raster->type
 Result<bool> SheetReader::read(const QRect &cells, float *to, std::size_t pitch)
 {
     return readWindow(GDALGetRasterBand(m_file.get(), 1),
-                      {cells, double(cells.y()), double(cells.height()), cells.size()},
+                      {cells, QRectF(cells), cells.size()}, to, pitch);
+}
+
+Result<bool> SheetReader::readShrunk(const QSize &size, const QRect &part, float *to,
+                                     std::size_t pitch)
+{
+    GDALRasterBandH band = fittingLevel(GDALGetRasterBand(m_file.get(), 1), size);
+    const Stretch x =
+        stretchOf(part.x(), part.width(), size.width(), GDALGetRasterBandXSize(band));
+    const Stretch y =
+        stretchOf(part.y(), part.height(), size.height(), GDALGetRasterBandYSize(band));
+    const QRect cells(x.first, y.first, x.count, y.count);
+    return readWindow(band, {cells, {x.from, y.from, x.length, y.length}, part.size()},
                       to, pitch);
 }
 
-Result<bool> SheetReader::readRows(const QSize &size, int from, int until, float *to)
+std::pair<int, int> SheetReader::rowsFor(const QSize &size) const
 {
     GDALRasterBandH band = fittingLevel(GDALGetRasterBand(m_file.get(), 1), size);
-    const int height = GDALGetRasterBandYSize(band);
-    const double step = static_cast<double>(height) / size.height();
-    const double top = step * from;
-    const double bottom = std::min(step * until, static_cast<double>(height));
-    const int first = std::clamp(static_cast<int>(std::floor(top)), 0, height - 1);
-    const int last = std::clamp(static_cast<int>(std::ceil(bottom)), first + 1, height);
-    const QRect cells(0, first, GDALGetRasterBandXSize(band), last - first);
-    return readWindow(band, {cells, top, bottom - top, {size.width(), until - from}}, to,
-                      std::size_t(size.width()));
+    int width = 0;
+    int height = 0;
+    GDALGetBlockSize(band, &width, &height);
+    return {GDALGetRasterBandYSize(band), height};
 }
 
 Result<bool> SheetReader::readWindow(GDALRasterBandH band, const Window &window,
@@ -139,13 +181,13 @@ bool SheetReader::readNumbers(GDALRasterBandH band, const Window &window, float 
     const int width = window.size.width();
     const bool plain = isPlain();
     if (plain) {
-        if (readInto(band, window.cells, window.top, window.height, window.size, to,
-                     GDT_Float32, GSpacing(pitch * sizeof(float))) != CE_None)
+        if (readInto(band, window.cells, window.exact, window.size, to, GDT_Float32,
+                     GSpacing(pitch * sizeof(float))) != CE_None)
             return false;
     } else {
         m_wide.resize(std::size_t(width) * std::size_t(window.size.height()));
-        if (readInto(band, window.cells, window.top, window.height, window.size,
-                     m_wide.data(), GDT_Float64, 0) != CE_None)
+        if (readInto(band, window.cells, window.exact, window.size, m_wide.data(),
+                     GDT_Float64, 0) != CE_None)
             return false;
     }
     if (!m_raster)
@@ -166,8 +208,8 @@ bool SheetReader::dropMasked(GDALRasterBandH band, const Window &window, float *
 {
     const std::size_t width = std::size_t(window.size.width());
     m_mask.resize(width * std::size_t(window.size.height()));
-    if (readInto(GDALGetMaskBand(band), window.cells, window.top, window.height,
-                 window.size, m_mask.data(), GDT_Byte, 0) != CE_None)
+    if (readInto(GDALGetMaskBand(band), window.cells, window.exact, window.size,
+                 m_mask.data(), GDT_Byte, 0) != CE_None)
         return false;
     for (std::size_t y = 0; y < std::size_t(window.size.height()); ++y)
         for (std::size_t x = 0; x < width; ++x)

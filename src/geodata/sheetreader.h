@@ -3,10 +3,15 @@
 #include "geodata/mosaic.h"
 
 #include <QRect>
+#include <QRectF>
 
 #include <cstdint>
 #include <memory>
 #include <vector>
+
+/// Size of windows that are read between two looks at the progress, in some milliseconds.
+/// They hold whole blocks of the file, so that none is read twice.
+[[nodiscard]] QSize windowOf(const Sheet &sheet);
 
 /// Reads windows of a sheet as heights in metres; for the thread that opened it.
 class SheetReader {
@@ -15,12 +20,13 @@ public:
 
     /// Cells as they are: `pitch` values lie between the beginnings of two rows.
     [[nodiscard]] Result<bool> read(const QRect &cells, float *to, std::size_t pitch);
-    /// Rows `from` to `until` of the sheet at another size, from overviews where there
-    /// are some; each cell is the one in its middle.
-    [[nodiscard]] Result<bool> readRows(const QSize &size, int from, int until,
-                                        float *to);
-    /// Cells that the file keeps together.
-    [[nodiscard]] const QSize &block() const { return m_block; }
+    /// A part of the sheet at another size, from overviews where there are some; each
+    /// cell is the one in its middle.
+    [[nodiscard]] Result<bool> readShrunk(const QSize &size, const QRect &part, float *to,
+                                          std::size_t pitch);
+    /// The rows of the sheet, or of the overview that serves a size, and those that the
+    /// file keeps together.
+    [[nodiscard]] std::pair<int, int> rowsFor(const QSize &size) const;
 
 private:
     SheetReader() = default;
@@ -37,7 +43,6 @@ private:
     const RasterFile *m_raster = nullptr; // null: metres already, voids are NaN
     QString m_name;
     QSize m_size;
-    QSize m_block;
     std::vector<double> m_wide; // of numbers that a float would round
     std::vector<std::uint8_t> m_mask;
 };

@@ -1,38 +1,10 @@
 // Terrain of every kind of file, read as GDAL's own programs read it.
+#include "geodata/compare.h"
 #include "geodata/geodata.h"
 #include "geodata/geofile.h"
 
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <cmath>
-
-namespace {
-
-struct Difference {
-    qint64 cells = 0; ///< that differ by more than half a unit of a centimetre
-    double most = 0.0;
-    qint64 voids = 0; ///< in one, and not in the other
-};
-
-Difference between(const Heights &one, const Heights &other)
-{
-    constexpr double HalfUnit = 0.005;
-    Difference found;
-    for (std::size_t i = 0; i < one.metres.size(); ++i) {
-        const double a = one.metres[i];
-        const double b = other.metres[i];
-        if (std::isnan(a) != std::isnan(b)) {
-            ++found.voids;
-        } else if (!std::isnan(a)) {
-            found.most = std::max(found.most, std::abs(a - b));
-            found.cells += std::abs(a - b) > HalfUnit ? 1 : 0;
-        }
-    }
-    return found;
-}
-
-} // namespace
 
 class TestGeodata : public QObject {
     Q_OBJECT
@@ -98,14 +70,8 @@ void TestGeodata::aFileIsReadAsGdalDoes()
     QVERIFY2(heights, qPrintable(heights ? QString() : heights.error().text));
     const Heights judged = judgedByWarp({file.name}, argumentsFor(*grid));
     QCOMPARE(heights->size, judged.size);
-    const Difference found = between(*heights, judged);
-    const qint64 cells = qint64(judged.metres.size());
-    const QString told = QStringLiteral("%1 of %2 cells differ, at most %3, %4 voids")
-                             .arg(found.cells)
-                             .arg(cells)
-                             .arg(found.most)
-                             .arg(found.voids);
-    QVERIFY2((found.cells + found.voids) * 1000 <= cells, qPrintable(told));
+    const Difference found = differenceOf(*heights, judged);
+    QVERIFY2(found.isSmall(), qPrintable(found.told()));
 }
 
 QTEST_APPLESS_MAIN(TestGeodata)
