@@ -39,26 +39,21 @@ double foldedPitch(double pitch) { return pitch < -Pi / 2 ? -Pi - pitch : pitch;
 
 } // namespace
 
-bool checkCurvedFlight(qsizetype controlPoints, qsizetype waypoints, int frames,
-                       QString *error)
+Result<void> checkCurvedFlight(qsizetype controlPoints, qsizetype waypoints, int frames)
 {
-    if (controlPoints < 4) {
-        *error = text("The number of control points is %1; it has to be greater than "
-                      "3.\n")
-                     .arg(controlPoints);
-        return false;
-    }
-    if (waypoints < 7) {
-        *error = text("The number of waypoints is %1; it has to be greater than 6.\n")
-                     .arg(waypoints);
-        return false;
-    }
-    if (frames <= 1) {
-        *error = text("The total number of frames is %1, has to be greater than 1.\n")
-                     .arg(frames);
-        return false;
-    }
-    return true;
+    if (controlPoints < 4)
+        return failed(text("The number of control points is %1; it has to be greater "
+                           "than 3.\n")
+                          .arg(controlPoints));
+    if (waypoints < 7)
+        return failed(
+            text("The number of waypoints is %1; it has to be greater than 6.\n")
+                .arg(waypoints));
+    if (frames <= 1)
+        return failed(
+            text("The total number of frames is %1, has to be greater than 1.\n")
+                .arg(frames));
+    return {};
 }
 
 CurvedFlight::CurvedFlight(const QList<ControlPoint> &controlPoints,

@@ -1,16 +1,15 @@
 #pragma once
 
+#include "base/result.h"
 #include "flight/nurbs.h"
 #include "scene/controlpoint.h"
 #include "scene/waypoint.h"
 
 #include <QList>
 
-class QString;
-
-/// Whether a curved flight can be flown; false with the reason otherwise.
-[[nodiscard]] bool checkCurvedFlight(qsizetype controlPoints, qsizetype waypoints,
-                                     int frames, QString *error);
+/// Whether a curved flight of so many points and frames can be flown, or why not.
+[[nodiscard]] Result<void> checkCurvedFlight(qsizetype controlPoints, qsizetype waypoints,
+                                             int frames);
 
 /// Where the curves of a flight are in one frame.
 struct CurvePoint {

@@ -5,12 +5,10 @@
 
 Result<void> checkFlight(const SceneryDocument &document)
 {
-    QString error;
-    if (document.parameters.isStraight ||
-        checkCurvedFlight(document.controlPoints.size(), document.waypoints.size(),
-                          document.parameters.Bildanzahl, &error))
+    if (document.parameters.isStraight)
         return {};
-    return failed(error);
+    return checkCurvedFlight(document.controlPoints.size(), document.waypoints.size(),
+                             document.parameters.Bildanzahl);
 }
 
 Flight::Flight(const SceneryDocument &document, double qualityFactor)

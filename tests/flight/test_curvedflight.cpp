@@ -57,17 +57,12 @@ void TestCurvedFlight::limitsAreToldInTheirOrder()
     QFETCH(int, controlPoints);
     QFETCH(int, waypoints);
     QFETCH(int, frames);
-    QString error;
-    QVERIFY(!checkCurvedFlight(controlPoints, waypoints, frames, &error));
-    QTEST(error, "text");
+    const Result<void> checked = checkCurvedFlight(controlPoints, waypoints, frames);
+    QVERIFY(!checked);
+    QTEST(checked.error().text, "text");
 }
 
-void TestCurvedFlight::enoughOfAllPasses()
-{
-    QString error;
-    QVERIFY(checkCurvedFlight(4, 7, 2, &error));
-    QVERIFY(error.isEmpty());
-}
+void TestCurvedFlight::enoughOfAllPasses() { QVERIFY(checkCurvedFlight(4, 7, 2)); }
 
 void TestCurvedFlight::positionRunsFromFirstToLastPoint()
 {
