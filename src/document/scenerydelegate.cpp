@@ -108,16 +108,14 @@ void SceneryDelegate::compactLine(QString &line) { compactKey(line); }
 
 bool SceneryDelegate::processLineLoad(const QString &line)
 {
-    using Line = SceneryReader::LineResult;
     SceneryReader reader(scenery);
-    QString error;
-    const Line result = reader.readLine(line, &error);
+    const Result<SceneryReader::Line> taken = reader.readLine(line);
     headSeen |= reader.headSeen();
-    if (result == Line::Rejected)
-        setErrorString(error);
-    if (result == Line::ObsoleteFormatOff || result == Line::ObsoleteFormatOn)
-        tellObsoleteFormat(result == Line::ObsoleteFormatOn);
-    return result != Line::Rejected;
+    if (!taken)
+        setErrorString(taken.error().text);
+    else if (*taken != SceneryReader::Line::Plain)
+        tellObsoleteFormat(*taken == SceneryReader::Line::ObsoleteFormatOn);
+    return taken.has_value();
 }
 
 // --- Saving ------------------------------------------------------------------------

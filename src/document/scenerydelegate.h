@@ -9,8 +9,6 @@
 #include <functional>
 #include <memory>
 
-enum class KeyMatch;
-
 class FlightRun;
 class ImageMdiChild;
 class RunWindow;
@@ -48,7 +46,7 @@ public:
 
     // 0: the line is not this key; 1: read; 2: broken, errorString() is set.
     int readValueFromKey(const QString &line, const QString &key, QString &value);
-    int readValueFromKey(const QString &line, const QString &key, unsigned int &colour);
+    int readValueFromKey(const QString &line, const QString &key, QRgb &colour);
     int readValueFromKey(const QString &line, const QString &key, bool &value);
     int readValueFromKey(const QString &line, const QString &key, int &value);
     int readValueFromKey(const QString &line, const QString &key, int &value1,
@@ -126,8 +124,8 @@ signals:
     void frameSaved(int frame, const QStringList &complaints);
 
 private:
-    /// Sets the error string for a broken line; the result of reading a key.
-    int concluded(KeyMatch match, const QString &error);
+    template <class Take>
+    int readKey(const QString &line, const QString &key, const Take &take);
     /// Takes what was read into document and form; false if a line was not accepted.
     bool take(const SceneryReading &reading);
     void tellObsoleteFormat(bool selected);

@@ -4,92 +4,89 @@
 #include "document/scenerydelegate.h"
 #include "scene/keyvalue.h"
 
-int SceneryDelegate::concluded(KeyMatch match, const QString &error)
+namespace {
+
+// What became of a line under a key, as the callers know it.
+enum KeyMatch { Other = 0, Read = 1, Broken = 2 };
+
+} // namespace
+
+// `take` puts the text of the value where it belongs, or fails.
+template <class Take>
+int SceneryDelegate::readKey(const QString &line, const QString &key, const Take &take)
 {
-    if (match == KeyMatch::Broken)
-        setErrorString(error);
-    return static_cast<int>(match);
+    const Result<std::optional<QStringView>> text = valueUnderKey(line, key);
+    if (text && !*text)
+        return Other;
+    const Result<void> taken = text ? take(**text) : failed(text.error().text);
+    if (taken)
+        return Read;
+    setErrorString(taken.error().text);
+    return Broken;
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
                                       QString &value)
 {
-    QStringView text;
-    QString error;
-    const KeyMatch match = matchKey(line, key, &text, &error);
-    if (match == KeyMatch::Read)
+    return readKey(line, key, [&value](QStringView text) -> Result<void> {
         value = text.toString();
-    return concluded(match, error);
+        return {};
+    });
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
-                                      unsigned int &colour)
+                                      QRgb &colour)
 {
-    QStringView text;
-    QString error;
-    KeyMatch match = matchKey(line, key, &text, &error);
-    if (match == KeyMatch::Read && !readColour(text, &colour, &error))
-        match = KeyMatch::Broken;
-    return concluded(match, error);
+    return readKey(line, key, [&colour](QStringView text) {
+        return readColour(text).map([&colour](QRgb read) { colour = read; });
+    });
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
                                       bool &value)
 {
-    QStringView text;
-    QString error;
-    const KeyMatch match = matchKey(line, key, &text, &error);
-    if (match == KeyMatch::Read)
+    return readKey(line, key, [&value](QStringView text) -> Result<void> {
         value = flagOf(text);
-    return concluded(match, error);
+        return {};
+    });
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key, int &value)
 {
-    QStringView text;
-    QString error;
-    const KeyMatch match = matchKey(line, key, &text, &error);
-    if (match == KeyMatch::Read)
+    return readKey(line, key, [&value](QStringView text) -> Result<void> {
         value = wholeOf(text);
-    return concluded(match, error);
+        return {};
+    });
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
                                       int &value1, int &value2)
 {
-    QStringView text;
-    QString error;
-    KeyMatch match = matchKey(line, key, &text, &error);
-    std::array<qint32, 2> pair{value1, value2};
-    if (match == KeyMatch::Read && !readPair(line, text, &pair, &error))
-        match = KeyMatch::Broken;
-    value1 = pair[0];
-    value2 = pair[1];
-    return concluded(match, error);
+    return readKey(line, key, [&](QStringView text) {
+        return readPair(line, text).map([&](const std::array<qint32, 2> &read) {
+            value1 = read[0];
+            value2 = read[1];
+        });
+    });
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
                                       int &value1, int &value2, int &value3)
 {
-    QStringView text;
-    QString error;
-    KeyMatch match = matchKey(line, key, &text, &error);
-    std::array<qint32, 3> triple{value1, value2, value3};
-    if (match == KeyMatch::Read && !readTriple(line, text, &triple, &error))
-        match = KeyMatch::Broken;
-    value1 = triple[0];
-    value2 = triple[1];
-    value3 = triple[2];
-    return concluded(match, error);
+    return readKey(line, key, [&](QStringView text) {
+        return readTriple(line, text).map([&](const std::array<qint32, 3> &read) {
+            value1 = read[0];
+            value2 = read[1];
+            value3 = read[2];
+        });
+    });
 }
 
 int SceneryDelegate::readValueFromKey(const QString &line, const QString &key,
                                       double &value)
 {
-    QStringView text;
-    QString error;
-    const KeyMatch match = matchKey(line, key, &text, &error);
-    if (match == KeyMatch::Read)
+    return readKey(line, key, [&value](QStringView text) -> Result<void> {
         value = realOf(text);
-    return concluded(match, error);
+        return {};
+    });
 }

@@ -1,18 +1,15 @@
 #include "scene/keyvalue.h"
 
-KeyMatch matchKey(QStringView line, QStringView key, QStringView *value, QString *error)
+Result<std::optional<QStringView>> valueUnderKey(QStringView line, QStringView key)
 {
     if (!line.startsWith(key))
-        return KeyMatch::Other;
+        return std::nullopt;
     const qsizetype equals = line.indexOf(u'=');
-    if (equals < 0) {
-        *error = QStringLiteral("No key/value pair: ") + line.toString();
-        return KeyMatch::Broken;
-    }
+    if (equals < 0)
+        return failed(QStringLiteral("No key/value pair: ") + line.toString());
     if (equals != key.size())
-        return KeyMatch::Other; // a longer key
-    *value = line.mid(equals + 1);
-    return KeyMatch::Read;
+        return std::nullopt; // a longer key
+    return line.mid(equals + 1);
 }
 
 void compactKey(QString &line)
@@ -32,16 +29,13 @@ void compactKey(QString &line)
     line = compact;
 }
 
-bool readColour(QStringView value, QRgb *colour, QString *error)
+Result<QRgb> readColour(QStringView value)
 {
     bool ok = false;
     const quint32 v = value.toUInt(&ok, 16);
-    if (!ok) {
-        *error = QStringLiteral("No color value: ") + value.toString();
-        return false;
-    }
-    *colour = 0xFF000000u | (v & 0xFFu) << 16 | (v & 0xFF00u) | (v & 0xFF0000u) >> 16;
-    return true;
+    if (!ok)
+        return failed(QStringLiteral("No color value: ") + value.toString());
+    return 0xFF000000u | (v & 0xFFu) << 16 | (v & 0xFF00u) | (v & 0xFF0000u) >> 16;
 }
 
 QString colourText(QRgb colour)
@@ -52,35 +46,26 @@ QString colourText(QRgb colour)
         .arg(qRed(colour), 2, 16, QLatin1Char('0'));
 }
 
-bool readPair(QStringView line, QStringView value, std::array<qint32, 2> *numbers,
-              QString *error)
+Result<std::array<qint32, 2>> readPair(QStringView line, QStringView value)
 {
     const qsizetype comma = value.indexOf(u',');
-    if (comma < 0) {
-        *error = QStringLiteral("No comma in two value parameter: ") + line.toString();
-        return false;
-    }
-    *numbers = {wholeOf(value.left(comma)), wholeOf(value.mid(comma + 1))};
-    return true;
+    if (comma < 0)
+        return failed(QStringLiteral("No comma in two value parameter: ") +
+                      line.toString());
+    return std::array{wholeOf(value.left(comma)), wholeOf(value.mid(comma + 1))};
 }
 
-bool readTriple(QStringView line, QStringView value, std::array<qint32, 3> *numbers,
-                QString *error)
+Result<std::array<qint32, 3>> readTriple(QStringView line, QStringView value)
 {
     const qsizetype first = value.indexOf(u',');
-    if (first < 0) {
-        *error =
-            QStringLiteral("No first comma in three value parameter: ") + line.toString();
-        return false;
-    }
+    if (first < 0)
+        return failed(QStringLiteral("No first comma in three value parameter: ") +
+                      line.toString());
     const qsizetype second = value.indexOf(u',', first + 1);
-    if (second < 0) {
-        *error = QStringLiteral("No second comma in three value parameter: ") +
-                 line.toString();
-        return false;
-    }
-    *numbers = {wholeOf(value.left(first)),
-                wholeOf(value.mid(first + 1, second - first - 1)),
-                wholeOf(value.mid(second + 1))};
-    return true;
+    if (second < 0)
+        return failed(QStringLiteral("No second comma in three value parameter: ") +
+                      line.toString());
+    return std::array{wholeOf(value.left(first)),
+                      wholeOf(value.mid(first + 1, second - first - 1)),
+                      wholeOf(value.mid(second + 1))};
 }

@@ -31,14 +31,12 @@ QString tooLongText(const QString &line)
 
 void takeLine(QString &line, SceneryReader &reader, SceneryReading &reading)
 {
-    using Line = SceneryReader::LineResult;
     compactKey(line);
-    QString complaint;
-    const Line result = reader.readLine(line, &complaint);
-    if (result == Line::Rejected)
-        reading.complaint = complaint;
-    if (result == Line::ObsoleteFormatOff || result == Line::ObsoleteFormatOn)
-        reading.obsoleteFormats.append(result == Line::ObsoleteFormatOn);
+    const Result<SceneryReader::Line> taken = reader.readLine(line);
+    if (!taken)
+        reading.complaint = taken.error().text;
+    else if (*taken != SceneryReader::Line::Plain)
+        reading.obsoleteFormats.append(*taken == SceneryReader::Line::ObsoleteFormatOn);
 }
 
 // The lines of a file, within the limits of its size.

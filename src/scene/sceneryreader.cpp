@@ -7,7 +7,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace {
@@ -88,81 +87,83 @@ template <class Record> Record &recordAt(QList<Record> &list, int index)
 
 } // namespace
 
-SceneryReader::LineResult SceneryReader::readLine(QStringView line, QString *error)
+Result<SceneryReader::Line> SceneryReader::readLine(QStringView line)
 {
     if (line.startsWith(QLatin1String("[Param]"))) {
         m_headSeen = true;
-        return LineResult::Accepted;
+        return Line::Plain;
     }
     const qsizetype equals = line.indexOf(u'=');
-    if (equals < 0 && beginsWithKey(line)) {
-        *error = QStringLiteral("No key/value pair: ") + line.toString();
-        return LineResult::Rejected;
-    }
+    if (equals < 0 && beginsWithKey(line))
+        return failed(QStringLiteral("No key/value pair: ") + line.toString());
     if (equals >= 0 && line.left(equals) == ObsoleteKey) {
         const bool selected = flagOf(line.mid(equals + 1));
         if (selected)
             m_document.parameters.AusgabePNG = true;
-        return selected ? LineResult::ObsoleteFormatOn : LineResult::ObsoleteFormatOff;
+        return selected ? Line::ObsoleteFormatOn : Line::ObsoleteFormatOff;
     }
     // A key that stands before an `=` fits one rule at most, so the order is free.
-    bool known = false;
-    bool good = false;
-    if (equals >= 0)
-        good = readScalar(line.left(equals), line.mid(equals + 1), error, &known);
-    if (!known)
-        good = readWaypoint(line, error, &known);
-    if (!known)
-        good = readControlPoint(line, error, &known);
-    if (!known)
-        *error = QStringLiteral("No such key: ") + line.toString();
-    return known && good ? LineResult::Accepted : LineResult::Rejected;
+    for (const auto read : {&SceneryReader::readScalar, &SceneryReader::readWaypoint,
+                            &SceneryReader::readControlPoint}) {
+        const Result<bool> known = (this->*read)(line);
+        if (!known)
+            return failed(known.error().text);
+        if (*known)
+            return Line::Plain;
+    }
+    return failed(QStringLiteral("No such key: ") + line.toString());
 }
 
-bool SceneryReader::readScalar(QStringView key, QStringView value, QString *error,
-                               bool *known)
+Result<bool> SceneryReader::readScalar(QStringView line)
 {
-    const SceneryKey *const found = findKey(key);
-    *known = found != nullptr;
+    const qsizetype equals = line.indexOf(u'=');
+    const SceneryKey *const found = equals < 0 ? nullptr : findKey(line.left(equals));
     if (!found)
         return false;
+    const QStringView value = line.mid(equals + 1);
+    if (const auto *const colour = std::get_if<keykind::Colour>(&found->field)) {
+        const Result<QRgb> read = readColour(value);
+        if (!read)
+            return failed(read.error().text);
+        m_document.parameters.*(colour->field) = *read;
+        return true;
+    }
     SceneryData &d = m_document.parameters;
-    return std::visit(
-        Overloaded{
-            [&](keykind::Real f) { return (d.*f.field = realOf(value)), true; },
-            [&](keykind::Whole f) { return (d.*f.field = wholeOf(value)), true; },
-            [&](keykind::Flag f) { return (d.*f.field = flagOf(value)), true; },
-            [&](keykind::Text f) { return (d.*f.field = value.toString()), true; },
-            [&](keykind::Colour f) { return readColour(value, &(d.*f.field), error); },
-            [&](keykind::StickyFlag f) { return (d.*f.field |= flagOf(value)), true; },
-            [&](keykind::InvertedFlag f) { return (d.*f.field = !flagOf(value)), true; },
-        },
-        found->field);
+    std::visit(Overloaded{
+                   [&](keykind::Real f) { d.*f.field = realOf(value); },
+                   [&](keykind::Whole f) { d.*f.field = wholeOf(value); },
+                   [&](keykind::Flag f) { d.*f.field = flagOf(value); },
+                   [&](keykind::Text f) { d.*f.field = value.toString(); },
+                   [&](keykind::Colour) {}, // above: it alone may be no value
+                   [&](keykind::StickyFlag f) { d.*f.field |= flagOf(value); },
+                   [&](keykind::InvertedFlag f) { d.*f.field = !flagOf(value); },
+               },
+               found->field);
+    return true;
 }
 
-bool SceneryReader::readWaypoint(QStringView line, QString *error, bool *known)
+Result<bool> SceneryReader::readWaypoint(QStringView line)
 {
     const auto at = listLine(line, WaypointPrefix);
     if (!at)
         return false;
-    QStringView value;
-    const KeyMatch plain = matchKey(line, at->key, &value, error);
-    if (plain != KeyMatch::Other) {
-        *known = true;
-        std::array<qint32, 2> xy{};
-        if (plain == KeyMatch::Broken || !readPair(line, value, &xy, error))
-            return false;
+    const auto plain = valueUnderKey(line, at->key);
+    if (!plain)
+        return failed(plain.error().text);
+    if (*plain) {
+        const auto xy = readPair(line, **plain);
+        if (!xy)
+            return failed(xy.error().text);
         Waypoint &waypoint = recordAt(m_document.waypoints, at->index);
-        waypoint.x = xy[0];
-        waypoint.y = xy[1];
+        waypoint.x = (*xy)[0];
+        waypoint.y = (*xy)[1];
         return true;
     }
     const QStringView rest = line.mid(at->key.size());
     if (rest.size() < 3 || rest[0] != u'_' || rest[2] != u'=' ||
         !QStringView(u"ziap").contains(rest[1]))
         return false;
-    *known = true;
-    value = rest.mid(3);
+    const QStringView value = rest.mid(3);
     Waypoint &waypoint = recordAt(m_document.waypoints, at->index);
     if (rest[1] == u'z')
         waypoint.z = wholeOf(value);
@@ -173,20 +174,22 @@ bool SceneryReader::readWaypoint(QStringView line, QString *error, bool *known)
     return true;
 }
 
-bool SceneryReader::readControlPoint(QStringView line, QString *error, bool *known)
+Result<bool> SceneryReader::readControlPoint(QStringView line)
 {
     const auto at = listLine(line, ControlPointPrefix);
     if (!at)
         return false;
-    QStringView value;
-    const KeyMatch match = matchKey(line, at->key, &value, error);
-    *known = match != KeyMatch::Other;
-    std::array<qint32, 3> xyz{};
-    if (match != KeyMatch::Read || !readTriple(line, value, &xyz, error))
+    const auto value = valueUnderKey(line, at->key);
+    if (!value)
+        return failed(value.error().text);
+    if (!*value)
         return false;
+    const auto xyz = readTriple(line, **value);
+    if (!xyz)
+        return failed(xyz.error().text);
     ControlPoint &point = recordAt(m_document.controlPoints, at->index);
-    point.x = xyz[0];
-    point.y = xyz[1];
-    point.z = xyz[2];
+    point.x = (*xyz)[0];
+    point.y = (*xyz)[1];
+    point.z = (*xyz)[2];
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "base/result.h"
+
 #include <QStringView>
 
 struct SceneryDocument;
@@ -12,24 +13,24 @@ constexpr int MaxListIndex = 65535;
 /// Takes single lines of a scenery file into a document, which it borrows.
 class SceneryReader {
 public:
-    enum class LineResult {
-        Rejected,
-        Accepted,
-        ObsoleteFormatOff, // accepted: the obsolete output format, not selected
-        ObsoleteFormatOn,  // accepted: it was selected; PNG stands in for it
+    /// What a line that was accepted is.
+    enum class Line {
+        Plain,
+        ObsoleteFormatOff, // the obsolete output format, not selected
+        ObsoleteFormatOn,  // it was selected; PNG stands in for it
     };
 
     explicit SceneryReader(SceneryDocument &document) : m_document(document) {}
 
-    /// Accepts one compacted line. `error` gets the complaint if it is rejected.
-    [[nodiscard]] LineResult readLine(QStringView line, QString *error);
+    /// Takes one compacted line, or fails with a complaint about it.
+    [[nodiscard]] Result<Line> readLine(QStringView line);
     [[nodiscard]] bool headSeen() const { return m_headSeen; }
 
 private:
-    [[nodiscard]] bool readScalar(QStringView key, QStringView value, QString *error,
-                                  bool *known);
-    [[nodiscard]] bool readWaypoint(QStringView line, QString *error, bool *known);
-    [[nodiscard]] bool readControlPoint(QStringView line, QString *error, bool *known);
+    // Whether the line is of this kind; fails where it is and has no good value.
+    [[nodiscard]] Result<bool> readScalar(QStringView line);
+    [[nodiscard]] Result<bool> readWaypoint(QStringView line);
+    [[nodiscard]] Result<bool> readControlPoint(QStringView line);
 
     SceneryDocument &m_document;
     bool m_headSeen = false;

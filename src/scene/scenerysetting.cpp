@@ -165,11 +165,10 @@ Result<void> applyPoint(SceneryDocument &scenery, const ScenerySetting &setting,
         return refused(setting, wholes == 0   ? tr("a number")
                                 : wholes == 1 ? tr("a whole number")
                                               : tr("%1 whole numbers").arg(wholes));
-    QString error;
-    const QString line = setting.key + u'=' + setting.value;
-    if (SceneryReader(scenery).readLine(line, &error) !=
-        SceneryReader::LineResult::Accepted)
-        return failed(error);
+    const auto taken =
+        SceneryReader(scenery).readLine(setting.key + u'=' + setting.value);
+    if (!taken)
+        return failed(taken.error().text);
     return {};
 }
 

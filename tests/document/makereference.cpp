@@ -35,9 +35,9 @@ bool readScene(const QString &fileName, Scene *scene)
         return false;
     SceneryReader reader(*scene);
     QTextStream lines(&file);
-    QString line, error;
+    QString line;
     while (lines.readLineInto(&line))
-        if (reader.readLine(line, &error) == SceneryReader::LineResult::Rejected)
+        if (!reader.readLine(line))
             return false;
     const int count = static_cast<int>(scene->controlPoints.size());
     return normalizeWaypoints(scene->waypoints, count) >= 0;

@@ -21,12 +21,12 @@ struct Scenery : SceneryDocument {
         QString line;
         bool isGood = true;
         while (stream.readLineInto(&line) && !line.isEmpty()) {
-            QString error;
             compactKey(line);
-            if (reader.readLine(line, &error) != SceneryReader::LineResult::Rejected)
+            const auto taken = reader.readLine(line);
+            if (taken)
                 continue;
             isGood = false;
-            if (error.isEmpty())
+            if (taken.error().text.isEmpty())
                 std::abort(); // a failure that the user is not told
         }
         ExtrasReader extrasReader(extras);
