@@ -34,7 +34,6 @@ void TerrainSweep::renderFrame(const FrameSetup &setup, const FrameCamera &camer
 {
     m_setup = &setup;
     m_progress = &progress;
-    m_row = 0;
     m_camera.emplace(*setup.view);
     m_camera->SetView(camera.position, camera.direction, camera.pitch, camera.focal,
                       camera.roll);
@@ -58,14 +57,8 @@ void TerrainSweep::Scan()
         m_limits.setLimits();
         m_limits.RoundTheLimits();
         beginFrame();
-        ScanQuadrant0();
-        ScanQuadrant1();
-        ScanQuadrant2();
-        ScanQuadrant3();
-        ScanBoundary01();
-        ScanBoundary12();
-        ScanBoundary23();
-        ScanBoundary30();
+        planWalks();
+        walkAll();
         m_frame->resolve();
         m_drawing = false;
     }

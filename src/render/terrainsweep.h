@@ -2,17 +2,18 @@
 
 #include "raster/elevationimage.h"
 #include "render/framesetup.h"
+#include "render/meshrow.h"
 #include "render/sweeplimits.h"
 #include "render/transformation.h"
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 class MeshFrame;
 class Progress;
 class WorkerPool;
 struct FrameCamera;
-struct MeshColumns;
 
 /// Renders one frame of terrain.
 ///
@@ -27,9 +28,9 @@ public:
     TerrainSweep(const TerrainSweep &) = delete;
     TerrainSweep &operator=(const TerrainSweep &) = delete;
 
-    /// Draws one frame. `progress` counts the rows of the mesh as they begin, of how many
-    /// is not known; false, each time it is asked again, ends the walk in hand, of which
-    /// there are eight. What was drawn until then is a partial picture.
+    /// Draws one frame. `progress` counts the rows of the mesh as they begin, of all that
+    /// the view can reach; false, each time it is asked again, ends the walk in hand, of
+    /// which there are eight. What was drawn until then is a partial picture.
     void renderFrame(const FrameSetup &setup, const FrameCamera &camera,
                      Progress &progress);
 
@@ -45,16 +46,24 @@ public:
 
 private:
     enum class First { NorthWest, SouthEast }; // triangle of a cell
+    /// Some rows of the mesh one after the other, far ones first.
+    struct Walk {
+        MeshColumns columns;
+        double from; // y of the first row
+        double step; // to the next one
+        int rows;
+    };
 
     void Scan();
     void paintBackground() const;
     void beginFrame();
-    [[nodiscard]] bool mayStartRow();
 
     /// Bounding box of what the picture's corners can see, and the observer.
     void ClipView();
     void ClipBottomView(C4Vector *plane);
     void ClipSideView(C4Vector *plane);
+    /// Plans the eight walks, in their order, those that the view cannot reach left out.
+    void planWalks();
     void ScanQuadrant0();
     void ScanQuadrant1();
     void ScanQuadrant2();
@@ -65,9 +74,10 @@ private:
     void ScanBoundary30();
     [[nodiscard]] MeshColumns eastward(double from, double until) const;
     [[nodiscard]] MeshColumns westward(double from, double until) const;
-    void walkSouth(MeshColumns columns, First first, double from, double until);
-    void walkNorth(MeshColumns columns, First first, double from, double until);
-    void walkOneRow(MeshColumns columns, First first, double y);
+    void planSouth(MeshColumns columns, First first, double from, double until);
+    void planNorth(MeshColumns columns, First first, double from, double until);
+    void planOneRow(MeshColumns columns, First first, double y);
+    void walkAll();
 
     // What a frame is drawn with while it is drawn.
     const FrameSetup *m_setup = nullptr;
@@ -76,7 +86,7 @@ private:
     ElevationImage m_elevation; // under the frame's z scale
     double m_dustRange = 1.0;
     SweepLimits m_limits;
-    qint64 m_row = 0; // rows that have begun
+    std::vector<Walk> m_walks; // of the frame, until they are walked
     std::unique_ptr<WorkerPool> m_workers;
     std::unique_ptr<MeshFrame> m_frame;
     int m_threadsWanted = 0;

@@ -7,7 +7,7 @@
 class QImage;
 
 /// Told what happens in a run, on the thread of the run. step() counts the rows of the
-/// mesh of a frame as they begin; how many there will be is not known.
+/// mesh of a frame as they begin, of all that the frame has.
 class RunListener : public Progress {
 public:
     /// The picture is there that all frames will be drawn into.

@@ -31,8 +31,9 @@ public:
     }
     bool step(qint64 row, qint64 of) override
     {
-        inOrder &= of == 0 && (row == 0 || row == lastRow + 1);
+        inOrder &= row < of && (row == 0 || (row == lastRow + 1 && of == rows));
         lastRow = row;
+        rows = of;
         return onRow ? onRow(row) : true;
     }
     void frameDrawn(int frame, const QImage &) override
@@ -49,7 +50,7 @@ public:
     QStringList told, complained;
     QList<int> saved;
     int passedOver = -1;
-    qint64 lastRow = 0;
+    qint64 lastRow = 0, rows = 0;
     bool inOrder = true;
     std::function<void(int frame)> onStart;
     std::function<bool(qint64 row)> onRow;
@@ -95,6 +96,8 @@ private slots:
         QCOMPARE(notes.saved, (QList<int>{0, 1, 2}));
         QVERIFY(notes.complained.isEmpty());
         QVERIFY(notes.inOrder);
+        QVERIFY(notes.rows > 0);
+        QCOMPARE(notes.lastRow + 1, notes.rows); // of the last frame
         QCOMPARE(files(), (QStringList{"f5.png", "f6.png", "f7.png"}));
     }
 
