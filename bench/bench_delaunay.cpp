@@ -57,10 +57,8 @@ void triangulate(benchmark::State &state)
         CDoubleMatrix points;
         CDoubleVector z;
         fillRandomly(points, z, count);
-        CIntMatrix triangles;
-        std::int32_t numTriangles = 0, maxSimplices = 0, maxUsed = 0;
-        benchmark::DoNotOptimize(Delaunay(&points, count, &triangles, &numTriangles, 2,
-                                          &maxSimplices, &maxUsed));
+        NoProgress unwatched;
+        benchmark::DoNotOptimize(Delaunay(points, count, 2, unwatched));
     }
     state.SetComplexityN(count);
 }
@@ -73,13 +71,11 @@ void triangulateAndFill(benchmark::State &state)
         CDoubleMatrix points;
         CDoubleVector z;
         fillRandomly(points, z, count);
-        CIntMatrix triangles;
-        std::int32_t numTriangles = 0, maxSimplices = 0, maxUsed = 0;
-        benchmark::DoNotOptimize(Delaunay(&points, count, &triangles, &numTriangles, 2,
-                                          &maxSimplices, &maxUsed));
+        NoProgress unwatched;
+        auto triangles = Delaunay(points, count, 2, unwatched);
         ElevationImage image(Side, Side, QImage::Format_RGB888);
         image.clear(0xFF000000u);
-        ScanTriangles(&points, &z, &triangles, numTriangles, &image);
+        ScanTriangles(&points, &z, &triangles->corners, triangles->count, &image);
     }
     state.SetComplexityN(count);
 }

@@ -35,9 +35,11 @@ void importTransfer(benchmark::State &state)
     for (auto _ : state) {
         SdtsConversion conversion;
         conversion.readCATDFile(folder.filePath("TR01CATD.DDF"));
-        if (!conversion.readCells())
+        NoProgress unwatched;
+        const Result<ElevationImage> image = conversion.readCells(1.0, unwatched);
+        if (!image)
             state.SkipWithError("no image");
-        benchmark::DoNotOptimize(conversion.image.constBits());
+        benchmark::DoNotOptimize(image->constBits());
     }
     std::cout.rdbuf(former);
     state.SetItemsProcessed(state.iterations() * columns * rows);

@@ -8,12 +8,11 @@
 
 namespace {
 
-class NoQuestions : public BinDemQuestions, public UsgsDemListener {
+class NoQuestions : public BinDemQuestions, public UsgsDemQuestions {
 public:
     bool proceedWithoutKeyword() override { return true; }
     bool confirmHeader(UsgsDemData &) override { return true; }
     bool continueChecking(const SuspiciousElevation &) override { return true; }
-    void readingFile(const QString &) override {}
 };
 
 void writeFile(const QString &name, const QByteArray &bytes)
@@ -90,9 +89,10 @@ void importBlock(benchmark::State &state)
     writeFile(dir.filePath("a.dem"), bytes);
     NoQuestions listener;
     for (auto _ : state) {
-        ElevationImage image;
-        if (!UsgsDemImport(-9999, listener).run({dir.filePath("a.dem")}, &image) ||
-            image.size() != QSize(Side - 1, Side - 1))
+        NoProgress unwatched;
+        const Result<ElevationImage> image =
+            UsgsDemImport(-9999, listener).run({dir.filePath("a.dem")}, unwatched);
+        if (!image || image->size() != QSize(Side - 1, Side - 1))
             state.SkipWithError("not imported");
         benchmark::DoNotOptimize(image);
     }

@@ -1,11 +1,13 @@
 #include "importdialogs/asciiirregulardialog.h"
 
 #include "importers/asciiirregular.h"
-#include "raster/elevationimage.h"
 #include "views/waitcursor.h"
 
 #include <QFile>
 #include <QMessageBox>
+
+#include <optional>
+#include <utility>
 
 AsciiIrregularDialog::AsciiIrregularDialog(QWidget *parent)
     : FormDialog(tr("ASCII Irregular Import"), parent)
@@ -14,10 +16,7 @@ AsciiIrregularDialog::AsciiIrregularDialog(QWidget *parent)
 
 QStringList AsciiIrregularDialog::scanRows(const MeshScan &scan) const
 {
-    QStringList rows;
-    if (scan.lineCounter == 0)
-        rows << AsciiMesh::tr("Not a single valid line encountered.");
-    return rows << AsciiMeshDialog::scanRows(scan);
+    return irregularScanRows(scan, spinBoxSkip->value());
 }
 
 bool AsciiIrregularDialog::asciiToImage()
@@ -33,31 +32,28 @@ bool AsciiIrregularDialog::asciiToImage()
     options.zScale = doubleSpinBoxZScale->value();
     options.nodalPointEstimate = spinBoxNodalPointEstimate->value();
 
-    ScatteredPoints scattered;
-    if (!scattered.allocate(options.nodalPointEstimate)) {
-        showError(tr("There is not enough memory for %1 nodal points.")
-                      .arg(options.nodalPointEstimate));
+    NoProgress unwatched;
+    std::optional<WaitCursor> wait(std::in_place);
+    Result<ScatteredMesh> mesh = readScatteredPoints(file, options, unwatched);
+    if (!mesh) {
+        wait.reset();
+        showError(mesh.error().text);
         return false;
     }
-    ElevationImage image;
-    QStringList rows;
-    // Under the arrow cursor, after the work; this box has no parent.
-    QList<std::pair<QString, QString>> notices;
-    int code = 0;
-    bool stored = false;
-    {
-        const WaitCursor wait;
-        stored = readScatteredPoints(file, options, scattered, &rows);
-        if (stored)
-            code = fillScatteredPoints(scattered, options, image,
-                                       [&](const QString &title, const QString &text) {
-                                           notices.append({title, text});
-                                       });
-    }
-    showRows(rows);
-    for (const auto &[title, text] : notices)
-        QMessageBox::critical(nullptr, title, text);
-    if (code != 0)
-        showError(tr("The triangulation routine\nreturned an error code: %1.").arg(code));
-    return stored && code == 0 && saveOutput(image);
+    const bool hasPoints = mesh->scattered.count > 0;
+    DelaunayResult<ElevationImage> image;
+    if (hasPoints)
+        image = fillScatteredPoints(mesh->scattered, options, unwatched);
+    wait.reset(); // the boxes come under the arrow cursor
+    showRows(mesh->rows);
+    if (!image)
+        showTriangulationFailure(image.error());
+    return hasPoints && image && saveOutput(*image);
+}
+
+void AsciiIrregularDialog::showTriangulationFailure(const DelaunayFailure &failure)
+{
+    if (!failure.text.isEmpty())
+        QMessageBox::critical(nullptr, tr("Error"), failure.text); // it has no parent
+    showError(triangulationFailedText(failure.code));
 }

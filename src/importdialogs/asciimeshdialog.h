@@ -40,6 +40,7 @@ protected:
     [[nodiscard]] const MeshBoundaries &boundaries() const { return m_boundaries; }
 
 private:
+    // Those that both forms have.
     struct MeshWidgets {
         QLineEdit *fromFile;
         QLineEdit *top;

@@ -1,7 +1,6 @@
 #include "importdialogs/asciiregulardialog.h"
 
 #include "importers/asciiregular.h"
-#include "raster/elevationimage.h"
 #include "views/waitcursor.h"
 
 #include <QFile>
@@ -30,13 +29,13 @@ bool AsciiRegularDialog::asciiToImage()
     options.height = spinBoxHeight->value();
     options.skip = spinBoxSkip->value();
     options.zScale = doubleSpinBoxZScale->value();
-    ElevationImage image;
-    QStringList rows;
-    bool stored = false;
-    {
+    const Result<AsciiRegularMesh> mesh = [&] {
         const WaitCursor wait;
-        stored = convertAsciiRegular(file, options, image, &rows);
-    }
-    showRows(rows);
-    return stored && saveOutput(image);
+        NoProgress unwatched;
+        return convertAsciiRegular(file, options, unwatched);
+    }();
+    if (!mesh)
+        return false;
+    showRows(mesh->rows);
+    return mesh->hasPoints && saveOutput(mesh->image);
 }

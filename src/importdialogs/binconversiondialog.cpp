@@ -34,13 +34,10 @@ bool BinConversionDialog::openHeaderFile(const QString &fileName)
     if (!m_headerFile.read(fileName, *this))
         return false;
     checkBoxKeepNODATAValues->setEnabled(m_headerFile.header().hasNoDataValue);
-    const QString faults = m_headerFile.header().faults();
-    if (faults.isEmpty())
-        return true;
-    showError(tr("One or more errors have occured while reading the header file:\n\n") +
-              faults +
-              tr("Make sure that the *.BIL, *.HDR and *.BLW files are present."));
-    return false;
+    const QString faults = m_headerFile.header().faultsMessage();
+    if (!faults.isEmpty())
+        showError(faults);
+    return faults.isEmpty();
 }
 
 void BinConversionDialog::setFields()
@@ -95,29 +92,19 @@ void BinConversionDialog::accept()
         return;
     (void)saveOutput(dem->image); // a failure is shown, and the range as well
     file.close();
-    QMessageBox::information(this, windowTitle(),
-                             tr("Range of elevations written to the output file:\n") +
-                                 dem->range.text());
+    QMessageBox::information(this, windowTitle(), dem->range.message());
     QDialog::accept();
 }
 
 void BinConversionDialog::bitsGuessed(int bitsPerPixel)
 {
-    QMessageBox::information(
-        this, tr("Information"),
-        tr("Guessing %1 bits per pixel from the file size.").arg(bitsPerPixel));
+    QMessageBox::information(this, tr("Information"), bitsGuessedText(bitsPerPixel));
 }
 
 bool BinConversionDialog::proceedWithoutKeyword()
 {
-    const QString text =
-        tr("The BIL file begins with \"II*\", which requires the \"WGS 84\" keyword\n"
-           "to locate the beginning of the elevation data block in the BIL file.\n"
-           "That keyword could not be located. An import can only be attempted\n"
-           "beginning at the first byte, most probably leading to incorrect results.\n"
-           "Proceed anyway?");
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // instead of the wait cursor
-    const auto answer = QMessageBox::warning(this, tr("Warning"), text,
+    const auto answer = QMessageBox::warning(this, tr("Warning"), withoutKeyword(),
                                              QMessageBox::Yes | QMessageBox::No);
     QGuiApplication::restoreOverrideCursor();
     return answer == QMessageBox::Yes;

@@ -30,7 +30,6 @@ void JapanConversionDialog::accept()
     }
     file.close();
     (void)saveOutput(dem->image); // a failure is shown, and the count as well
-    QMessageBox::information(this, messageTitle(),
-                             tr("%1 non-zero elevations found.").arg(dem->nonZeroCount));
+    QMessageBox::information(this, messageTitle(), dem->message());
     QDialog::accept();
 }

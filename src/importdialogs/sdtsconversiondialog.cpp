@@ -44,51 +44,43 @@ void SdtsConversionDialog::readCATDFile(const QString &fileName)
         const WaitCursor waitCursor;
         m_conversion.readCATDFile(fileName);
     }
-    lineEditDDSHFile->setText(m_conversion.ddshFile);
-    lineEditDDOMFile->setText(m_conversion.ddomFile);
-    lineEditCEL0File->setText(m_conversion.cel0File);
-    lineEditInputUnits->setText(m_conversion.inputUnit);
-    spinBoxVoidValue->setValue(m_conversion.voidValue);
-    spinBoxFillValue->setValue(m_conversion.fillValue);
+    const SdtsTransfer &transfer = m_conversion.transfer();
+    lineEditDDSHFile->setText(transfer.ddshFile);
+    lineEditDDOMFile->setText(transfer.ddomFile);
+    lineEditCEL0File->setText(transfer.cel0File);
+    lineEditInputUnits->setText(transfer.inputUnit);
+    spinBoxVoidValue->setValue(transfer.voidValue);
+    spinBoxFillValue->setValue(transfer.fillValue);
 
-    const int unit = comboBoxOutputUnits->findText(m_conversion.inputUnit);
+    const int unit = comboBoxOutputUnits->findText(transfer.inputUnit);
     if (unit >= 0)
         comboBoxOutputUnits->setCurrentIndex(unit);
     else
-        QMessageBox::warning(this, tr("Warning"),
-                             tr("The DDSH file \"%1\"\n"
-                                "contains an unknown elevation unit: \"%2\"")
-                                 .arg(m_conversion.ddshFile, m_conversion.inputUnit));
+        QMessageBox::warning(this, tr("Warning"), unknownUnitText(transfer));
 }
 
-void SdtsConversionDialog::CalculateCalibrationFactor()
+double SdtsConversionDialog::CalculateCalibrationFactor()
 {
     if (comboBoxOutputUnits->currentIndex() < 0) {
         QMessageBox::warning(this, tr("Error"),
                              tr("Unsupported unit in the input data."
                                 "Using a scaling factor of 1.0."));
-        m_conversion.calibrationFactor = 1.0;
-        return;
+        return 1.0;
     }
-    const double outScale = comboBoxOutputUnits->currentData().toDouble();
-    const int unit =
-        comboBoxOutputUnits->findText(m_conversion.inputUnit, Qt::MatchFixedString);
-    // Elevations of an unknown unit are taken for millimeters.
-    const double inScale =
-        unit >= 0 ? comboBoxOutputUnits->itemData(unit).toDouble() : 1.0;
-    m_conversion.calibrationFactor = inScale / outScale;
+    return calibrationFactor(m_conversion.transfer().inputUnit,
+                             comboBoxOutputUnits->currentData().toDouble());
 }
 
 void SdtsConversionDialog::accept()
 {
-    CalculateCalibrationFactor();
-    bool hasImage = false;
-    {
+    const double factor = CalculateCalibrationFactor();
+    const Result<ElevationImage> image = [&] {
         const WaitCursor waitCursor;
-        hasImage = m_conversion.readCells();
-    }
-    if (!hasImage)
-        return showError(tr("Could not create output image."));
-    if (saveOutput(m_conversion.image))
+        NoProgress unwatched;
+        return m_conversion.readCells(factor, unwatched);
+    }();
+    if (!image)
+        return showError(image.error().text);
+    if (saveOutput(*image))
         QDialog::accept();
 }

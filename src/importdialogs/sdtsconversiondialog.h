@@ -15,7 +15,8 @@ public:
 
 private:
     void readCATDFile(const QString &fileName);
-    void CalculateCalibrationFactor();
+    // From the units of the input to those that are chosen.
+    [[nodiscard]] double CalculateCalibrationFactor();
     void fillOutputUnits();
     void makeLabelsAnswerTheirKeys();
 

@@ -1,7 +1,6 @@
 #include "importdialogs/usgsdemconversiondialog.h"
 
 #include "importdialogs/demdatadialog.h"
-#include "importers/numbers.h"
 
 #include <QGuiApplication>
 #include <QMessageBox>
@@ -33,10 +32,11 @@ void UsgsDemConversionDialog::chooseFiles()
 
 void UsgsDemConversionDialog::accept()
 {
-    UsgsDemImport import(spinBoxVoidValue->value(), *this);
-    ElevationImage image;
-    if (import.run(fileNames, &image))
-        (void)saveOutput(image); // a failure is shown, and the dialog closes as well
+    NoProgress unwatched;
+    const Result<ElevationImage> image =
+        UsgsDemImport(spinBoxVoidValue->value(), *this).run(fileNames, unwatched);
+    if (image)
+        (void)saveOutput(*image); // a failure is shown, and the dialog closes as well
     QDialog::accept();
 }
 
@@ -48,14 +48,8 @@ bool UsgsDemConversionDialog::confirmHeader(UsgsDemData &header)
 
 bool UsgsDemConversionDialog::continueChecking(const SuspiciousElevation &jump)
 {
-    const QString text =
-        tr("Suspicious elevation value:\nChanged from %1to %2 in "
-           "(%3/%4).\nContinue checking?")
-            .arg(wholeNumberText(jump.previous), wholeNumberText(jump.current))
-            .arg(jump.column)
-            .arg(jump.row);
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // instead of the wait cursor
-    const auto answer = QMessageBox::warning(this, messageTitle(), text,
+    const auto answer = QMessageBox::warning(this, messageTitle(), jump.question(),
                                              QMessageBox::Yes | QMessageBox::No);
     QGuiApplication::restoreOverrideCursor();
     return answer == QMessageBox::Yes;

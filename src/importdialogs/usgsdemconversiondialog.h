@@ -8,7 +8,7 @@
 
 /// Imports USGS DEM files, several of them as one mosaic.
 class UsgsDemConversionDialog : public FormDialog<Ui::UsgsDemConversionDialog>,
-                                private UsgsDemListener {
+                                private UsgsDemQuestions {
     Q_OBJECT
 
 public:

@@ -2,12 +2,19 @@
 
 #include "importers/scantriangles.h"
 #include "importers/xyzreader.h"
-#include "raster/elevationimage.h"
+
+#include <QCoreApplication>
+#include <QIODevice>
 
 namespace {
 
 constexpr unsigned ZeroElevation = 0xFF000000u;
 constexpr int EnclosingCorners = 3;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("AsciiIrregularDialog", text);
+}
 
 // Stores the point of a line unless it lies outside the boundaries, where a
 // division by an extent of 0 puts it too.
@@ -38,15 +45,23 @@ bool ScatteredPoints::allocate(int estimate)
     return points.Allocate(estimate + EnclosingCorners, 2) && z.Allocate(estimate);
 }
 
-bool readScatteredPoints(QIODevice &in, const AsciiIrregularOptions &options,
-                         ScatteredPoints &out, QStringList *rows)
+Result<ScatteredMesh> readScatteredPoints(QIODevice &in,
+                                          const AsciiIrregularOptions &options,
+                                          Progress &progress)
 {
+    ScatteredMesh mesh;
+    if (!mesh.scattered.allocate(options.nodalPointEstimate))
+        return failed(tr("There is not enough memory for %1 nodal points.")
+                          .arg(options.nodalPointEstimate));
     XyzReader reader(in);
     for (int i = 0; i < options.skip; ++i)
         reader.skipLine();
     MeshMessages messages(options.skip);
+    LineProgress lines(in, progress);
     for (; !reader.atEnd(); messages.endLine()) {
-        if (out.count >= options.nodalPointEstimate) {
+        if (!lines.nextLine())
+            return stopped();
+        if (mesh.scattered.count >= options.nodalPointEstimate) {
             messages.addLimited(AsciiMesh::tr("Number of nodal points exceeded."));
             messages.closeIfFull();
             break;
@@ -54,30 +69,43 @@ bool readScatteredPoints(QIODevice &in, const AsciiIrregularOptions &options,
         const XyzReader::Line line = reader.readLine();
         if (line.empty)
             continue;
-        if (line.items < 3)
+        if (line.items < 3) {
             messages.addShortLine(line.items);
-        else
-            storePoint(line, options, out);
+            continue;
+        }
+        ++mesh.pointsRead;
+        storePoint(line, options, mesh.scattered);
     }
-    if (out.count == 0)
+    if (mesh.scattered.count == 0)
         messages.add(AsciiMesh::tr("Not a single valid line encountered."));
-    *rows = messages.rows();
-    return out.count > 0;
+    mesh.rows = messages.rows();
+    return mesh;
 }
 
-int fillScatteredPoints(ScatteredPoints &scattered, const AsciiIrregularOptions &options,
-                        ElevationImage &image, const DelaunayNotice &notice)
+DelaunayResult<ElevationImage> fillScatteredPoints(ScatteredPoints &scattered,
+                                                   const AsciiIrregularOptions &options,
+                                                   Progress &progress)
 {
-    CIntMatrix triangles;
-    std::int32_t numTriangles = 0;
-    std::int32_t maxSimplices = 0;
-    std::int32_t maxUsed = 0;
-    const int code = Delaunay(&scattered.points, scattered.count, &triangles,
-                              &numTriangles, 2, &maxSimplices, &maxUsed, notice);
-    if (code != 0)
-        return code;
-    image = ElevationImage(options.width, options.height, QImage::Format_RGB888);
+    DelaunayResult<DelaunayTriangles> triangles =
+        Delaunay(scattered.points, scattered.count, 2, progress);
+    if (!triangles)
+        return tl::unexpected(triangles.error());
+    ElevationImage image(options.width, options.height, QImage::Format_RGB888);
     image.clear(ZeroElevation);
-    ScanTriangles(&scattered.points, &scattered.z, &triangles, numTriangles, &image);
-    return 0;
+    ScanTriangles(&scattered.points, &scattered.z, &triangles->corners, triangles->count,
+                  &image);
+    return image;
+}
+
+QStringList irregularScanRows(const MeshScan &scan, int skip)
+{
+    QStringList rows;
+    if (scan.lineCounter == 0)
+        rows << AsciiMesh::tr("Not a single valid line encountered.");
+    return rows << zeroTripleWarnings(scan, skip);
+}
+
+QString triangulationFailedText(int code)
+{
+    return tr("The triangulation routine\nreturned an error code: %1.").arg(code);
 }

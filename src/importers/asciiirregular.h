@@ -2,16 +2,16 @@
 
 #include "importers/asciimesh.h"
 #include "importers/delaunay.h"
+#include "raster/elevationimage.h"
 
-class ElevationImage;
-
+/// How an irregular text mesh becomes an image.
 struct AsciiIrregularOptions {
     MeshBoundaries boundaries;
-    int width = 0; // of the output, in pixels
+    int width = 0; ///< of the output, in pixels
     int height = 0;
-    int skip = 0; // leading lines
+    int skip = 0; ///< leading lines
     double zScale = 1.0;
-    int nodalPointEstimate = 0; // no more points than this are stored
+    int nodalPointEstimate = 0; ///< no more points than this are stored
 };
 
 /// Points in pixels, row downward, with their elevations. The matrix has three
@@ -25,16 +25,27 @@ struct ScatteredPoints {
     [[nodiscard]] bool allocate(int estimate);
 };
 
-/// Reads the points within the boundaries, in the order of the file, into storage
-/// allocated for the estimate. False if there was none. `rows` receives the
-/// complaints either way.
-[[nodiscard]] bool readScatteredPoints(QIODevice &in,
-                                       const AsciiIrregularOptions &options,
-                                       ScatteredPoints &out, QStringList *rows);
+/// What the reading of an irregular text mesh found.
+struct ScatteredMesh {
+    ScatteredPoints scattered; ///< those within the boundaries, in the file's order
+    qint64 pointsRead = 0;
+    QStringList rows; ///< complaints
+};
 
-/// Triangulates the points and fills the triangles into a new image of the
-/// options' size; 0, or the error code of Delaunay().
-[[nodiscard]] int fillScatteredPoints(ScatteredPoints &scattered,
-                                      const AsciiIrregularOptions &options,
-                                      ElevationImage &image,
-                                      const DelaunayNotice &notice);
+/// Reads the points within the boundaries. Fails where memory is short for as many as
+/// were estimated. Steps by bytes.
+[[nodiscard]] Result<ScatteredMesh>
+readScatteredPoints(QIODevice &in, const AsciiIrregularOptions &options,
+                    Progress &progress);
+
+/// Triangulates the points, which moves them a little, and fills the triangles into a
+/// new image of the options' size. Steps by points.
+[[nodiscard]] DelaunayResult<ElevationImage>
+fillScatteredPoints(ScatteredPoints &scattered, const AsciiIrregularOptions &options,
+                    Progress &progress);
+
+/// The rows that tell what a scan found; none where nothing is amiss.
+[[nodiscard]] QStringList irregularScanRows(const MeshScan &scan, int skip);
+
+/// Tells the code of a triangulation that failed.
+[[nodiscard]] QString triangulationFailedText(int code);

@@ -2,11 +2,7 @@
 
 #include "importers/xyzreader.h"
 
-namespace {
-
-constexpr int LinesPerStep = 1000;
-
-} // namespace
+#include <QIODevice>
 
 void MeshBoundaries::widen(double x, double y)
 {
@@ -27,6 +23,7 @@ Result<MeshScan> scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundarie
     XyzReader reader(in);
     for (; scan.lineCounter < skip; ++scan.lineCounter)
         reader.skipLine();
+    const qint64 size = in.isSequential() ? 0 : in.size();
     bool atBeginning = true;
     while (!reader.atEnd()) {
         const XyzReader::Line line = reader.readLine();
@@ -38,7 +35,8 @@ Result<MeshScan> scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundarie
         else if (atBeginning)
             ++scan.zeroTriples;
         boundaries.widen(x, y);
-        if (++scan.lineCounter % LinesPerStep == 0 && !progress.step(scan.lineCounter, 0))
+        if (++scan.lineCounter % LineProgress::LinesPerStep == 0 &&
+            !progress.step(in.pos(), size))
             return stopped();
     }
     return scan;
@@ -56,6 +54,16 @@ QStringList zeroTripleWarnings(const MeshScan &scan, int skip)
                   .arg(scan.zeroTriples),
         AsciiMesh::tr("  Check the number of lines to skip, you specified:"),
         AsciiMesh::tr("  \"Skip First %1 Line(s)\".").arg(skip)};
+}
+
+LineProgress::LineProgress(const QIODevice &in, Progress &progress)
+    : m_in(in), m_progress(progress), m_size(in.isSequential() ? 0 : in.size())
+{
+}
+
+bool LineProgress::nextLine()
+{
+    return ++m_lines % LinesPerStep != 0 || m_progress.step(m_in.pos(), m_size);
 }
 
 void MeshMessages::addShortLine(int items)

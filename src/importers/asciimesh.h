@@ -27,19 +27,37 @@ struct MeshBoundaries {
     bool operator==(const MeshBoundaries &) const = default;
 };
 
+/// What a scan of a text mesh counted.
 struct MeshScan {
-    qint64 lineCounter = 0; // lines skipped, found or not, and lines read
-    qint64 zeroTriples = 0; // all-zero triples and short lines at the beginning
+    qint64 lineCounter = 0; ///< lines skipped, found or not, and lines read
+    qint64 zeroTriples = 0; ///< all-zero triples and short lines at the beginning
 };
 
 /// Reads a text mesh and widens the boundaries by its points; a short line counts
-/// as the point (0, 0). Steps whenever the line counter has come to a multiple of
-/// 1000, by lines of which nobody knows how many there are.
+/// as the point (0, 0). Steps by bytes whenever the line counter has come to a multiple
+/// of 1000.
 Result<MeshScan> scanTextMesh(QIODevice &in, int skip, MeshBoundaries &boundaries,
                               Progress &progress);
 
 /// The rows that warn of all-zero triples; none if there are none.
 [[nodiscard]] QStringList zeroTripleWarnings(const MeshScan &scan, int skip);
+
+/// Steps by the bytes of a device, once in so many lines.
+class LineProgress {
+public:
+    static constexpr qint64 LinesPerStep = 1000;
+
+    /// Both are borrowed.
+    LineProgress(const QIODevice &in, Progress &progress);
+    /// A line was read; false if the work is to end.
+    [[nodiscard]] bool nextLine();
+
+private:
+    const QIODevice &m_in;
+    Progress &m_progress;
+    const qint64 m_size; // 0 where nobody knows it
+    qint64 m_lines = 0;
+};
 
 /// Numbers the data lines and collects the complaints of a conversion, at most
 /// 100 and a last one which says so.

@@ -1,7 +1,8 @@
 #include "importers/asciiregular.h"
 
 #include "importers/xyzreader.h"
-#include "raster/elevationimage.h"
+
+#include <QIODevice>
 
 #include <algorithm>
 
@@ -18,21 +19,24 @@ int proposedSide(double lowestCoordinate, double highestCoordinate, int highest)
     return side >= 1.0 ? static_cast<int>(std::min(side, double(highest))) : 1;
 }
 
-bool convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options,
-                         ElevationImage &image, QStringList *rows)
+Result<AsciiRegularMesh>
+convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options, Progress &progress)
 {
+    AsciiRegularMesh mesh;
     const MeshBoundaries &b = options.boundaries;
     const double width = options.width;
     const double height = options.height;
-    image = ElevationImage(options.width, options.height, QImage::Format_RGB888);
-    image.clear(ZeroElevation);
+    mesh.image = ElevationImage(options.width, options.height, QImage::Format_RGB888);
+    mesh.image.clear(ZeroElevation);
 
     XyzReader reader(in);
     for (int i = 0; i < options.skip; ++i)
         reader.skipLine();
     MeshMessages messages(options.skip);
-    bool stored = false;
+    LineProgress lines(in, progress);
     for (; !reader.atEnd(); messages.endLine()) {
+        if (!lines.nextLine())
+            return stopped();
         const XyzReader::Line line = reader.readLine();
         if (line.empty)
             continue;
@@ -40,6 +44,7 @@ bool convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options,
             messages.addShortLine(line.items);
             continue;
         }
+        ++mesh.pointsRead;
         const double u = ((line.x - b.minX) * width) / ((b.maxX - b.minX) + 1);
         if (!(0 <= u && u <= width))
             continue;
@@ -49,14 +54,15 @@ bool convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options,
         // Truncated toward zero, which keeps the half row above the image in row 0.
         const double column = u + 0.5;
         const double row = ((height - v) - 1) + 0.5;
-        image.setElevation(static_cast<int>(column), static_cast<int>(row),
-                           line.z * options.zScale);
-        stored = true; // also where u = width put it beside the image
+        mesh.image.setElevation(static_cast<int>(column), static_cast<int>(row),
+                                line.z * options.zScale);
+        ++mesh.pointsUsed; // also where u = width put it beside the image
     }
-    if (!stored) {
+    mesh.hasPoints = mesh.pointsUsed > 0;
+    if (!mesh.hasPoints) {
         messages.add(AsciiMesh::tr("Not a single valid line encountered."));
         messages.add(AsciiMesh::tr("No output file was written."));
     }
-    *rows = messages.rows();
-    return stored;
+    mesh.rows = messages.rows();
+    return mesh;
 }

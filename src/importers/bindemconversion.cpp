@@ -5,12 +5,18 @@
 #include "importers/blankelevation.h"
 #include "importers/numbers.h"
 
+#include <QCoreApplication>
 #include <QIODevice>
 
 #include <cmath>
 #include <optional>
 
 namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("BinConversionDialog", text);
+}
 
 // Where the samples begin in a file that starts like a little-endian TIFF: behind a
 // certain keyword. No value, if the user stops here.
@@ -105,6 +111,20 @@ void StoredRange::include(double elevation)
 QString StoredRange::text() const
 {
     return QString("minimum %1\nmaximum %2").arg(minimum).arg(maximum);
+}
+
+QString StoredRange::message() const
+{
+    return tr("Range of elevations written to the output file:\n") + text();
+}
+
+QString BinDemQuestions::withoutKeyword()
+{
+    return tr("The BIL file begins with \"II*\", which requires the \"WGS 84\" keyword\n"
+              "to locate the beginning of the elevation data block in the BIL file.\n"
+              "That keyword could not be located. An import can only be attempted\n"
+              "beginning at the first byte, most probably leading to incorrect results.\n"
+              "Proceed anyway?");
 }
 
 Result<BinDem> convertBinDem(QIODevice &in, const BinDemHeader &header,

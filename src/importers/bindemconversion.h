@@ -37,12 +37,16 @@ struct StoredRange {
     void include(double elevation);
     /// The two numbers as the user is told them.
     [[nodiscard]] QString text() const;
+    /// The same as a whole message.
+    [[nodiscard]] QString message() const;
 };
 
 /// Asked whether to go on with a file whose data cannot be located.
 class BinDemQuestions {
 public:
     virtual ~BinDemQuestions() = default;
+    /// The question's text.
+    [[nodiscard]] static QString withoutKeyword();
     [[nodiscard]] virtual bool proceedWithoutKeyword() = 0;
 };
 

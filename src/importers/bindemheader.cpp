@@ -154,3 +154,12 @@ QString BinDemHeader::faults() const
                                  "non-zero positive floating point number.\n");
     return text;
 }
+
+QString BinDemHeader::faultsMessage() const
+{
+    const QString lines = faults();
+    if (lines.isEmpty())
+        return {};
+    return tr("One or more errors have occured while reading the header file:\n\n") +
+           lines + tr("Make sure that the *.BIL, *.HDR and *.BLW files are present.");
+}

@@ -47,4 +47,6 @@ struct BinDemHeader {
     [[nodiscard]] double extentY() const { return (numberOfRows - 1.0) * pixelHeight; }
     /// One line for each value that is missing or cannot be used.
     [[nodiscard]] QString faults() const;
+    /// The faults as a whole message; empty if there are none.
+    [[nodiscard]] QString faultsMessage() const;
 };

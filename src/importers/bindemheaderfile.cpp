@@ -2,6 +2,7 @@
 
 #include "importers/numbers.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
@@ -36,6 +37,13 @@ template <typename Number> Number readOr(QTextStream &in, Number fallback)
 }
 
 } // namespace
+
+QString BinDemHeaderListener::bitsGuessedText(int bitsPerPixel)
+{
+    return QCoreApplication::translate("BinConversionDialog",
+                                       "Guessing %1 bits per pixel from the file size.")
+        .arg(bitsPerPixel);
+}
 
 bool BinDemHeaderFile::read(const QString &fileName, BinDemHeaderListener &listener)
 {

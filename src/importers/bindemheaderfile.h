@@ -7,6 +7,8 @@ class BinDemHeaderListener {
 public:
     virtual ~BinDemHeaderListener() = default;
     virtual void bitsGuessed(int bitsPerPixel) = 0;
+    /// What the user is told of it.
+    [[nodiscard]] static QString bitsGuessedText(int bitsPerPixel);
 };
 
 /// A header file with the files that may stand beside it: a world file (.blw) with the

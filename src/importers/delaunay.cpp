@@ -27,7 +27,8 @@ enum ReturnCode {
     NoFreeSlots,
     NoSimplices,
     NoSpheres,
-    NoTriangles
+    NoTriangles,
+    Stopped
 };
 
 class Messages {
@@ -47,38 +48,40 @@ double determinantOf(const double *a, const double *b, const double *c)
 
 template <int D> class Triangulation {
 public:
-    Triangulation(CDoubleMatrix &points, std::int32_t numPoints,
-                  const DelaunayNotice &notice)
-        : m_points(points), m_numPoints(std::max(numPoints, 0)), m_notice(notice)
+    Triangulation(CDoubleMatrix &points, std::int32_t numPoints)
+        : m_points(points), m_numPoints(std::max(numPoints, 0))
     {
     }
 
-    ReturnCode run(std::int32_t *maxSimplices, std::int32_t *maxUsed);
-    ReturnCode output(CIntMatrix &triangles, std::int32_t *numTriangles);
+    /// The triangles, or why there are none.
+    [[nodiscard]] DelaunayResult<DelaunayTriangles> run(Progress &progress);
 
 private:
     static constexpr int Factorial = D == 2 ? 2 : 6;
     static constexpr std::int32_t FaceLimit = 150 * Factorial;
 
+    ReturnCode prepare();
+    ReturnCode insertAll(Progress &progress);
+    ReturnCode output(DelaunayTriangles &triangles);
     ReturnCode findBounds();
     void perturb();
     ReturnCode encloseAll();
-    ReturnCode allocateTables(std::int32_t *maxSimplices);
-    bool insertPoint(std::int32_t i, std::int32_t *maxUsed);
+    ReturnCode allocateTables();
+    bool insertPoint(std::int32_t i);
     bool openCavity(std::int32_t slot);
     bool toggleFace(const std::int32_t *simplex, int omitted);
-    void closeCavity(std::int32_t i, std::int32_t *maxUsed);
+    void closeCavity(std::int32_t i);
     void computeSphere(const std::int32_t *face, const double *q, double *sphere);
     void solveCentre(double *centre) const;
     [[nodiscard]] bool isOutput(const std::int32_t *simplex, double *determinant);
 
     CDoubleMatrix &m_points;
     const std::int32_t m_numPoints;
-    const DelaunayNotice &m_notice;
     std::int32_t m_maxSimplices = 0;
     std::int32_t m_numFaces = 0;
     std::int64_t m_stackPosition = 0; // moves on past the table when slots run out
     std::int32_t m_usedSlots = 0;     // slots from here on were never filled
+    std::int32_t m_maxUsed = 0;       // highest slot in use so far
 
     CDoubleMatrix m_bounds; // row 0: extent, row 1: minimum
     CDoubleMatrix m_system;
@@ -143,7 +146,7 @@ template <int D> ReturnCode Triangulation<D>::encloseAll()
     return Success;
 }
 
-template <int D> ReturnCode Triangulation<D>::allocateTables(std::int32_t *maxSimplices)
+template <int D> ReturnCode Triangulation<D>::allocateTables()
 {
     if (!m_faces.Allocate(FaceLimit + 1, D))
         return NoFaces;
@@ -151,7 +154,6 @@ template <int D> ReturnCode Triangulation<D>::allocateTables(std::int32_t *maxSi
     if (wanted > INT32_MAX)
         return NoFreeSlots;
     m_maxSimplices = static_cast<std::int32_t>(wanted);
-    *maxSimplices = m_maxSimplices;
     if (!m_freeSlots.Allocate(m_maxSimplices))
         return NoFreeSlots;
     for (std::int32_t slot = 0; slot < m_maxSimplices; ++slot)
@@ -165,14 +167,13 @@ template <int D> ReturnCode Triangulation<D>::allocateTables(std::int32_t *maxSi
     return Success;
 }
 
-template <int D>
-ReturnCode Triangulation<D>::run(std::int32_t *maxSimplices, std::int32_t *maxUsed)
+template <int D> ReturnCode Triangulation<D>::prepare()
 {
     ReturnCode code = findBounds();
     if (code == Success)
         code = encloseAll();
     if (code == Success)
-        code = allocateTables(maxSimplices);
+        code = allocateTables();
     if (code != Success)
         return code;
 
@@ -181,27 +182,54 @@ ReturnCode Triangulation<D>::run(std::int32_t *maxSimplices, std::int32_t *maxUs
     std::fill_n(m_spheres.row(0), D, 0.0);
     m_spheres.row(0)[D] = LargestFloat;
     m_index.insert(0);
-    *maxUsed = 0;
     m_usedSlots = 1;
     m_stackPosition = 1;
-    for (std::int32_t i = 0; i < m_numPoints; ++i)
-        if (!insertPoint(i, maxUsed)) {
-            if (m_notice)
-                m_notice(Messages::tr("Error"),
-                         Messages::tr("Temporary Delaunay storage exceeded."));
-            return NoBoundsOrFacesExceeded;
-        }
     return Success;
 }
 
-template <int D> bool Triangulation<D>::insertPoint(std::int32_t i, std::int32_t *maxUsed)
+template <int D> ReturnCode Triangulation<D>::insertAll(Progress &progress)
+{
+    constexpr std::int32_t PointsPerStep = 256;
+    for (std::int32_t i = 0; i < m_numPoints; ++i) {
+        if (i % PointsPerStep == 0 && !progress.step(i, m_numPoints))
+            return Stopped;
+        if (!insertPoint(i))
+            return NoBoundsOrFacesExceeded;
+    }
+    return Success;
+}
+
+DelaunayFailure failureOf(ReturnCode code, const QString &text = {})
+{
+    return code == Stopped ? DelaunayFailure{{QString(), true}, 0}
+                           : DelaunayFailure{{text, false}, code};
+}
+
+template <int D>
+DelaunayResult<DelaunayTriangles> Triangulation<D>::run(Progress &progress)
+{
+    ReturnCode code = prepare();
+    if (code != Success)
+        return tl::unexpected(failureOf(code));
+    code = insertAll(progress);
+    if (code != Success)
+        return tl::unexpected(
+            failureOf(code, Messages::tr("Temporary Delaunay storage exceeded.")));
+    DelaunayTriangles triangles;
+    code = output(triangles);
+    if (code != Success)
+        return tl::unexpected(failureOf(code));
+    return triangles;
+}
+
+template <int D> bool Triangulation<D>::insertPoint(std::int32_t i)
 {
     m_numFaces = 0;
     m_index.find(m_points.rows[i], m_hits);
     for (const std::int32_t slot : m_hits)
         if (!openCavity(slot))
             return false;
-    closeCavity(i, maxUsed);
+    closeCavity(i);
     return true;
 }
 
@@ -244,11 +272,11 @@ bool Triangulation<D>::toggleFace(const std::int32_t *simplex, int omitted)
 }
 
 // Joins each face of the cavity with the new point.
-template <int D> void Triangulation<D>::closeCavity(std::int32_t i, std::int32_t *maxUsed)
+template <int D> void Triangulation<D>::closeCavity(std::int32_t i)
 {
     for (std::int32_t f = 0; f < m_numFaces; ++f, ++m_stackPosition) {
-        if (m_stackPosition > *maxUsed)
-            *maxUsed = static_cast<std::int32_t>(
+        if (m_stackPosition > m_maxUsed)
+            m_maxUsed = static_cast<std::int32_t>(
                 std::min<std::int64_t>(m_stackPosition, INT32_MAX));
         if (m_stackPosition >= m_maxSimplices)
             continue;
@@ -325,14 +353,13 @@ bool Triangulation<D>::isOutput(const std::int32_t *simplex, double *determinant
     return !(std::fabs(*determinant) <= FlatDeterminant);
 }
 
-template <int D>
-ReturnCode Triangulation<D>::output(CIntMatrix &triangles, std::int32_t *numTriangles)
+template <int D> ReturnCode Triangulation<D>::output(DelaunayTriangles &triangles)
 {
     double determinant = 0.0;
     std::int32_t count = 0;
     for (std::int32_t slot = 0; slot < m_usedSlots; ++slot)
         count += isOutput(m_simplices.row(slot), &determinant) ? 1 : 0;
-    if (!triangles.Allocate(count, D + 1))
+    if (!triangles.corners.Allocate(count, D + 1))
         return NoTriangles;
 
     std::int32_t stored = 0;
@@ -340,41 +367,28 @@ ReturnCode Triangulation<D>::output(CIntMatrix &triangles, std::int32_t *numTria
         const std::int32_t *const simplex = m_simplices.row(slot);
         if (!isOutput(simplex, &determinant))
             continue;
-        std::int32_t *const row = triangles.rows[stored++];
+        std::int32_t *const row = triangles.corners.rows[stored++];
         std::copy_n(simplex, D + 1, row);
         if (determinant < 0.0)
             std::swap(row[D - 1], row[D]);
     }
-    *numTriangles = count;
+    triangles.count = count;
+    triangles.maxSimplices = m_maxSimplices;
+    triangles.maxUsed = m_maxUsed;
     return Success;
-}
-
-template <int D>
-ReturnCode triangulate(CDoubleMatrix &points, std::int32_t numPoints,
-                       CIntMatrix &triangles, std::int32_t *numTriangles,
-                       std::int32_t *maxSimplices, std::int32_t *maxUsed,
-                       const DelaunayNotice &notice)
-{
-    Triangulation<D> triangulation(points, numPoints, notice);
-    const ReturnCode code = triangulation.run(maxSimplices, maxUsed);
-    return code == Success ? triangulation.output(triangles, numTriangles) : code;
 }
 
 } // namespace
 
-int Delaunay(CDoubleMatrix *points, std::int32_t numPoints, CIntMatrix *triangles,
-             std::int32_t *numTriangles, int dimension, std::int32_t *maxSimplices,
-             std::int32_t *maxUsed, const DelaunayNotice &notice)
+DelaunayResult<DelaunayTriangles> Delaunay(CDoubleMatrix &points, std::int32_t numPoints,
+                                           int dimension, Progress &progress)
 {
     if (dimension == 2)
-        return triangulate<2>(*points, numPoints, *triangles, numTriangles, maxSimplices,
-                              maxUsed, notice);
+        return Triangulation<2>(points, numPoints).run(progress);
     if (dimension == 3)
-        return triangulate<3>(*points, numPoints, *triangles, numTriangles, maxSimplices,
-                              maxUsed, notice);
-    if (notice)
-        notice(Messages::tr("Error"),
-               Messages::tr(
-                   "The built-in Delaunay function can only handle 2 or 3 dimensions."));
-    return BadDimension;
+        return Triangulation<3>(points, numPoints).run(progress);
+    return tl::unexpected(failureOf(
+        BadDimension,
+        Messages::tr(
+            "The built-in Delaunay function can only handle 2 or 3 dimensions.")));
 }

@@ -1,13 +1,29 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
 #include "importers/matrices.h"
 
 #include <QString>
 
-#include <functional>
+/// Why there is no triangulation. Codes: 1: neither 2 nor 3 dimensions; 2: no memory for
+/// the bounds, or too many faces around one point; no memory for 3: the linear system, 4:
+/// faces, 5: free slots, 6: simplices, 7: spheres, 8: triangles. Only some have a text of
+/// their own.
+struct DelaunayFailure : Failure {
+    int code = 0;
+};
 
-/// Shows a failure that Delaunay() words itself.
-using DelaunayNotice = std::function<void(const QString &title, const QString &text)>;
+/// As Result, with the code of a triangulation that failed.
+template <typename T> using DelaunayResult = tl::expected<T, DelaunayFailure>;
+
+/// What a triangulation made.
+struct DelaunayTriangles {
+    CIntMatrix corners;            ///< a row of point indices for each simplex
+    std::int32_t count = 0;        ///< of simplices
+    std::int32_t maxSimplices = 0; ///< size of the tables
+    std::int32_t maxUsed = 0;      ///< highest slot of them that was in use
+};
 
 /// Triangulates the first `numPoints` rows of `points` by incremental insertion
 /// with the list of circumscribed spheres, in 2 or 3 dimensions.
@@ -17,14 +33,9 @@ using DelaunayNotice = std::function<void(const QString &title, const QString &t
 /// hundred-thousandth of the extent, with the C library's generator, which is not
 /// seeded here: a second call goes on with the sequence.
 ///
-/// `triangles` is allocated with one row of point indices for each of the
-/// `numTriangles` simplices, all of the same orientation. `maxSimplices` receives
-/// the size of the tables, `maxUsed` the highest slot that was in use; when they
-/// meet, simplices were dropped and the triangulation has holes.
-///
-/// Gives 0, or 1: neither 2 nor 3 dimensions; 2: no memory for the bounds, or too
-/// many faces around one point; no memory for 3: the linear system, 4: faces,
-/// 5: free slots, 6: simplices, 7: spheres, 8: triangles.
-int Delaunay(CDoubleMatrix *points, std::int32_t numPoints, CIntMatrix *triangles,
-             std::int32_t *numTriangles, int dimension, std::int32_t *maxSimplices,
-             std::int32_t *maxUsed, const DelaunayNotice &notice = {});
+/// All simplices have the same orientation. When `maxUsed` meets `maxSimplices`,
+/// simplices were dropped and the triangulation has holes. Steps by points.
+[[nodiscard]] DelaunayResult<DelaunayTriangles> Delaunay(CDoubleMatrix &points,
+                                                         std::int32_t numPoints,
+                                                         int dimension,
+                                                         Progress &progress);

@@ -119,6 +119,11 @@ Result<JapanDem> readRows(Reader &in, QSize size, int voidValue, Progress &progr
 
 } // namespace
 
+QString JapanDem::message() const
+{
+    return tr("%1 non-zero elevations found.").arg(nonZeroCount);
+}
+
 Result<JapanDem> convertJapanDem(QIODevice &in, int voidValue, const QString &fileName,
                                  Progress &progress)
 {

@@ -10,6 +10,9 @@ class QIODevice;
 struct JapanDem {
     ElevationImage image; ///< null for a size below 0
     int nonZeroCount = 0; ///< elevations that are not 0
+
+    /// Tells the count.
+    [[nodiscard]] QString message() const;
 };
 
 /// Reads a Japan DEM file from a device that is open in text mode. `voidValue` stands

@@ -11,6 +11,7 @@
 /// the object empty.
 namespace importers {
 
+/// Gives memory back to the C library.
 struct FreeMemory {
     void operator()(void *memory) const { std::free(memory); }
 };

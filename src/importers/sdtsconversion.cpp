@@ -1,53 +1,80 @@
 #include "importers/sdtsconversion.h"
 
 #include "importers/blankelevation.h"
-#include "importers/sdtssubfields.h"
+#include "importers/sdtswalk.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
-void SdtsConversion::walk(const QString &fileName, int (*use)(sc_Subfield))
+namespace {
+
+// Half of a progress: cells are walked twice.
+class HalfOfProgress final : public Progress {
+public:
+    HalfOfProgress(Progress &whole, int half) : m_whole(whole), m_half(half) {}
+    [[nodiscard]] bool step(qint64 done, qint64 of) override
+    {
+        return m_whole.step(done + m_half * of, 2 * of);
+    }
+
+private:
+    Progress &m_whole;
+    int m_half;
+};
+
+} // namespace
+
+bool SdtsConversion::walk(const QString &fileName, int (*use)(sc_Subfield),
+                          Progress &progress)
 {
-    pSDTSImport = this;
+    // The format controls of the cells only say that they are binary.
+    const CConverterType hints[] = {{m_state.atlb.c_str(), m_state.fmt.c_str()}, {}};
+    const bool readsCells =
+        use == UseSubfieldToDetermineFileSize || use == UseSubfieldToReadElevations;
+    pSDTSImport = &m_state;
     UseSubfield = use;
     // A module that cannot be opened tells nothing, and is no failure.
-    ReadSDTS(QFile::encodeName(fileName).constData(), converterTypes);
+    const bool goesOn = walkSDTS(QFile::encodeName(fileName).constData(),
+                                 readsCells ? hints : nullptr, progress);
     UseSubfield = nullptr;
     pSDTSImport = nullptr;
-}
-
-void SdtsConversion::resetExtent()
-{
-    col = maxCol = row = maxRow = 0;
-    std::fill(std::begin(converterTypes), std::end(converterTypes), CConverterType());
+    return goesOn;
 }
 
 void SdtsConversion::readCATDFile(const QString &catdFile)
 {
-    resetExtent();
-    walk(catdFile, UseSubfieldToDetermineFileNames);
+    NoProgress unwatched; // these modules are small
+    (void)walk(catdFile, UseSubfieldToDetermineFileNames, unwatched);
     // The modules lie beside their catalog, whatever folders it names.
     const QString folder = QFileInfo(catdFile).absolutePath() + '/';
-    for (QString *const file : {&ddshFile, &ddomFile, &cel0File})
+    for (QString *const file : {&m_state.ddshFile, &m_state.ddomFile, &m_state.cel0File})
         *file = folder + QFileInfo(*file).fileName();
-    walk(ddshFile, UseSubfieldToDetermineUnits);
-    walk(ddomFile, UseSubfieldToDetermineVoidAndFill);
+    (void)walk(m_state.ddshFile, UseSubfieldToDetermineUnits, unwatched);
+    (void)walk(m_state.ddomFile, UseSubfieldToDetermineVoidAndFill, unwatched);
 }
 
-bool SdtsConversion::readCells()
+Result<ElevationImage> SdtsConversion::readCells(double calibrationFactor,
+                                                 Progress &progress)
 {
-    resetExtent();
-    // The format controls of the cells only say that they are binary.
-    converterTypes[0] = {atlb.c_str(), fmt.c_str()};
-    walk(cel0File, UseSubfieldToDetermineFileSize);
-    image = makeImage();
-    if (image.isNull())
-        return false;
-    walk(cel0File, UseSubfieldToReadElevations);
-    return true;
+    m_state.col = m_state.maxCol = m_state.row = m_state.maxRow = 0;
+    m_state.calibrationFactor = calibrationFactor;
+    HalfOfProgress first(progress, 0);
+    if (!walk(m_state.cel0File, UseSubfieldToDetermineFileSize, first))
+        return stopped();
+    m_state.image = makeImage();
+    if (m_state.image.isNull())
+        return failed(QCoreApplication::translate("SdtsConversionDialog",
+                                                  "Could not create output image."));
+    HalfOfProgress second(progress, 1);
+    const bool done = walk(m_state.cel0File, UseSubfieldToReadElevations, second);
+    ElevationImage image = std::exchange(m_state.image, ElevationImage());
+    if (!done)
+        return stopped();
+    return image;
 }
 
 ElevationImage SdtsConversion::makeImage() const
@@ -57,18 +84,17 @@ ElevationImage SdtsConversion::makeImage() const
     constexpr double AlwaysAllowed = 16.0 * 1024 * 1024;
     constexpr double PixelsPerByte = 4.0;
     // The column counter ends one beyond the last cell.
-    const double columns = maxCol - 1.0;
-    const double allowed =
-        std::max(AlwaysAllowed, PixelsPerByte * double(QFileInfo(cel0File).size()));
-    if (columns * maxRow > allowed)
+    const double columns = m_state.maxCol - 1.0;
+    const double bytes = double(QFileInfo(m_state.cel0File).size());
+    if (columns * m_state.maxRow > std::max(AlwaysAllowed, PixelsPerByte * bytes))
         return {};
-    return blankElevation(columns, maxRow);
+    return blankElevation(columns, m_state.maxRow);
 }
 
-void SdtsConversion::setElevation(double value)
+QString unknownUnitText(const SdtsTransfer &transfer)
 {
-    constexpr int Lowest = std::numeric_limits<int>::min();
-    if (image.isNull() || col == Lowest || row == Lowest)
-        return; // below them there is no number, and surely no cell
-    image.setElevation(col - 1, row - 1, value * calibrationFactor);
+    return QCoreApplication::translate("SdtsConversionDialog",
+                                       "The DDSH file \"%1\"\n"
+                                       "contains an unknown elevation unit: \"%2\"")
+        .arg(transfer.ddshFile, transfer.inputUnit);
 }

@@ -2,7 +2,7 @@
 
 #include "base/truncate.h"
 #include "importers/numbers.h"
-#include "importers/sdtsconversion.h"
+#include "importers/sdtswalk.h"
 
 #include <QFile>
 
@@ -11,7 +11,7 @@
 #include <limits>
 #include <string_view>
 
-SdtsConversion *pSDTSImport = nullptr;
+SdtsState *pSDTSImport = nullptr;
 
 namespace {
 
@@ -83,6 +83,14 @@ void nextColumn(int &column)
 
 } // namespace
 
+void SdtsState::setElevation(double value)
+{
+    constexpr int Lowest = std::numeric_limits<int>::min();
+    if (image.isNull() || col == Lowest || row == Lowest)
+        return; // below them there is no number, and surely no cell
+    image.setElevation(col - 1, row - 1, value * calibrationFactor);
+}
+
 // By value, as UseSubfield hands its copy over.
 // NOLINTBEGIN(performance-unnecessary-value-param): the type of the hook
 
@@ -91,7 +99,7 @@ int UseSubfieldToDetermineFileNames(sc_Subfield subfield)
     std::string text;
     if (!subfield.getA(text))
         return 0;
-    SdtsConversion &import = *pSDTSImport;
+    SdtsState &import = *pSDTSImport;
     if (isCalled(subfield, "name")) {
         toLowerCaseSTD(text);
         const bool isWanted = text == "ddsh" || text == "ddom" || text == "cel0";
@@ -126,7 +134,7 @@ int UseSubfieldToDetermineUnits(sc_Subfield subfield)
 
 int UseSubfieldToDetermineVoidAndFill(sc_Subfield subfield)
 {
-    SdtsConversion &import = *pSDTSImport;
+    SdtsState &import = *pSDTSImport;
     if (isCalled(subfield, "dval")) {
         import.moduleName = QString::number(doubleOf(subfield), 'f', 10);
     } else if (isCalled(subfield, "dvdf")) {
@@ -147,7 +155,7 @@ int UseSubfieldToDetermineVoidAndFill(sc_Subfield subfield)
 
 int UseSubfieldToDetermineFileSize(sc_Subfield subfield)
 {
-    SdtsConversion &import = *pSDTSImport;
+    SdtsState &import = *pSDTSImport;
     if (isCalled(subfield, "elevation")) {
         nextColumn(import.col);
         import.maxCol = std::max(import.maxCol, import.col);
@@ -163,7 +171,7 @@ int UseSubfieldToDetermineFileSize(sc_Subfield subfield)
 
 int UseSubfieldToReadElevations(sc_Subfield subfield)
 {
-    SdtsConversion &import = *pSDTSImport;
+    SdtsState &import = *pSDTSImport;
     if (isCalled(subfield, "elevation")) {
         double value = doubleOf(subfield);
         if (std::trunc(value) == import.voidValue)

@@ -2,6 +2,8 @@
 
 #include <QSettings>
 
+#include <algorithm>
+
 QList<SdtsUnit> sdtsUnits()
 {
     QList<SdtsUnit> units = {{"millimeters", 1.0},  {"centimeters", 10.0},
@@ -13,4 +15,14 @@ QList<SdtsUnit> sdtsUnits()
     if (!name.isEmpty())
         units.append({name, settings.value("userDefinedUnitScale", 1.0).toDouble()});
     return units;
+}
+
+double calibrationFactor(const QString &inputUnit, double outMillimeters)
+{
+    const QList<SdtsUnit> units = sdtsUnits();
+    const auto found =
+        std::find_if(units.begin(), units.end(), [&inputUnit](const SdtsUnit &unit) {
+            return unit.name.compare(inputUnit, Qt::CaseInsensitive) == 0;
+        });
+    return (found == units.end() ? 1.0 : found->millimeters) / outMillimeters;
 }

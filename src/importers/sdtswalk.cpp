@@ -3,6 +3,7 @@
 #include "iso8211/sio_8211forwarditerator.h"
 #include "iso8211/sio_8211reader.h"
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <iostream>
@@ -95,19 +96,43 @@ private:
     std::streambuf *m_target;
 };
 
+// False if it was asked to stop.
+bool walkRecords(std::ifstream &file, const CConverterType *hints, Progress &progress)
+{
+    constexpr int RecordsPerStep = 16;
+    const sio_8211ConverterHints converters = hintsOf(hints);
+    file.seekg(0, std::ios::end);
+    const qint64 size = file.tellg(); // below 0 where there is none
+    file.clear();
+    file.seekg(0);
+    const GatheredOutput gathered(std::cout);
+    sio_8211Reader reader(file, &converters);
+    int record = 0;
+    for (sio_8211ForwardIterator i(reader); i; ++i) {
+        if (record++ % RecordsPerStep == 0 &&
+            !progress.step(file.tellg(), std::max<qint64>(size, 0)))
+            return false;
+        i.walk(std::cout);
+    }
+    return true;
+}
+
 } // namespace
 
 int ReadSDTS(const char *fileName, const CConverterType *hints)
 {
-    const sio_8211ConverterHints converters = hintsOf(hints);
     std::ifstream file(fileName, std::ios::binary);
     if (!file)
         return -1;
-    const GatheredOutput gathered(std::cout);
-    sio_8211Reader reader(file, &converters);
-    for (sio_8211ForwardIterator i(reader); i; ++i)
-        i.walk(std::cout);
+    NoProgress unwatched;
+    (void)walkRecords(file, hints, unwatched);
     return 0;
+}
+
+bool walkSDTS(const char *fileName, const CConverterType *hints, Progress &progress)
+{
+    std::ifstream file(fileName, std::ios::binary);
+    return !file || walkRecords(file, hints, progress);
 }
 
 void toLowerCaseSTD(std::string &text)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/progress.h"
+
 #include <string>
 
 /// Which converter reads the binary subfields of a label: one of "I", "R", "S",
@@ -15,6 +17,10 @@ struct CConverterType {
 /// end is walked as far as it goes, and is the last. 0 at the end of the module, -1
 /// if the file cannot be opened.
 int ReadSDTS(const char *fileName, const CConverterType *hints);
+
+/// The same, with steps by bytes. False if it was asked to stop.
+[[nodiscard]] bool walkSDTS(const char *fileName, const CConverterType *hints,
+                            Progress &progress);
 
 /// Turns capitals to small letters, byte by byte and in place.
 void toLowerCaseSTD(std::string &text);

@@ -2,8 +2,10 @@
 
 #include "base/truncate.h"
 #include "importers/blankelevation.h"
+#include "importers/numbers.h"
 #include "importers/usgsdemreader.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -33,12 +35,30 @@ void skipHeader(QIODevice &in)
 }
 
 // Stores a sample whose row may be any number; what lies outside is dropped.
-void store(ElevationImage *image, int column, qint64 row, double z)
+void store(ElevationImage &image, int column, qint64 row, double z)
 {
     // Row -1 counts as 0: the raster rounds positions before it tests them.
-    if (row >= -1 && row < image->height())
-        image->setElevation(column, static_cast<int>(row), z);
+    if (row >= -1 && row < image.height())
+        image.setElevation(column, static_cast<int>(row), z);
 }
+
+// The steps of one file among several, each as much as any other.
+class ShareOfFiles final : public Progress {
+public:
+    ShareOfFiles(Progress &all, qint64 file, qint64 files)
+        : m_all(all), m_file(file), m_files(files)
+    {
+    }
+    [[nodiscard]] bool step(qint64 done, qint64 of) override
+    {
+        return m_all.step(m_file * of + done, m_files * of);
+    }
+
+private:
+    Progress &m_all;
+    qint64 m_file;
+    qint64 m_files;
+};
 
 } // namespace
 
@@ -76,63 +96,81 @@ int UsgsDemMosaic::rowOf(double northing) const
     return truncatedOrNearestNanLowest(stepsOf(northing - minNorthing, resolutionY));
 }
 
-UsgsDemImport::UsgsDemImport(int voidValue, UsgsDemListener &listener)
-    : m_voidValue(voidValue), m_listener(listener)
+QString SuspiciousElevation::question() const
+{
+    return QCoreApplication::translate(
+               "UsgsDemConversionDialog",
+               "Suspicious elevation value:\nChanged from %1to %2 in "
+               "(%3/%4).\nContinue checking?")
+        .arg(wholeNumberText(previous), wholeNumberText(current))
+        .arg(column)
+        .arg(row);
+}
+
+UsgsDemImport::UsgsDemImport(int voidValue, UsgsDemQuestions &questions)
+    : m_voidValue(voidValue), m_questions(questions)
 {
 }
 
-bool UsgsDemImport::run(const QStringList &fileNames, ElevationImage *image)
+Result<ElevationImage> UsgsDemImport::run(const QStringList &fileNames,
+                                          Progress &progress)
 {
     m_mosaic = {};
     UsgsDemData data;
     for (const QString &fileName : fileNames) {
-        parseDataHeader(&data, fileName);
+        parseDataHeader(data, fileName);
         m_mosaic.includeResolution(data);
     }
-    *image = m_mosaic.makeImage();
-    qint64 positiveCount = 0;
-    for (const QString &fileName : fileNames) {
+    ElevationImage image = m_mosaic.makeImage();
+    for (qsizetype file = 0; file < fileNames.size(); ++file) {
         // The header shown is that of the file parsed last, not that of this one.
-        if (!m_listener.confirmHeader(data))
-            return false;
-        readData(&data, fileName, image, &positiveCount);
+        if (!m_questions.confirmHeader(data))
+            return stopped();
+        ShareOfFiles share(progress, file, fileNames.size());
+        const Result<qint64> positives = readData(data, fileNames[file], image, share);
+        if (!positives)
+            return tl::unexpected(positives.error());
     }
-    return true;
+    return image;
 }
 
-bool UsgsDemImport::parseDataHeader(UsgsDemData *data, const QString &fileName)
+bool UsgsDemImport::parseDataHeader(UsgsDemData &data, const QString &fileName)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    data->read(file);
-    m_mosaic.includeCorners(*data);
+    data.read(file);
+    m_mosaic.includeCorners(data);
     return true;
 }
 
-bool UsgsDemImport::readData(UsgsDemData *data, const QString &fileName,
-                             ElevationImage *image, qint64 *positiveCount)
+Result<qint64> UsgsDemImport::readData(UsgsDemData &data, const QString &fileName,
+                                       ElevationImage &image, Progress &progress)
 {
-    m_listener.readingFile(fileName);
+    m_questions.readingFile(fileName);
     parseDataHeader(data, fileName);
     QFile file(fileName);
-    const bool opened =
-        file.open(QIODevice::ReadOnly | QIODevice::Text | QIODevice::Unbuffered);
-    if (opened)
-        readProfiles(file, *data, image, positiveCount);
-    m_listener.readingFile({});
-    return opened;
+    Result<qint64> positives = 0;
+    if (file.open(QIODevice::ReadOnly | QIODevice::Text | QIODevice::Unbuffered))
+        positives = readProfiles(file, data, image, progress);
+    m_questions.readingFile({});
+    return positives;
 }
 
-void UsgsDemImport::readProfiles(QIODevice &in, const UsgsDemData &data,
-                                 ElevationImage *image, qint64 *positiveCount)
+Result<qint64> UsgsDemImport::readProfiles(QIODevice &in, const UsgsDemData &data,
+                                           ElevationImage &image, Progress &progress)
 {
     skipHeader(in);
     m_checking = true;
     UsgsDemReader reader(in);
     const int last = data.numberOfColumns - 1;
-    for (int p = 0; p <= last && !reader.isExhausted(); ++p)
-        readProfile(reader, p != last, image, positiveCount);
+    qint64 positives = 0;
+    for (int p = 0; p <= last && !reader.isExhausted(); ++p) {
+        if (!progress.step(p, data.numberOfColumns))
+            return stopped();
+        positives += readProfile(reader, p != last, image);
+    }
+    return positives;
 }
 
 double UsgsDemImport::readSample(UsgsDemReader &in) const
@@ -141,8 +179,7 @@ double UsgsDemImport::readSample(UsgsDemReader &in) const
     return z == m_voidValue ? 0.0 : z;
 }
 
-void UsgsDemImport::readProfile(UsgsDemReader &in, bool stored, ElevationImage *image,
-                                qint64 *positiveCount)
+qint64 UsgsDemImport::readProfile(UsgsDemReader &in, bool stored, ElevationImage &image)
 {
     // Row, column, number of samples and of columns, which is always 1.
     int head[4];
@@ -155,19 +192,21 @@ void UsgsDemImport::readProfile(UsgsDemReader &in, bool stored, ElevationImage *
         (void)in.readReal();
 
     double previous = 0.0;
+    qint64 positives = 0;
     for (int k = 0; k == 0 || k < count; ++k) {
         const double z = readSample(in);
         if (in.isExhausted())
-            return;
+            return positives;
         // The last sample of a profile belongs to the neighbour, as the last profile.
         if (!stored || (k > 0 && k == count - 1))
             continue;
-        const qint64 row = qint64(image->height()) - 1 - k - lowest;
+        const qint64 row = qint64(image.height()) - 1 - k - lowest;
         if (m_checking && k > 0 && std::abs(z - previous) >= SuspiciousJump)
-            m_checking = m_listener.continueChecking({previous, z, column, row});
+            m_checking = m_questions.continueChecking({previous, z, column, row});
         store(image, column, row, z);
         previous = z;
         if (z > 0.0)
-            ++*positiveCount;
+            ++positives;
     }
+    return positives;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/progress.h"
+#include "base/result.h"
 #include "importers/usgsdemdata.h"
 #include "raster/elevationimage.h"
 
@@ -15,19 +17,22 @@ struct SuspiciousElevation {
     double current = 0.0;
     int column = 0; // of the current one in the image
     qint64 row = 0;
+
+    /// Tells the jump and asks whether to go on.
+    [[nodiscard]] QString question() const;
 };
 
-/// What an import asks and tells on its way.
-class UsgsDemListener {
+/// What an import asks on its way, and the file that it has come to.
+class UsgsDemQuestions {
 public:
-    virtual ~UsgsDemListener() = default;
+    virtual ~UsgsDemQuestions() = default;
 
     /// Shows a header before a file is read; false ends the import.
     [[nodiscard]] virtual bool confirmHeader(UsgsDemData &data) = 0;
     /// Shows a jump; false ends the checking of the current file.
     [[nodiscard]] virtual bool continueChecking(const SuspiciousElevation &jump) = 0;
     /// Tells the file that is being read; an empty name when it is done with.
-    virtual void readingFile(const QString &fileName) = 0;
+    virtual void readingFile(const QString & /*fileName*/) {}
 };
 
 /// Area and pixel size of the raster that several files are laid into.
@@ -54,33 +59,35 @@ struct UsgsDemMosaic {
 /// Lays USGS DEM files into one elevation raster.
 class UsgsDemImport {
 public:
-    UsgsDemImport(int voidValue, UsgsDemListener &listener);
+    /// The questions are borrowed.
+    UsgsDemImport(int voidValue, UsgsDemQuestions &questions);
 
-    /// Reads all files. False, if the listener ended the import. The image is null if
-    /// the headers give no usable size.
-    [[nodiscard]] bool run(const QStringList &fileNames, ElevationImage *image);
+    /// Reads all files. Stopped also where a header was not confirmed. The image is null
+    /// if the headers give no usable size. Steps before each profile.
+    [[nodiscard]] Result<ElevationImage> run(const QStringList &fileNames,
+                                             Progress &progress);
 
     /// Reads a file's header and widens the mosaic by its corners; false, with nothing
     /// changed, if the file cannot be opened.
-    bool parseDataHeader(UsgsDemData *data, const QString &fileName);
-    /// Stores a file's samples and adds the number of those above 0 to the count;
-    /// false if the file cannot be opened.
-    bool readData(UsgsDemData *data, const QString &fileName, ElevationImage *image,
-                  qint64 *positiveCount);
-    /// The same for an open file whose header was read.
-    void readProfiles(QIODevice &in, const UsgsDemData &data, ElevationImage *image,
-                      qint64 *positiveCount);
+    bool parseDataHeader(UsgsDemData &data, const QString &fileName);
+    /// Stores the samples of an open file whose header was read; the number of those
+    /// above 0.
+    [[nodiscard]] Result<qint64> readProfiles(QIODevice &in, const UsgsDemData &data,
+                                              ElevationImage &image, Progress &progress);
 
     [[nodiscard]] const UsgsDemMosaic &mosaic() const { return m_mosaic; }
     void setMosaic(const UsgsDemMosaic &mosaic) { m_mosaic = mosaic; }
 
 private:
-    void readProfile(UsgsDemReader &in, bool stored, ElevationImage *image,
-                     qint64 *positiveCount);
+    // A file's samples; one that cannot be opened has none.
+    [[nodiscard]] Result<qint64> readData(UsgsDemData &data, const QString &fileName,
+                                          ElevationImage &image, Progress &progress);
+    // The number of samples above 0.
+    qint64 readProfile(UsgsDemReader &in, bool stored, ElevationImage &image);
     double readSample(UsgsDemReader &in) const;
 
     double m_voidValue;
-    UsgsDemListener &m_listener;
+    UsgsDemQuestions &m_questions;
     UsgsDemMosaic m_mosaic;
     bool m_checking = true; // for suspicious elevations in the current file
 };

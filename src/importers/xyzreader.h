@@ -17,6 +17,7 @@ class QIODevice;
 /// the reading with std::bad_alloc and a notice of its size.
 class XyzReader {
 public:
+    /// What a line holds.
     struct Line {
         bool empty = true;
         int items = 0;                    // 3 stands for three or more

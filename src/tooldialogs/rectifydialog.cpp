@@ -5,20 +5,13 @@
 
 #include <QIntValidator>
 
-namespace {
-
-constexpr int LowestCoordinate = -10000;
-constexpr int HighestCoordinate = 100000;
-
-} // namespace
-
 RectifyDialog::RectifyDialog(QWidget *parent) : FormDialog(parent)
 {
     addInput(lineEditFromFile);
     const AppSettings stored;
     for (const Coordinate &c : coordinates()) {
         c.field->setValidator(
-            new QIntValidator(LowestCoordinate, HighestCoordinate, c.field));
+            new QIntValidator(RectifyCorner::Lowest, RectifyCorner::Highest, c.field));
         c.field->setText(stored.value(QLatin1String(c.key)).toString());
     }
 }

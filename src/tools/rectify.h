@@ -18,6 +18,9 @@ extern double Px_, Py_;
 /// Where a point of the corrected image is and, with an underscore, where it lies on the
 /// distorted one; pixels, y downward.
 struct RectifyCorner {
+    static constexpr int Lowest = -10000; ///< of what a user may give
+    static constexpr int Highest = 100000;
+
     double x = 0.0;
     double y = 0.0;
     double x_ = 0.0;

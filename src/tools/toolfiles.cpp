@@ -125,8 +125,8 @@ Result<QImage> rectifyFile(const QString &from, const RectifyCorners &corners,
     return orUnsavable(rectify(*image, progress));
 }
 
-Result<QImage> resampleFile(const QString &from, const ResampleRequest &request,
-                            double zScale, Progress &progress)
+Result<ElevationImage> resampleFile(const QString &from, const ResampleRequest &request,
+                                    double zScale, Progress &progress)
 {
     const ElevationImage source(from);
     if (source.isNull())

@@ -38,9 +38,9 @@
                                         const MergeOptions &options, Progress &progress);
 [[nodiscard]] Result<QImage>
 rectifyFile(const QString &from, const RectifyCorners &corners, Progress &progress);
-[[nodiscard]] Result<QImage> resampleFile(const QString &from,
-                                          const ResampleRequest &request, double zScale,
-                                          Progress &progress);
+[[nodiscard]] Result<ElevationImage> resampleFile(const QString &from,
+                                                  const ResampleRequest &request,
+                                                  double zScale, Progress &progress);
 
 [[nodiscard]] Result<GrayPicture> elevationFileToGray(const QString &from, double zScale,
                                                       Progress &progress);

@@ -44,11 +44,9 @@ QString asciiRegularCase(const CaseFile &file)
     NoProgress unwatched;
     (void)scanTextMesh(in, options.skip, options.boundaries, unwatched);
     in.seek(0);
-    ElevationImage image;
-    QStringList rows;
-    if (!convertAsciiRegular(in, options, image, &rows))
-        return rows.join(' ');
-    return file.differenceOfElevations(image);
+    const Result<AsciiRegularMesh> mesh = convertAsciiRegular(in, options, unwatched);
+    return mesh->hasPoints ? file.differenceOfElevations(mesh->image)
+                           : mesh->rows.join(' ');
 }
 
 QString asciiIrregularCase(const CaseFile &file)
@@ -62,17 +60,15 @@ QString asciiIrregularCase(const CaseFile &file)
     NoProgress unwatched;
     (void)scanTextMesh(in, options.skip, options.boundaries, unwatched);
     in.seek(0);
-    ScatteredPoints points;
-    QStringList rows;
-    if (!points.allocate(options.nodalPointEstimate) ||
-        !readScatteredPoints(in, options, points, &rows))
-        return rows.join(' ');
+    Result<ScatteredMesh> mesh = readScatteredPoints(in, options, unwatched);
+    if (!mesh || mesh->scattered.count == 0)
+        return mesh ? mesh->rows.join(' ') : mesh.error().text;
     restartGenerator();
-    ElevationImage image;
-    int code = 0;
-    standardOutputOf([&] { code = fillScatteredPoints(points, options, image, {}); });
-    return code == 0 ? file.differenceOfElevations(image)
-                     : "code " + QString::number(code);
+    DelaunayResult<ElevationImage> image;
+    standardOutputOf(
+        [&] { image = fillScatteredPoints(mesh->scattered, options, unwatched); });
+    return image ? file.differenceOfElevations(*image)
+                 : "code " + QString::number(image.error().code);
 }
 
 QString scanTrianglesCase(const CaseFile &file)
@@ -162,18 +158,18 @@ QString sdtsCase(const CaseFile &file)
     std::streambuf *const former = std::cout.rdbuf(walked.rdbuf());
     SdtsConversion conversion;
     conversion.readCATDFile(folder.filePath("catd"));
-    conversion.calibrationFactor = file.number("factor", 1.0);
-    const bool isRead = conversion.readCells();
+    NoProgress unwatched;
+    const Result<ElevationImage> image =
+        conversion.readCells(file.number("factor", 1.0), unwatched);
     std::cout.rdbuf(former);
-    return isRead ? file.differenceOfElevations(conversion.image) : "no cells are read";
+    return image ? file.differenceOfElevations(*image) : image.error().text;
 }
 
 QString usgsDemCase(const CaseFile &file)
 {
-    class Agrees : public UsgsDemListener {
+    class Agrees : public UsgsDemQuestions {
         bool confirmHeader(UsgsDemData &) override { return true; }
         bool continueChecking(const SuspiciousElevation &) override { return true; }
-        void readingFile(const QString &) override {}
     };
     const QTemporaryDir folder;
     QStringList sections;
@@ -186,10 +182,10 @@ QString usgsDemCase(const CaseFile &file)
     for (const QString &section : sections)
         names.append(folder.filePath(section));
     Agrees agrees;
-    ElevationImage image;
-    if (!UsgsDemImport(file.integer("void", -9999), agrees).run(names, &image))
-        return "the import ended";
-    return file.differenceOfElevations(image);
+    NoProgress unwatched;
+    const Result<ElevationImage> image =
+        UsgsDemImport(file.integer("void", -9999), agrees).run(names, unwatched);
+    return image ? file.differenceOfElevations(*image) : "the import ended";
 }
 
 } // namespace

@@ -18,9 +18,8 @@ void readRegular(QIODevice &in, const MeshBoundaries &boundaries)
     options.boundaries = boundaries;
     options.width = options.height = Side;
     options.zScale = 256.0;
-    ElevationImage image;
-    QStringList rows;
-    (void)convertAsciiRegular(in, options, image, &rows);
+    NoProgress unwatched;
+    (void)convertAsciiRegular(in, options, unwatched);
 }
 
 void readIrregular(QIODevice &in, const MeshBoundaries &boundaries)
@@ -29,12 +28,10 @@ void readIrregular(QIODevice &in, const MeshBoundaries &boundaries)
     options.boundaries = boundaries;
     options.width = options.height = Side;
     options.nodalPointEstimate = PointEstimate;
-    ScatteredPoints scattered;
-    QStringList rows;
-    ElevationImage image;
-    if (scattered.allocate(PointEstimate) &&
-        readScatteredPoints(in, options, scattered, &rows))
-        (void)fillScatteredPoints(scattered, options, image, {});
+    NoProgress unwatched;
+    Result<ScatteredMesh> mesh = readScatteredPoints(in, options, unwatched);
+    if (mesh && mesh->scattered.count > 0)
+        (void)fillScatteredPoints(mesh->scattered, options, unwatched);
 }
 
 } // namespace

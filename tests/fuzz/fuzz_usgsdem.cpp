@@ -7,11 +7,10 @@
 
 namespace {
 
-class Answers : public UsgsDemListener {
+class Answers : public UsgsDemQuestions {
 public:
     bool confirmHeader(UsgsDemData &) override { return true; }
     bool continueChecking(const SuspiciousElevation &) override { return true; }
-    void readingFile(const QString &) override {}
 };
 
 // No larger than what a fuzzer can fill many times a second.
@@ -40,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     mosaic.includeResolution(header);
     import.setMosaic(mosaic);
     ElevationImage image = smallImage(mosaic);
-    qint64 positive = 0;
-    import.readProfiles(in, header, &image, &positive);
+    NoProgress unwatched;
+    (void)import.readProfiles(in, header, image, unwatched);
     return 0;
 }

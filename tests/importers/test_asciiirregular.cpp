@@ -12,6 +12,7 @@ struct Reading {
     bool stored = false;
     ScatteredPoints points;
     QStringList rows;
+    qint64 pointsRead = 0;
     AsciiIrregularOptions options;
 };
 
@@ -32,8 +33,12 @@ void read(const QByteArray &text, Reading &result)
     NoProgress unwatched;
     (void)scanTextMesh(in, result.options.skip, result.options.boundaries, unwatched);
     in.seek(0);
-    QVERIFY(result.points.allocate(result.options.nodalPointEstimate));
-    result.stored = readScatteredPoints(in, result.options, result.points, &result.rows);
+    Result<ScatteredMesh> mesh = readScatteredPoints(in, result.options, unwatched);
+    QVERIFY(mesh.has_value());
+    result.points = std::move(mesh->scattered);
+    result.stored = result.points.count > 0;
+    result.rows = mesh->rows;
+    result.pointsRead = mesh->pointsRead;
 }
 
 ElevationImage convert(const QByteArray &text, const AsciiIrregularOptions &options)
@@ -41,11 +46,11 @@ ElevationImage convert(const QByteArray &text, const AsciiIrregularOptions &opti
     Reading result;
     result.options = options;
     read(text, result);
-    ElevationImage image;
-    if (result.stored &&
-        fillScatteredPoints(result.points, result.options, image, {}) != 0)
+    NoProgress unwatched;
+    if (!result.stored)
         return {};
-    return image;
+    return fillScatteredPoints(result.points, result.options, unwatched)
+        .value_or(ElevationImage());
 }
 
 int at(const ElevationImage &image, int x, int y)
@@ -81,6 +86,7 @@ private slots:
     void aPlaneIsFilled();
     void aWideImageIsFilledAsFarAsItIsHigh();
     void aScaleOfZeroIsFlat();
+    void stoppedWorkGivesNothing();
     void oddInputGivesNoPointsOrNoHeights_data();
     void oddInputGivesNoPointsOrNoHeights();
 };
@@ -100,6 +106,7 @@ void TestAsciiIrregular::pointsSpanTheOutput()
     QCOMPARE(rows[2][0], 5.0);
     QCOMPARE(rows[2][1], 6.5);
     QCOMPARE(result.points.z.data[2], 6.0);
+    QCOMPARE(result.pointsRead, 3);
 }
 
 void TestAsciiIrregular::asManyPointsAsTheEstimate_data()
@@ -193,6 +200,24 @@ void TestAsciiIrregular::aScaleOfZeroIsFlat()
     QVERIFY(isFlat(convert("0 0 5\n10 0 6\n0 10 7\n10 10 8\n", options)));
 }
 
+void TestAsciiIrregular::stoppedWorkGivesNothing()
+{
+    class Never final : public Progress {
+        [[nodiscard]] bool step(qint64, qint64) override { return false; }
+    };
+    Never never;
+    QBuffer in;
+    in.setData(QByteArray("1 1 1\n").repeated(2000));
+    in.open(QIODevice::ReadOnly);
+    Reading result;
+    result.options = size(8, 6);
+    QVERIFY(readScatteredPoints(in, result.options, never).error().stopped);
+    read("1 1 50\n2 2 60\n2 1 5\n", result);
+    const auto image = fillScatteredPoints(result.points, result.options, never);
+    QVERIFY(image.error().stopped);
+    QCOMPARE(image.error().code, 0);
+}
+
 void TestAsciiIrregular::oddInputGivesNoPointsOrNoHeights_data()
 {
     QTest::addColumn<QByteArray>("text");
@@ -235,7 +260,8 @@ void TestAsciiIrregular::oddInputGivesNoPointsOrNoHeights()
                  QStringLiteral("Not a single valid line encountered."));
         return;
     }
-    QCOMPARE(fillScatteredPoints(result.points, result.options, image, {}), 0);
+    NoProgress unwatched;
+    image = *fillScatteredPoints(result.points, result.options, unwatched);
     QCOMPARE(image.size(), QSize(16, 16));
     QVERIFY(isFlat(image));
 }

@@ -33,9 +33,8 @@ Conversion convert(const QByteArray &text, AsciiRegularOptions options = {})
     if (options.height == 0)
         options.height = proposedSide(b.minY, b.maxY, 16384);
     in.seek(0);
-    Conversion result;
-    result.stored = convertAsciiRegular(in, options, result.image, &result.rows);
-    return result;
+    const Result<AsciiRegularMesh> mesh = convertAsciiRegular(in, options, unwatched);
+    return {mesh->hasPoints, mesh->image, mesh->rows};
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "importers/sdtssubfields.h"
 
-#include "importers/sdtsconversion.h"
 #include "importers/storedelevations.h"
 
 #include <QTest>
@@ -45,7 +44,7 @@ private slots:
 
 void TestSdtsSubfields::namesOfModulesComeBeforeTheirFiles()
 {
-    SdtsConversion conversion;
+    SdtsState conversion;
     pSDTSImport = &conversion;
     UseSubfieldToDetermineFileNames(textOf("FILE", "early.ddf"));
     UseSubfieldToDetermineFileNames(textOf("Name", "DdSh"));
@@ -63,7 +62,7 @@ void TestSdtsSubfields::namesOfModulesComeBeforeTheirFiles()
 
 void TestSdtsSubfields::theLastUnitOfTheSchemaHolds()
 {
-    SdtsConversion conversion;
+    SdtsState conversion;
     pSDTSImport = &conversion;
     UseSubfieldToDetermineUnits(textOf("UNIT", "METERS"));
     UseSubfieldToDetermineUnits(textOf("unit", "Feet"));
@@ -80,7 +79,7 @@ void TestSdtsSubfields::textsWithoutValueAreNone()
 {
     sc_Subfield empty = textOf("UNIT", "");
     empty.setUnvalued();
-    SdtsConversion conversion;
+    SdtsState conversion;
     pSDTSImport = &conversion;
     UseSubfieldToDetermineUnits(textOf("UNIT", "METERS"));
     UseSubfieldToDetermineUnits(empty);
@@ -120,7 +119,7 @@ void TestSdtsSubfields::voidAndFillComeFromTheDomain()
     QFETCH(QString, definition);
     QFETCH(int, voidValue);
     QFETCH(int, fillValue);
-    SdtsConversion conversion;
+    SdtsState conversion;
     conversion.voidValue = 7;
     conversion.fillValue = 8;
     pSDTSImport = &conversion;
@@ -133,7 +132,7 @@ void TestSdtsSubfields::voidAndFillComeFromTheDomain()
 
 void TestSdtsSubfields::aDefinitionMustFollowItsValue()
 {
-    SdtsConversion conversion;
+    SdtsState conversion;
     conversion.fillValue = 8;
     pSDTSImport = &conversion;
     UseSubfieldToDetermineVoidAndFill(numberOf("dval", -9999.0));
@@ -148,7 +147,7 @@ void TestSdtsSubfields::aDefinitionMustFollowItsValue()
 
 void TestSdtsSubfields::everyNumericTypeIsAnElevation()
 {
-    SdtsConversion conversion;
+    SdtsState conversion;
     conversion.image = ElevationImage(16, 1, QImage::Format_RGB888);
     conversion.image.clear(0xFF000009);
     conversion.col = conversion.row = 1;
@@ -181,7 +180,7 @@ void TestSdtsSubfields::everyNumericTypeIsAnElevation()
 
 void TestSdtsSubfields::theExtentEndsOneBeyondTheLastCell()
 {
-    SdtsConversion conversion;
+    SdtsState conversion;
     pSDTSImport = &conversion;
     for (const double row : {1.0, 2.9}) {
         UseSubfieldToDetermineFileSize(numberOf("ROWI", row));
@@ -196,7 +195,7 @@ void TestSdtsSubfields::theExtentEndsOneBeyondTheLastCell()
 
 void TestSdtsSubfields::countersDoNotOverflow()
 {
-    SdtsConversion conversion;
+    SdtsState conversion;
     pSDTSImport = &conversion;
     for (const double number : {1e300, -1e300, 2147483647.0}) {
         UseSubfieldToDetermineFileSize(numberOf("ROWI", number));

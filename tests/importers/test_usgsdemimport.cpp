@@ -9,7 +9,7 @@
 namespace {
 
 // Keeps what it is told, and answers as set.
-class Listener : public UsgsDemListener {
+class Listener : public UsgsDemQuestions {
 public:
     bool confirmHeader(UsgsDemData &data) override
     {
@@ -64,9 +64,11 @@ private:
         QStringList paths;
         for (const QString &name : names)
             paths << path(name);
-        UsgsDemImport import(voidValue, m_listener);
-        m_image = {};
-        return import.run(paths, &m_image);
+        NoProgress unwatched;
+        const Result<ElevationImage> image =
+            UsgsDemImport(voidValue, m_listener).run(paths, unwatched);
+        m_image = image.value_or(ElevationImage());
+        return image.has_value();
     }
 
     bool importOne(const UsgsDemFile &file, int voidValue = -9999)
@@ -291,9 +293,10 @@ private slots:
         const QByteArray whole = file.bytes();
         UsgsDemImport import(-9999, m_listener);
         file.write(path("one.dem"));
-        QVERIFY(import.run({path("one.dem")}, &m_image));
+        NoProgress unwatched;
+        QVERIFY(import.run({path("one.dem")}, unwatched).has_value());
         UsgsDemData data;
-        QVERIFY(import.parseDataHeader(&data, path("one.dem")));
+        QVERIFY(import.parseDataHeader(data, path("one.dem")));
 
         const Grid complete = {{12, 22}, {11, 21}};
         for (qsizetype length = 0; length <= whole.size(); ++length) {
@@ -301,8 +304,8 @@ private slots:
             in.setData(whole.left(length));
             QVERIFY(in.open(QIODevice::ReadOnly));
             ElevationImage image = import.mosaic().makeImage();
-            qint64 positive = 0;
-            import.readProfiles(in, data, &image, &positive);
+            const Result<qint64> positive =
+                import.readProfiles(in, data, image, unwatched);
             const Grid grid = gridOf(image);
             int stored = 0;
             for (int row = 0; row < 2; ++row)
@@ -312,7 +315,7 @@ private slots:
                     QVERIFY(value == 0 || value == full || value == full / 10);
                     stored += value > 0;
                 }
-            QCOMPARE(positive, stored);
+            QCOMPARE(positive.value(), stored);
         }
     }
 

@@ -2,7 +2,7 @@
 
 #include "importers/delaunay.h"
 
-#include <QStringList>
+#include <QString>
 
 #include <algorithm>
 #include <array>
@@ -18,7 +18,7 @@ template <int D> struct Triangulation {
     std::vector<std::array<std::int32_t, D + 1>> triangles;
     std::int32_t maxSimplices = 0, maxUsed = 0;
     Cloud<D> perturbed;
-    QStringList notices;
+    QString notice;
 };
 
 /// The state in which the C library's generator starts.
@@ -31,17 +31,19 @@ template <int D> Triangulation<D> triangulate(const Cloud<D> &cloud)
     points.Allocate(count + D + 1, D);
     for (std::int32_t i = 0; i < count; ++i)
         std::copy_n(cloud[i].data(), D, points.rows[i]);
-    CIntMatrix triangles;
-    std::int32_t numTriangles = 0;
     Triangulation<D> result;
-    result.code =
-        Delaunay(&points, count, &triangles, &numTriangles, D, &result.maxSimplices,
-                 &result.maxUsed, [&](const QString &title, const QString &text) {
-                     result.notices << title << text;
-                 });
-    for (std::int32_t t = 0; t < numTriangles; ++t) {
+    NoProgress unwatched;
+    const auto made = Delaunay(points, count, D, unwatched);
+    if (made) {
+        result.maxSimplices = made->maxSimplices;
+        result.maxUsed = made->maxUsed;
+    } else {
+        result.code = made.error().code;
+        result.notice = made.error().text;
+    }
+    for (std::int32_t t = 0; made && t < made->count; ++t) {
         result.triangles.emplace_back();
-        std::copy_n(triangles.rows[t], D + 1, result.triangles.back().data());
+        std::copy_n(made->corners.rows[t], D + 1, result.triangles.back().data());
     }
     result.perturbed.resize(count + D + 1);
     for (std::int32_t i = 0; i < count + D + 1; ++i)
