@@ -70,6 +70,7 @@ protected:
                           std::int32_t length) const = 0;
 };
 
+/// Text as it stands.
 class sio_8211Converter_A : public sio_8211TextConverter {
 protected:
     void setValue(sc_Subfield &subfield, const char *data,
@@ -79,18 +80,21 @@ protected:
 /// Reads as A and stores an A. No format control selects it.
 class sio_8211Converter_C : public sio_8211Converter_A {};
 
+/// Whole numbers in decimal digits.
 class sio_8211Converter_I : public sio_8211TextConverter {
 protected:
     void setValue(sc_Subfield &subfield, const char *data,
                   std::int32_t length) const override;
 };
 
+/// Numbers with a decimal point.
 class sio_8211Converter_R : public sio_8211TextConverter {
 protected:
     void setValue(sc_Subfield &subfield, const char *data,
                   std::int32_t length) const override;
 };
 
+/// Numbers with an exponent.
 class sio_8211Converter_S : public sio_8211TextConverter {
 protected:
     void setValue(sc_Subfield &subfield, const char *data,
@@ -126,44 +130,53 @@ public:
 
 /// Sizes and setters of the binary types.
 namespace sio_8211Kinds {
+/// A signed byte.
 struct BI8 {
     static constexpr std::int32_t Size = 1;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// A signed number of 16 bits.
 struct BI16 {
     static constexpr std::int32_t Size = 2;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// A signed number of 24 bits.
 struct BI24 {
     static constexpr std::int32_t Size = 3;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// A signed number of 32 bits.
 struct BI32 {
     static constexpr std::int32_t Size = 4;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
-/// Extends the sign of its byte: 0xC8 gives 4294967240.
+/// An unsigned byte. Extends the sign of it: 0xC8 gives 4294967240.
 struct BUI8 {
     static constexpr std::int32_t Size = 1;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// An unsigned number of 16 bits.
 struct BUI16 {
     static constexpr std::int32_t Size = 2;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// An unsigned number of 24 bits.
 struct BUI24 {
     static constexpr std::int32_t Size = 3;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// An unsigned number of 32 bits.
 struct BUI32 {
     static constexpr std::int32_t Size = 4;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
+/// A floating point number of single precision.
 struct BFP32 {
     static constexpr std::int32_t Size = 4;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
 };
-/// Narrows its number to single precision and stores a BFP32.
+/// A floating point number of double precision. Narrows it to single precision and stores
+/// a BFP32.
 struct BFP64 {
     static constexpr std::int32_t Size = 8;
     static void set(sc_Subfield &subfield, std::uint64_t raw);
