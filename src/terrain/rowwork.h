@@ -28,11 +28,15 @@ public:
 
     [[nodiscard]] bool step(qint64 done, qint64 of) override
     {
-        return m_stretch.tell(of > 0 ? double(done) / double(of) : 0.0);
+        m_isStopped =
+            m_isStopped || !m_stretch.tell(of > 0 ? double(done) / double(of) : 0.0);
+        return !m_isStopped;
     }
+    [[nodiscard]] bool isStopped() const { return m_isStopped; }
 
 private:
     const Stretch m_stretch;
+    bool m_isStopped = false;
 };
 
 /// Calls work(first, last) for pieces that make up [0, count), on all threads of a pool,

@@ -2,6 +2,7 @@
 #include "terrain/madeterrain.h"
 #include "terrain/rowwork.h"
 #include "terrain/shading.h"
+#include "terrain/stopsat.h"
 
 #include <QTest>
 
@@ -171,20 +172,6 @@ void TestShading::threadsChangeNothing()
     for (const int threads : {2, 3, 8})
         QVERIFY(lit(ground, wanted, 10.0, threads).light == one.light);
 }
-
-namespace {
-
-/// Asks to stop at the nth question.
-class StopsAt final : public Progress {
-public:
-    explicit StopsAt(int question) : m_left(question) {}
-    [[nodiscard]] bool step(qint64, qint64) override { return m_left-- > 0; }
-
-private:
-    int m_left;
-};
-
-} // namespace
 
 void TestShading::aStopEndsIt()
 {
