@@ -5,8 +5,7 @@
 #include "geodata/holes.h"
 #include "geodata/inputs.h"
 #include "geodata/photos.h"
-
-#include <QObject>
+#include "geodata/tracks.h"
 
 namespace {
 
@@ -68,9 +67,10 @@ GdalSource::open(const QStringList &files, const PointOptions &, Progress &progr
     return GdalTerrain::of(*names, std::move(rasters));
 }
 
-Result<Track> GdalSource::track(const QString &file, const QString &, Progress &)
+Result<Track> GdalSource::track(const QString &file, const QString &crs,
+                                Progress &progress)
 {
-    return failed(QObject::tr("\"%1\" holds no track that can be read.").arg(file));
+    return readTrack(file, crs, progress);
 }
 
 } // namespace
