@@ -5,6 +5,7 @@
 #include "geodata/holes.h"
 #include "geodata/inputs.h"
 #include "geodata/photos.h"
+#include "geodata/pointrasters.h"
 #include "geodata/tracks.h"
 
 namespace {
@@ -16,7 +17,7 @@ public:
     [[nodiscard]] QStringList about() const override { return aboutGdal(); }
     [[nodiscard]] bool canOpen(const QString &file) override
     {
-        return holdsElevations(file);
+        return holdsElevations(file) || pointKindOf(file) != PointKind::None;
     }
     [[nodiscard]] Result<std::unique_ptr<Terrain>> open(const QStringList &files,
                                                         const PointOptions &points,
@@ -49,20 +50,34 @@ public:
     }
 };
 
+// Points lie below rasters, which know their cells.
 Result<std::unique_ptr<Terrain>>
-GdalSource::open(const QStringList &files, const PointOptions &, Progress &progress)
+GdalSource::open(const QStringList &files, const PointOptions &points, Progress &progress)
 {
     const Result<QStringList> names = expandInputs(files, progress);
     if (!names)
         return tl::unexpected(names.error());
+    QStringList texts;
+    QStringList vectors;
     QList<RasterFile> rasters;
     for (const QString &name : *names) {
         if (!progress.step(rasters.size(), names->size()))
             return stopped();
+        if (const PointKind kind = pointKindOf(name); kind != PointKind::None) {
+            (kind == PointKind::Text ? texts : vectors).append(name);
+            continue;
+        }
         Result<RasterFile> raster = describeRaster(name);
         if (!raster)
             return tl::unexpected(raster.error());
         rasters.append(std::move(*raster));
+    }
+    if (!texts.isEmpty() || !vectors.isEmpty()) {
+        Result<QList<RasterFile>> surfaces =
+            rastersOfPoints(texts, vectors, points, progress);
+        if (!surfaces)
+            return tl::unexpected(surfaces.error());
+        rasters = std::move(*surfaces) + rasters;
     }
     return GdalTerrain::of(*names, std::move(rasters));
 }
