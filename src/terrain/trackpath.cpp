@@ -190,9 +190,10 @@ std::vector<double> trackHeights(const TrackLine &line, const GroundUnder &groun
 {
     std::vector<double> heights =
         column(evenly(line.points, placesFor(points)), &LinePoint::metres);
+    constexpr double Noise = 1e-3; // of text; whole units are not rounded up for it
     for (std::size_t i = 0; i < heights.size(); ++i) {
         const double t = double(i) / double(heights.size() - 1);
-        heights[i] *= world.unitsOfHeight(ground.zScaleAt(t));
+        heights[i] = heights[i] * world.unitsOfHeight(ground.zScaleAt(t)) - Noise;
     }
     return heights;
 }
