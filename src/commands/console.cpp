@@ -42,6 +42,12 @@ void Console::error(const QString &text)
     tellError(text);
 }
 
+void Console::question(const QString &text, bool yes, const QString &option)
+{
+    error(yes ? QStringLiteral("%1\nYes.").arg(text)
+              : QStringLiteral("%1\nNo; --%2 answers Yes.").arg(text, option));
+}
+
 void Console::message(const QString &text)
 {
     if (tellsAll())

@@ -17,6 +17,8 @@ public:
 
     /// What the user has to know: a failure, a question that was answered, a warning.
     void error(const QString &text);
+    /// A question that an option of this name has answered Yes, or that is answered No.
+    void question(const QString &text, bool yes, const QString &option);
     /// What a window would tell or list beside its work.
     void message(const QString &text);
     /// How far the work is. On a terminal the line stands until the next one, or until

@@ -170,6 +170,9 @@ private:
 int runProgram(const Program &program, int argc, char **argv)
 {
     surviveFailedWrites();
+    // A program without screens has no resolution to give to its pictures; this is that
+    // of usual screens, which the window gives.
+    QCoreApplication::setAttribute(Qt::AA_Use96Dpi);
     try {
         ProgramRun run(program);
         const QCoreApplication application(argc, argv);
