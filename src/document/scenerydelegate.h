@@ -124,6 +124,7 @@ signals:
     void frameSaved(int frame, const QStringList &complaints);
 
 private:
+    /// Reads what stands under a key; `take` puts it where it belongs, or fails.
     template <class Take>
     int readKey(const QString &line, const QString &key, const Take &take);
     /// Takes what was read into document and form; false if a line was not accepted.

@@ -2,6 +2,8 @@
 
 #include "base/vectors.h"
 
+#include <QRgb>
+
 #include <functional>
 
 class ElevationImage;
@@ -21,7 +23,7 @@ struct FrameSetup {
     double terrainX = 0.0; ///< extent in world units
     double terrainY = 0.0;
     bool useBackground = false; ///< otherwise the colour of flat land
-    unsigned int background = 0;
+    QRgb background = 0;
     int quality = 0;
     int threads = 0; ///< that draw; 0 stands for all cores
     /// How many cores other work of this program takes at the moment; may be empty.

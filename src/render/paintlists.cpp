@@ -4,11 +4,11 @@
 
 void PaintLists::begin(int width, int height, int shares)
 {
-    xMax = width - 1;
-    yMax = height - 1;
+    m_xMax = width - 1;
+    m_yMax = height - 1;
     m_shares = shares;
     m_rows = {};
-    m_listOf.resize(RowShare::stripOf(yMax) + 1);
+    m_listOf.resize(RowShare::stripOf(m_yMax) + 1);
     for (std::size_t strip = 0; strip < m_listOf.size(); ++strip)
         m_listOf[strip] = static_cast<std::uint8_t>(strip % shares);
     if (m_lists.size() < static_cast<std::size_t>(shares))
@@ -22,12 +22,12 @@ void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned in
     const auto [top, bottom] = std::minmax({a.row, b.row, c.row});
     const auto [left, right] = std::minmax({a.x, b.x, c.x});
     // The ends of a row can lie a rounding beyond the corners, never a column.
-    if (top > yMax || bottom < 0 || left > xMax + 1 || right < -1)
+    if (top > m_yMax || bottom < 0 || left > m_xMax + 1 || right < -1)
         return;
     const auto low = [](int v) { return static_cast<std::int16_t>(v); };
     const Entry entry = {
         {low(a.x), low(b.x), low(c.x)}, {low(a.row), low(b.row), low(c.row)}, number};
-    const RowRange rows = {std::max(top, 0), std::min(bottom, yMax)};
+    const RowRange rows = {std::max(top, 0), std::min(bottom, m_yMax)};
     m_rows.unite(rows);
     const int first = RowShare::stripOf(rows.first);
     const int last = RowShare::stripOf(rows.last);

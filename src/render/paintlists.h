@@ -12,6 +12,7 @@
 /// order in which the triangles came.
 class alignas(64) PaintLists { // apart in the cache: threads fill some side by side
 public:
+    /// A triangle that waits: its corners and its number.
     struct Entry {
         std::int16_t x[3], row[3]; // of the corners
         std::uint32_t number;
@@ -30,11 +31,12 @@ public:
     [[nodiscard]] RowRange rows() const { return m_rows; }
 
 private:
+    /// What waits for one thread.
     struct alignas(64) List {
         std::vector<Entry> entries;
     };
 
-    int xMax = -1, yMax = -1; // last column and row of the picture
+    int m_xMax = -1, m_yMax = -1; // last column and row of the picture
     int m_shares = 0;
     RowRange m_rows;
     std::vector<std::uint8_t> m_listOf; // for each strip of the picture

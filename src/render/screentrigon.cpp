@@ -33,7 +33,7 @@ template <typename Swap> void sortByRow(ScreenCorner (&screen)[3], const Swap &s
     }
 }
 
-unsigned int grey(unsigned int v) { return 0xFF000000u | (v & 0xFFu) * 0x010101u; }
+QRgb grey(unsigned int v) { return 0xFF000000u | (v & 0xFFu) * 0x010101u; }
 
 } // namespace
 
@@ -104,16 +104,16 @@ ScreenTrigon::ScreenTrigon(TextureImage *target, const TextureImage *texture,
                            C4Vector light, const Transformation *camera, int quality)
     : xMax(target->width() - 1), yMax(target->height() - 1), Licht(normalized(light)),
       Helligkeit(std::abs(Licht.z)), // flat land faces straight up
-      Trafo(camera), Qualitaet(quality), m_bits(target->bits()),
-      m_bytesPerLine(target->bytesPerLine())
+      Trafo(camera), Qualitaet(quality), bits(target->bits()),
+      bytesPerLine(target->bytesPerLine())
 {
     if (texture)
-        m_texture.emplace(*texture);
+        Textur.emplace(*texture);
 }
 
 unsigned int *ScreenTrigon::pixels(int row) const
 {
-    return reinterpret_cast<unsigned int *>(m_bits + row * m_bytesPerLine);
+    return reinterpret_cast<unsigned int *>(bits + row * bytesPerLine);
 }
 
 // The corners are sorted: s[0] is the highest in the picture, s[2] the lowest, and rows
@@ -163,10 +163,10 @@ void ScreenTrigon::Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c,
         const int last = edges.last(xMax);
         for (int x = first; x <= last; ++x)
             p[x] = number;
-        m_painted += std::max(last - first + 1, 0);
+        painted += std::max(last - first + 1, 0);
     };
-    fillUpward(s, m_share, paintRow);
-    fillDownward(s, m_share, paintRow);
+    fillUpward(s, share, paintRow);
+    fillDownward(s, share, paintRow);
 }
 
 void ScreenTrigon::resolve(const TriangleSource &source, RowRange rows)
@@ -237,8 +237,8 @@ void ScreenTrigon::shadeRow(int row, const Edges &edges, const Shading &shading,
     }
 }
 
-unsigned int ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
-                                    const Shading &shading) const
+QRgb ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
+                            const Shading &shading) const
 {
     // The light points along its travel, hence the minus signs.
     const double intensity =
@@ -247,12 +247,12 @@ unsigned int ScreenTrigon::colourOf(int x, int row, const C4Vector &n,
     const auto dust = static_cast<unsigned int>(shading.dustGrey);
     if (intensity < 0)
         return grey(dust);
-    if (!m_texture) {
+    if (!Textur) {
         const int lit = truncatedOrLowest(intensity * 255.0 * shading.keep);
         return grey(static_cast<unsigned int>(lit) + dust);
     }
-    const TrianglePlane plane(*Trafo, *m_texture, shading.plane);
-    const unsigned int colour =
+    const TrianglePlane plane(*Trafo, *Textur, shading.plane);
+    const QRgb colour =
         Qualitaet < 1 ? plane.FarbeImDreieck2(x, row) : plane.FarbeImDreieck1(x, row);
     const auto lit = [&](int shift) {
         const unsigned int byte = colour >> shift & 0xFFu;

@@ -4,6 +4,8 @@
 #include "raster/texturesampler.h"
 #include "render/rowshare.h"
 
+#include <QRgb>
+
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -52,7 +54,7 @@ public:
                  const Transformation *camera, int quality);
 
     /// The rows that are painted; all of them at first.
-    void setShare(RowShare share) { m_share = share; }
+    void setShare(RowShare rows) { share = rows; }
 
     /// Paints the number of a triangle on its pixels.
     void Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
@@ -62,7 +64,7 @@ public:
     /// How many pixels of some rows hold a number.
     [[nodiscard]] std::int64_t countNumbers(RowRange rows) const;
     /// How many pixels were painted since the last call; one painted twice counts twice.
-    [[nodiscard]] std::int64_t takePainted() { return std::exchange(m_painted, 0); }
+    [[nodiscard]] std::int64_t takePainted() { return std::exchange(painted, 0); }
 
 private:
     struct Edges;
@@ -77,18 +79,18 @@ private:
     void shade(Triangle &triangle, unsigned int number, RowRange rows);
     void shadeRow(int row, const Edges &edges, const Shading &shading,
                   unsigned int number);
-    [[nodiscard]] unsigned int colourOf(int x, int row, const C4Vector &normal,
-                                        const Shading &shading) const;
+    [[nodiscard]] QRgb colourOf(int x, int row, const C4Vector &normal,
+                                const Shading &shading) const;
     [[nodiscard]] unsigned int *pixels(int row) const;
 
     int xMax, yMax;              // last column and row of the target
     C4Vector Licht;              // unit vector along the travel of the light
     double Helligkeit;           // how bright dust and flat land are under this light
     const Transformation *Trafo; // the camera
-    std::optional<TextureSampler> m_texture; // source of colour; white without
-    int Qualitaet;                           // 0 low, 1 high, 2 extra high
-    RowShare m_share;
-    std::int64_t m_painted = 0;
-    unsigned char *m_bits; // of the target
-    long long m_bytesPerLine;
+    std::optional<TextureSampler> Textur; // source of colour; white without
+    int Qualitaet;                        // 0 low, 1 high, 2 extra high
+    RowShare share;
+    std::int64_t painted = 0;
+    unsigned char *bits; // of the target
+    long long bytesPerLine;
 };

@@ -105,7 +105,7 @@ void TerrainSweep::endOfRun()
 
 void TerrainSweep::paintBackground() const
 {
-    unsigned int background = m_setup->background;
+    QRgb background = m_setup->background;
     if (!m_setup->useBackground) {
         // The colour of a white flat landscape in the current light.
         const double v = std::abs(m_setup->light.z) * 256.0;

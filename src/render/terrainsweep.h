@@ -45,7 +45,8 @@ public:
     [[nodiscard]] const SweepLimits &limits() const { return m_limits; }
 
 private:
-    enum class First { NorthWest, SouthEast }; // triangle of a cell
+    /// Which triangle of a cell comes first.
+    enum class First { NorthWest, SouthEast };
     /// Some rows of the mesh one after the other, far ones first.
     struct Walk {
         MeshColumns columns;

@@ -30,7 +30,7 @@ bool onScreen(double position)
 } // namespace
 
 Transformation::Transformation(QWidget *parent, C4Vector light, int width, int height)
-    : m_parent(parent), Licht(normalized(light)), Quarter(storedQuarter())
+    : parentWidget(parent), Licht(normalized(light)), Quarter(storedQuarter())
 {
     switch (Quarter) {
     case 0:

@@ -43,7 +43,7 @@ public:
     /// Builds the matrix from the angles, the focal length and the position.
     void BereiteT();
 
-    [[nodiscard]] QWidget *parent() const { return m_parent; }
+    [[nodiscard]] QWidget *parent() const { return parentWidget; }
     /// The observer, the view vector and the direction of view.
     [[nodiscard]] C4Vector Beobachter() const { return Position; }
     [[nodiscard]] C4Vector Sichtvektor() const { return Sicht; }
@@ -80,7 +80,7 @@ public:
     double PunktImDreieck(int x, int y, C4Vector *triangle, C4Vector *point) const;
 
 private:
-    QWidget *m_parent;
+    QWidget *parentWidget;
     C4Vector Position;         // observer, a little beside the frame's position
     C4Vector Sicht;            // view vector, as long as the focal length
     double SichtLaenge2 = 0.0; // its squared length

@@ -41,6 +41,7 @@ public:
     [[nodiscard]] int busy() const;
 
 private:
+    /// A frame with the thread that writes its files.
     struct Job {
         int frame = 0;
         QImage picture;
