@@ -36,9 +36,9 @@ private:
 };
 
 struct DatasetCloser {
-    void operator()(GDALDatasetH dataset) const { GDALClose(dataset); }
+    void operator()(GDALDatasetH dataset) const { GDALReleaseDataset(dataset); }
 };
-/// A dataset that is closed when it goes.
+/// A dataset that is closed when it goes, unless a virtual one still reads from it.
 using Dataset = std::unique_ptr<void, DatasetCloser>;
 
 /// GDAL's own progress as a share of some Progress: its 0 to 1 become steps from `first`

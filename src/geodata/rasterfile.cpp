@@ -62,12 +62,47 @@ QString verticalUnit(const char *wkt)
     return QString::fromUtf8(unit);
 }
 
+// Whether cells have a size, and their places can be told apart.
+bool isUsable(const GeoTransform &t, const QSize &size)
+{
+    constexpr double Farthest = 1e12;
+    constexpr double Finest = 1e-12;
+    for (const int column : {0, size.width()})
+        for (const int row : {0, size.height()})
+            for (const int axis : {0, 3}) {
+                const double place = t[std::size_t(axis)] +
+                                     column * t[std::size_t(axis) + 1] +
+                                     row * t[std::size_t(axis) + 2];
+                if (!(std::abs(place) <= Farthest))
+                    return false;
+            }
+    return std::abs(t[1] * t[5] - t[2] * t[4]) > Finest * Finest;
+}
+
 void readPlace(GDALDatasetH file, RasterFile &raster)
 {
-    raster.isPlaced = GDALGetGeoTransform(file, raster.transform.data()) == CE_None;
-    if (!raster.isPlaced)
-        raster.transform = {0.0, 1.0, 0.0, 0.0, 0.0, -1.0};
+    constexpr GeoTransform Cells{0.0, 1.0, 0.0, 0.0, 0.0, -1.0};
     raster.crs = QString::fromUtf8(GDALGetProjectionRef(file));
+    raster.isPlaced = GDALGetGeoTransform(file, raster.transform.data()) == CE_None;
+    const int points = GDALGetGCPCount(file);
+    if (!raster.isPlaced && points > 0 &&
+        GDALGCPsToGeoTransform(points, GDALGetGCPs(file), raster.transform.data(), 0)) {
+        raster.isPlaced = true;
+        raster.crs = QString::fromUtf8(GDALGetGCPProjection(file));
+    }
+    if (raster.isPlaced && !isUsable(raster.transform, raster.size)) {
+        raster.isPlaced = false;
+        raster.notes.append(QObject::tr("The georeference of \"%1\" is of no use and is "
+                                        "left out.")
+                                .arg(raster.name));
+    }
+    if (!raster.isPlaced) {
+        if (!raster.crs.isEmpty() && raster.notes.isEmpty())
+            raster.notes.append(
+                QObject::tr("\"%1\" does not tell where it lies.").arg(raster.name));
+        raster.transform = Cells;
+        raster.crs.clear();
+    }
 }
 
 void readHeights(GDALRasterBandH band, RasterFile &raster)

@@ -73,7 +73,8 @@ void WarpOptionsDeleter::operator()(GDALWarpOptions *options) const
     GDALDestroyWarpOptions(options);
 }
 
-WarpOptions warpOptions(GDALDatasetH source, Resampling resampling, SmoothTransform &way)
+WarpOptions warpOptions(GDALDatasetH source, std::optional<double> noData,
+                        Resampling resampling, SmoothTransform &way)
 {
     WarpOptions made(GDALCreateWarpOptions());
     GDALWarpOptions &options = *made;
@@ -81,9 +82,9 @@ WarpOptions warpOptions(GDALDatasetH source, Resampling resampling, SmoothTransf
     options.eResampleAlg = kernelOf(resampling);
     options.eWorkingDataType = GDT_Float32;
     GDALWarpInitDefaultBandMapping(&options, 1);
-    const double none = std::numeric_limits<double>::quiet_NaN();
-    GDALWarpInitSrcNoDataReal(&options, none);
-    GDALWarpInitDstNoDataReal(&options, none);
+    if (noData)
+        GDALWarpInitSrcNoDataReal(&options, *noData);
+    GDALWarpInitDstNoDataReal(&options, std::numeric_limits<double>::quiet_NaN());
     options.papszWarpOptions =
         CSLSetNameValue(options.papszWarpOptions, "NUM_THREADS", "1");
     options.pfnTransformer = way.function();
@@ -119,7 +120,8 @@ Result<std::vector<WarpScale>> warpScales(const Sheet &layer, const OutputGrid &
     Result<std::unique_ptr<SmoothTransform>> way = wayTo(source.get(), grid);
     if (!way)
         return tl::unexpected(way.error());
-    const WarpOptions options = warpOptions(source.get(), grid.resampling, **way);
+    const WarpOptions options =
+        warpOptions(source.get(), layer.rasters.front().noData, grid.resampling, **way);
     std::vector<WarpScale> scales;
     GdalProgress watched(progress, 0, 0, 1);
     options->hDstDS = target.get();

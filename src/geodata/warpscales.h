@@ -9,6 +9,7 @@
 
 #include <gdalwarper.h>
 
+#include <optional>
 #include <vector>
 
 /// How many cells of an output go on one of a raster in some part of the output. Kernels
@@ -30,9 +31,10 @@ struct WarpOptionsDeleter {
 };
 using WarpOptions = std::unique_ptr<GDALWarpOptions, WarpOptionsDeleter>;
 
-/// What gdalwarp asks for to warp one band of heights, voids being NaN.
-[[nodiscard]] WarpOptions warpOptions(GDALDatasetH source, Resampling resampling,
-                                      SmoothTransform &way);
+/// What gdalwarp asks for to warp one band of heights; voids of the source are of a value
+/// if it has some, those of the outcome NaN.
+[[nodiscard]] WarpOptions warpOptions(GDALDatasetH source, std::optional<double> noData,
+                                      Resampling resampling, SmoothTransform &way);
 
 /// The way from a grid to a layer. A failure tells that there is none.
 [[nodiscard]] Result<std::unique_ptr<SmoothTransform>> wayTo(GDALDatasetH layer,
