@@ -6,6 +6,7 @@
 #include "raster/image.h"
 #include "raster/imagefile.h"
 #include "ui_imagemdichildform.h"
+#include "views/backgroundwork.h"
 #include "views/fieldhelp.h"
 #include "views/picturelabel.h"
 #include "views/waitcursor.h"
@@ -49,7 +50,8 @@ QString imageFilter()
 } // namespace
 
 ImageMdiChild::ImageMdiChild(QWidget *parent)
-    : MdiChild(parent), ui(std::make_unique<Ui_ImageMdiChildForm>())
+    : MdiChild(parent), ui(std::make_unique<Ui_ImageMdiChildForm>()),
+      m_shading(new BackgroundWork(this))
 {
     ui->setupUi(this);
     imageLabel = new PictureLabel;
@@ -159,7 +161,7 @@ void ImageMdiChild::adjustScrollBar(QScrollBar *scrollBar, double factor)
 
 void ImageMdiChild::setPixmap(const QImage *image, bool adjust)
 {
-    imageLabel->setPixmap(QPixmap::fromImage(*image));
+    setPicture(QPixmap::fromImage(*image));
     if (adjust) {
         imageLabel->adjustSize();
         scaleImage(1.0);
@@ -203,7 +205,7 @@ void ImageMdiChild::newFile(const QSize &size)
         QMessageBox::critical(this, tr("Error"), tr("Cannot create image."));
         return;
     }
-    imageLabel->setPixmap(pixmap);
+    setPicture(pixmap);
     static int number = 1;
     curFile = QStringLiteral("document%1.png").arg(number++);
     setWindowTitle(curFile + QStringLiteral("[*]"));
@@ -227,14 +229,15 @@ bool ImageMdiChild::loadFile(const QString &fileName)
     file.close();
 
     QPixmap pixmap;
+    const Image image(fileName);
     {
-        const Image image(fileName);
         const WaitCursor wait;
         pixmap = QPixmap::fromImage(image);
     }
     if (pixmap.isNull())
         return fail(tr("Cannot load file \"%1\".").arg(fileName));
-    imageLabel->setPixmap(pixmap);
+    setPicture(pixmap);
+    lookForHeights(image, fileName);
     setCurrentFile(fileName);
     setWindowModified(false);
     saveFailed = false;
@@ -251,7 +254,7 @@ bool ImageMdiChild::saveAs()
 
 bool ImageMdiChild::saveFile(const QString &fileName)
 {
-    const QImage image = imageLabel->pixmap().toImage();
+    const QImage image = picture().toImage();
     bool saved = false;
     if (!image.isNull()) {
         const WaitCursor wait;
@@ -269,7 +272,7 @@ bool ImageMdiChild::saveFile(const QString &fileName)
 
 bool ImageMdiChild::copy()
 {
-    const QPixmap pixmap = imageLabel->pixmap();
+    const QPixmap pixmap = picture();
     QClipboard *const clipboard = QApplication::clipboard();
     if (pixmap.isNull() || !clipboard)
         return false;
@@ -283,7 +286,7 @@ bool ImageMdiChild::paste()
     const QPixmap pixmap = clipboard ? clipboard->pixmap() : QPixmap();
     if (pixmap.isNull())
         return false;
-    imageLabel->setPixmap(pixmap);
+    setPicture(pixmap);
     imageLabel->adjustSize();
     setWindowModified(true);
     return true;
@@ -295,6 +298,7 @@ bool ImageMdiChild::isModified() const { return isWindowModified() || saveFailed
 
 void ImageMdiChild::mouseMoveEvent(QMouseEvent *event)
 {
+    tellHeight(event->position());
     WorkspaceWindow *const workspace = activeWorkspace();
     const QSize size = imageLabel->pixmap().size();
     if (!workspace || size.isEmpty())

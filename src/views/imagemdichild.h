@@ -2,10 +2,13 @@
 
 #include "views/mdichild.h"
 
+#include <QImage>
+#include <QPixmap>
 #include <QSize>
 
 #include <memory>
 
+class BackgroundWork;
 class QLabel;
 class QScrollArea;
 class QScrollBar;
@@ -41,6 +44,23 @@ public:
     void updateActions();
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// Whether the pixels are taken for heights. When a file is loaded, its sidecar or
+    /// the look of its pixels tells; the user may know better.
+    [[nodiscard]] bool isElevation() const { return m_elevation; }
+    void setElevation(bool elevation);
+    /// Whether the pixels can hold heights at all.
+    [[nodiscard]] bool mayBeElevation() const;
+    /// Shows heights as shaded relief in the place of their raw colours, once it is
+    /// drawn. What is saved and copied are the raw colours always.
+    void setShadedRelief(bool shaded);
+    [[nodiscard]] bool isShadedRelief() const { return m_relief; }
+
+signals:
+    /// The height under the mouse for the user to read; empty where there is none.
+    void heightTold(const QString &text);
+    /// isElevation() or isShadedRelief() is another.
+    void heightsChanged();
+
 public slots:
     void slotZoomIn();
     void slotZoomOut();
@@ -49,6 +69,7 @@ public slots:
 
 protected:
     void mouseMoveEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
@@ -60,6 +81,15 @@ private:
     void setFitToWindow(bool fit);
     void scaleImage(double factor);
     static void adjustScrollBar(QScrollBar *scrollBar, double factor);
+    /// The picture itself, whatever is shown of it.
+    [[nodiscard]] QPixmap picture() const;
+    /// Takes another picture, with nothing known of its heights.
+    void setPicture(const QPixmap &pixmap);
+    /// Finds out whether the picture of a file holds heights.
+    void lookForHeights(const QImage &image, const QString &fileName);
+    void tellHeight(const QPointF &mouse);
+    void drawRelief();
+    void showRelief(const QImage &relief);
 
     std::unique_ptr<Ui_ImageMdiChildForm> ui;
     QLabel *imageLabel;
@@ -68,4 +98,10 @@ private:
     bool mayBeClosed = true;
     bool fitToWindow = false;
     bool saveFailed = false; // the title does not tell
+    bool m_elevation = false;
+    bool m_relief = false;      // is wanted; shown as soon as it is drawn
+    double m_metresPerUnit = 0; // of heights; 0: not known
+    QPixmap m_raw;              // while the label shows the relief
+    QImage m_heights;           // shares the pixels of the picture; null until needed
+    BackgroundWork *m_shading;
 };
