@@ -45,6 +45,8 @@ Result<QImage> ToolDialog::workAndSave()
     const Result<QImage> done = work(progress);
     if (done && !saveImageFile(*done, outputFile()))
         return failed(couldNotSave(outputFile()));
+    if (done)
+        noteOutput(*done);
     return done;
 }
 

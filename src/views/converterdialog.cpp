@@ -5,17 +5,29 @@
 #include "views/fieldhelp.h"
 #include "views/waitcursor.h"
 
+#include <QChildEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 
 #include <algorithm>
 
 namespace {
 
 const QLatin1String DirectoryKey("MRUDirectory");
+
+// A field of several files shows each between quotes.
+QStringList namesIn(const QString &text)
+{
+    static const QRegularExpression between(QStringLiteral("\"\\s+\""));
+    if (text.size() < 2 || !text.startsWith('"') || !text.endsWith('"'))
+        return {text};
+    return text.mid(1, text.size() - 2).split(between, Qt::SkipEmptyParts);
+}
 
 QString rememberedDirectory() { return AppSettings().value(DirectoryKey).toString(); }
 
@@ -129,9 +141,50 @@ bool ConverterDialog::saveOutput(const QImage &image)
         const WaitCursor wait;
         saved = saveImageFile(image, m_toFile->text());
     }
-    if (!saved)
+    if (saved)
+        noteOutput(image);
+    else
         showCouldNotSave(m_toFile->text());
     return saved;
+}
+
+// --- Report ----------------------------------------------------------------------
+
+void ConverterDialog::noteOutput(const QImage &image)
+{
+    m_outcome.file = m_toFile->text();
+    m_outcome.picture = image;
+}
+
+void ConverterDialog::noteFact(const QString &name, const QString &value)
+{
+    m_outcome.facts << OperationOutcome::Fact{name, value};
+}
+
+// A box is complete when it is about to be shown for the first time.
+void ConverterDialog::childEvent(QChildEvent *event)
+{
+    QDialog::childEvent(event);
+    if (!event->polished())
+        return;
+    if (const auto *const box = qobject_cast<QMessageBox *>(event->child())) {
+        m_outcome.messages << box->text().simplified();
+        m_failureTold |= box->icon() == QMessageBox::Critical;
+    }
+}
+
+OperationOutcome ConverterDialog::outcome() const
+{
+    OperationOutcome outcome = m_outcome;
+    outcome.title = windowTitle();
+    for (const auto *const list : findChildren<QListWidget *>())
+        for (int row = 0; row < list->count(); ++row)
+            outcome.messages << list->item(row)->text();
+    if (outcome.file.isEmpty() && m_failureTold)
+        for (const QLineEdit *field : m_files)
+            if (field != m_toFile)
+                outcome.refused << namesIn(field->text());
+    return outcome;
 }
 
 QString ConverterDialog::imageFileFilter()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/operationoutcome.h"
+
 #include <QDialog>
 #include <QList>
 #include <QString>
@@ -25,6 +27,10 @@ class QPushButton;
 /// dialog's own; the form connects OK and Cancel.
 class ConverterDialog : public QDialog {
     Q_OBJECT
+
+public:
+    /// What the operation has come to up to now; complete when the dialog has closed.
+    [[nodiscard]] OperationOutcome outcome() const;
 
 protected:
     /// `messageTitle` stands above the dialog's error boxes.
@@ -68,6 +74,14 @@ protected:
     /// Writes the image to the output file; shows the box when that fails.
     [[nodiscard]] bool saveOutput(const QImage &image);
 
+    /// Remembers for the report that the picture was written to the output file.
+    /// saveOutput() does so.
+    void noteOutput(const QImage &image);
+    /// Adds something that only the operation knows to the report on it.
+    void noteFact(const QString &name, const QString &value);
+    /// Boxes over the dialog go into the report.
+    void childEvent(QChildEvent *event) override;
+
     /// The pictures that hold elevations, as a file dialog's filter.
     [[nodiscard]] static QString imageFileFilter();
     [[nodiscard]] QString messageTitle() const { return m_messageTitle; }
@@ -88,6 +102,8 @@ private:
     QPushButton *m_ok = nullptr;
     QLineEdit *m_toFile = nullptr;
     QList<QLineEdit *> m_files; // all that have to be filled, the output too
+    OperationOutcome m_outcome;
+    bool m_failureTold = false;
 };
 
 /// A converter dialog, or another of its kind, on its form.
