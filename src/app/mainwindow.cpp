@@ -2,6 +2,7 @@
 
 #include "app/menutext.h"
 #include "app/recentfiles.h"
+#include "app/terrainopener.h"
 #include "base/appsettings.h"
 #include "base/notices.h"
 #include "document/scenerymdichild.h"
@@ -44,7 +45,10 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     mdiArea->setAccessibleName(tr("Workspace"));
     mdiArea->setWhatsThis(tr("Here the windows of sceneries and pictures are opened."));
     setCentralWidget(mdiArea);
+    addHeights();
     addHints();
+    addReports();
+    setAcceptDrops(true);
     readSettings();
     separatorAction = new QAction(this);
     separatorAction->setSeparator(true);
@@ -198,6 +202,7 @@ void MainWindow::updateMenus()
         enableRun(false);
         ui->action_Stop->setEnabled(false);
     }
+    updateHeights();
 }
 
 void MainWindow::updateMenusForImage(ImageMdiChild *view)

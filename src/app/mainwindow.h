@@ -7,15 +7,21 @@
 #include <array>
 #include <memory>
 
+class BackgroundWork;
 class ImageMdiChild;
 class QAction;
 class QDialog;
+class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QWidget;
 class SceneryMdiChild;
 class StatusHints;
+class TerrainOpener;
 class Ui_MainWindow;
+struct LibraryNote;
+struct OperationOutcome;
+struct OperationReport;
 struct RecentFiles;
 struct StatusHint;
 
@@ -33,13 +39,20 @@ public:
     [[nodiscard]] QAction *getAction_FitToWindow() const override;
     /// Tells a sentence on the right side of the status bar.
     void tellHint(const StatusHint &hint);
+    /// Gives the window what reads terrain of any kind; without it a hint tells what is
+    /// missing.
+    void setTerrainOpener(std::unique_ptr<TerrainOpener> opener);
+    /// Takes what an importer or a tool has come to: the report on it is made beside the
+    /// window and offered in the status bar.
+    void take(const OperationOutcome &outcome);
 
 public slots:
     void newFile();
     void open();
     /// Names that end in ZPH, in any case, open as scenery; all others as image.
     void open(const QString &path);
-    /// Opens the files that the program was started with.
+    /// Opens files that the program was started with or that were dropped on it, each
+    /// by the part of the program that its kind is for.
     void openGiven(const QStringList &paths);
     void openMRU1();
     void openMRU2();
@@ -64,6 +77,9 @@ public slots:
 
     void settings();
     void aboutZephrantDialog();
+    void librariesDialog();
+    /// Opens the last report on an importer or a tool.
+    void showReport();
     // The established names of opening these dialogs; one that comes new needs none.
     void usgsDEMConversionDialog() { openDialog("action_UsgsDEMConversionDialog"); }
     void binConversionDialog() { openDialog("action_BinConversionDialog"); }
@@ -83,6 +99,8 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void connectDocumentActions();
@@ -97,6 +115,23 @@ private:
     void openDialog(const char *object);
     /// Gives hints and the notices of the program their place in the status bar.
     void addHints();
+    void addReports();
+    void useInScenery(const OperationReport &used);
+    void addHeights();
+    void watchHeights(ImageMdiChild *view);
+    void showHeight(const QString &text);
+    void updateHeights();
+
+    struct GivenFiles;
+    void askTerrain(const QString &path, qsizetype place,
+                    const std::shared_ptr<GivenFiles> &given);
+    void answered(const std::shared_ptr<GivenFiles> &given);
+    void openTerrain(const QStringList &files);
+    void openTrack(const QString &file);
+    /// Offers Open Terrain for a file that was refused, if that reads it.
+    void offerTerrain(const QString &file);
+    /// Tells when the elevation file of a scenery holds other than heights of 24 bits.
+    void watchElevationFile(SceneryMdiChild *view);
     void readSettings();
     void writeSettings() const;
 
@@ -130,6 +165,13 @@ private:
 
     std::unique_ptr<Ui_MainWindow> ui;
     StatusHints *hints = nullptr;
+    QLabel *labelHeight = nullptr; // the height under the mouse
+    QAction *actionElevation = nullptr;
+    QAction *actionRelief = nullptr;
+    QAction *actionReport = nullptr;
+    BackgroundWork *reporting = nullptr;
+    std::shared_ptr<const OperationReport> report; // the last one
+    std::unique_ptr<TerrainOpener> terrain;
     QMdiArea *mdiArea = nullptr;
     QAction *separatorAction = nullptr; // between the Window menu's entries and windows
     quint32 renderDepth = 0; // runs that have been started and have not returned

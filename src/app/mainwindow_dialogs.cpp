@@ -1,10 +1,13 @@
 #include "app/mainwindow.h"
 
 #include "app/aboutzephrantdialog.h"
+#include "app/librariesdialog.h"
 #include "app/settingsdialog.h"
+#include "app/terrainopener.h"
 #include "importdialogs/importdialogs.h"
 #include "tooldialogs/tooldialogs.h"
 #include "ui_mainwindow.h"
+#include "views/converterdialog.h"
 #include "views/statushints.h"
 
 #include <QApplication>
@@ -34,6 +37,12 @@ void MainWindow::connectDialogActions()
     connect(ui->action_AboutZephrantDialog, &QAction::triggered, this,
             &MainWindow::aboutZephrantDialog);
     connect(ui->action_AboutQtDialog, &QAction::triggered, qApp, &QApplication::aboutQt);
+    auto *const libraries = new QAction(tr("&Libraries..."), this);
+    libraries->setObjectName(QStringLiteral("action_Libraries"));
+    libraries->setWhatsThis(tr("To list the libraries that the program is built on, with "
+                               "their versions and licences."));
+    ui->menu_Help->addAction(libraries);
+    connect(libraries, &QAction::triggered, this, &MainWindow::librariesDialog);
     addDialogActions();
 }
 
@@ -52,7 +61,10 @@ void MainWindow::addDialogActions()
 void MainWindow::runDialog(std::unique_ptr<QDialog> (*make)(QWidget *parent))
 {
     hints->dismiss();
-    make(this)->exec();
+    const std::unique_ptr<QDialog> dialog = make(this);
+    dialog->exec();
+    if (const auto *const converter = qobject_cast<ConverterDialog *>(dialog.get()))
+        take(converter->outcome());
 }
 
 void MainWindow::openDialog(const char *object)
@@ -63,3 +75,13 @@ void MainWindow::openDialog(const char *object)
 void MainWindow::settings() { runDialog(makeDialog<SettingsDialog>); }
 
 void MainWindow::aboutZephrantDialog() { runDialog(makeDialog<AboutZephrantDialog>); }
+
+void MainWindow::librariesDialog()
+{
+    hints->dismiss();
+    QList<LibraryNote> more;
+    if (terrain && !terrain->libraryVersion().isEmpty())
+        more << LibraryNote{QStringLiteral("GDAL"), terrain->libraryVersion(),
+                            QStringLiteral("MIT"), tr("Reads terrain for Open Terrain.")};
+    LibrariesDialog(more, this).exec();
+}

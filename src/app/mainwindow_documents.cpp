@@ -81,6 +81,7 @@ ImageMdiChild *MainWindow::createImageView()
             &ImageMdiChild::slotFitToWindow);
     connect(addToWorkspace(view), &QMdiSubWindow::windowStateChanged, this,
             &MainWindow::testWindowStateChanged);
+    watchHeights(view);
     return view;
 }
 
@@ -91,6 +92,7 @@ SceneryMdiChild *MainWindow::createSceneryView()
     connect(view, &SceneryMdiChild::pictureMade, this,
             [this, view](ImageMdiChild *picture) { addRunKeys(view, picture); });
     addToWorkspace(view);
+    watchElevationFile(view);
     return view;
 }
 
@@ -174,6 +176,7 @@ void MainWindow::open(const QString &path)
         view = createImageView();
     if (!load(view, path)) {
         view->parentWidget()->close(); // asks the view, and leaves no empty window
+        offerTerrain(path);
         return;
     }
     addToMRU(path);
@@ -185,12 +188,6 @@ void MainWindow::open(const QString &path)
     // has.
     if (qobject_cast<SceneryMdiChild *>(view))
         resizeView(view, view->sizeHint());
-}
-
-void MainWindow::openGiven(const QStringList &paths)
-{
-    for (const QString &path : paths)
-        open(path);
 }
 
 void MainWindow::revert(QMdiSubWindow *window, const QString &path)

@@ -1,6 +1,7 @@
 #include "app/allwindows.h"
 
 #include "app/aboutzephrantdialog.h"
+#include "app/librariesdialog.h"
 #include "app/mainwindow.h"
 #include "app/newfiledialog.h"
 #include "app/settingsdialog.h"
@@ -14,6 +15,7 @@
 #include "raster/imagefile.h"
 #include "tooldialogs/tooldialogs.h"
 #include "views/imagemdichild.h"
+#include "views/reportdialog.h"
 
 #include <QTemporaryDir>
 
@@ -29,6 +31,11 @@ std::shared_ptr<QWidget> mainWindow() { return std::make_shared<MainWindow>(); }
 std::shared_ptr<QWidget> sceneryView()
 {
     return std::make_shared<SceneryMdiChild>(nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+std::shared_ptr<QWidget> report()
+{
+    return std::make_shared<ReportDialog>(OperationOutcome(), QImage());
 }
 
 std::shared_ptr<QWidget> demData()
@@ -99,6 +106,8 @@ std::vector<WindowCase> madeCases()
         {"new file", made<NewFileDialog>},
         {"settings", made<SettingsDialog>},
         {"about", made<AboutZephrantDialog>},
+        {"libraries", made<LibrariesDialog>},
+        {"report", report},
         {"flight path from above", planEditor},
         {"flight path in profile", profileEditor},
         {"data of a DEM", demData},
