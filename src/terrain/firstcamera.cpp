@@ -17,7 +17,7 @@ namespace {
 
 // Texels at the edge which the smooth reading of a texture leaves to the background.
 constexpr double EdgeTexels = 4.0;
-constexpr double LargestEdge = 0.1; // of a small terrain
+constexpr double LargestEdge = 0.2; // of a small terrain
 
 // How far the camera stays from the ground, of the terrain's smaller side.
 constexpr double LeastClearance = 0.08;
