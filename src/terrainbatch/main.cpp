@@ -1,16 +1,19 @@
-// zephrant-terrain: imports terrain and works on it without a window.
+// zephrant-terrain: opens and imports terrain and works on it without a window.
 
 #include "commands/runprogram.h"
 #include "commands/toldcommands.h"
+#include "terrainbatch/terraincommands.h"
 #include "terrainbatch/trackcommands.h"
 
 namespace {
 
 std::vector<Command> allCommands()
 {
-    std::vector<Command> commands = toldCommands();
+    std::vector<Command> commands = terrainCommands();
     commands.push_back(trackCommand());
     commands.push_back(pathCommand());
+    for (Command &command : toldCommands())
+        commands.push_back(std::move(command));
     return commands;
 }
 
@@ -21,13 +24,14 @@ int main(int argc, char **argv)
     const Program program{
         .name = "zephrant-terrain",
         .version = ZEPHRANT_VERSION,
-        .summary = "Imports terrain and works on elevation files without a window.",
+        .summary = "Makes sceneries of terrain, imports and works on elevation files, "
+                   "without a window.",
         .commands = allCommands(),
-        .examples = {"zephrant-terrain usgs-dem west.dem east.dem dem.png",
-                     "    Two tiles as one elevation file.",
-                     "zephrant-terrain resample --percent-x 50 dem.png small.png",
-                     "    An elevation file of half the size.",
-                     "zephrant-terrain elevation-to-gray --help",
-                     "    Ranges and defaults of a command's options."}};
+        .examples = {
+            "zephrant-terrain open alps.tif --out alps && zephrant-render alps.zph",
+            "    A picture of a downloaded file.",
+            "zephrant-terrain usgs-dem west.dem east.dem dem.png",
+            "    Two tiles as one elevation file.", "zephrant-terrain open --help",
+            "    Ranges and defaults of a command's options."}};
     return runProgram(program, argc, argv);
 }

@@ -22,7 +22,7 @@ struct Run {
 Run run(const QStringList &arguments)
 {
     QProcess process;
-    process.start(TRACK_PROGRAM, arguments);
+    process.start(TERRAIN_PROGRAM, arguments);
     process.waitForFinished();
     return {process.exitCode(), process.readAllStandardOutput(),
             process.readAllStandardError()};
