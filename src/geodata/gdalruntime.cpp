@@ -1,5 +1,7 @@
 #include "geodata/gdalruntime.h"
 
+#include <QRegularExpression>
+
 #include <cpl_conv.h>
 #include <cpl_error.h>
 #include <ogr_srs_api.h>
@@ -78,7 +80,10 @@ void GdalMessages::take(CPLErr level, CPLErrorNum, const char *text)
 
 QString GdalMessages::reason(const QString &fallback) const
 {
+    // "FILE, band 1: why": who tells the reason names the file.
+    static const QRegularExpression place(QStringLiteral("^.*, band \\d+: "));
     QString text = m_error.isEmpty() ? fallback : m_error;
+    text.remove(place);
     while (text.endsWith(u'.'))
         text.chop(1);
     return text;

@@ -7,6 +7,7 @@
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QObject>
+#include <QSet>
 
 #include <cpl_string.h>
 #include <cpl_vsi.h>
@@ -36,10 +37,27 @@ bool isKnown(const QString &name)
                                 nullptr) != nullptr;
 }
 
+// What lies beside a raster, and looks like one itself to some drivers.
+bool isBeside(const QString &name)
+{
+    static const QSet<QString> endings{"aux", "clr", "dmw", "hdr", "jgw",
+                                       "msk", "ovr", "pgw", "prj", "sch",
+                                       "src", "stx", "tfw", "wld", "xml"};
+    return endings.contains(QFileInfo(name).suffix().toLower());
+}
+
+// Bytes in a format of pictures: a preview, not the elevations.
+bool isPreview(GDALDatasetH file)
+{
+    static const QSet<QByteArray> formats{"BMP", "GIF", "JPEG", "PNG", "WEBP"};
+    return GDALGetRasterDataType(GDALGetRasterBand(file, 1)) == GDT_Byte &&
+           formats.contains(GDALGetDriverShortName(GDALGetDatasetDriver(file)));
+}
+
 // Three or more bands of bytes are the colours of a picture.
 bool isHeights(const QString &name)
 {
-    if (!isKnown(name))
+    if (isBeside(name) || !isKnown(name))
         return false;
     const GdalMessages messages;
     const Dataset file(
@@ -47,9 +65,11 @@ bool isHeights(const QString &name)
     if (!file)
         return false;
     const int bands = GDALGetRasterCount(file.get());
-    return bands == 0 || // subdatasets
-           bands < 3 ||
-           GDALGetRasterDataType(GDALGetRasterBand(file.get(), 1)) != GDT_Byte;
+    if (bands == 0) // subdatasets
+        return true;
+    return !isPreview(file.get()) &&
+           (bands < 3 ||
+            GDALGetRasterDataType(GDALGetRasterBand(file.get(), 1)) != GDT_Byte);
 }
 
 QStringList sortedByName(QStringList names)

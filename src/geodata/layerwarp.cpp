@@ -38,6 +38,7 @@ bool liesAs(GDALDatasetH file, const Sheet &layer)
 Result<bool> LayerWarp::openSource(const Sheet &layer)
 {
     const RasterFile &raster = layer.rasters.front();
+    m_name = raster.name;
     if (isPlain(raster)) {
         Result<Dataset> file = openRaster(raster.name);
         if (file && liesAs(file->get(), layer)) {
@@ -152,8 +153,8 @@ Result<bool> LayerWarp::warpWhole(std::size_t scale, const QRect &tile, float *c
         return true;
     if (!watch.mayGoOn())
         return stopped();
-    return failed(QObject::tr("Could not read the heights: %1.")
-                      .arg(messages.reason(QObject::tr("a file is damaged"))));
+    return failed(QObject::tr("Could not read \"%1\": %2.")
+                      .arg(m_name, messages.reason(QObject::tr("it is damaged"))));
 }
 
 // A part of a tile, by way of a buffer of its own.

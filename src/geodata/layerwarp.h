@@ -28,6 +28,7 @@ private:
     [[nodiscard]] QRect sourceOf(const QRect &tile);
     [[nodiscard]] void *operationFor(std::size_t scale, PieceWatch &watch);
 
+    QString m_name;
     Dataset m_source;
     std::optional<double> m_noData; // of the source
     bool m_maySkip = false;         // whether it is worth while to look for emptiness

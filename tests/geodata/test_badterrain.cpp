@@ -204,6 +204,9 @@ void TestBadTerrain::foldersAndArchivesAreOpened()
     two.transform[0] += 64 * 30.0;
     QVERIFY(write(two));
     writeText("tiles/readme.txt", "These are tiles.\n");
+    // A preview, and what lies beside rasters and looks like one.
+    QVERIFY(QImage(8, 8, QImage::Format_Grayscale8).save(at("tiles/preview.png")));
+    QVERIFY(QFile::copy(one.name, at("tiles/one.tif.ovr")));
     // A link that leads round in a circle.
     QVERIFY(QFile::link(at("tiles"), at("tiles/more/back")));
     QVERIFY(source->canOpen(at("tiles")));
