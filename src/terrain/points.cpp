@@ -1,6 +1,7 @@
 #include "terrain/points.h"
 
 #include "base/memorybudget.h"
+#include "terrain/abandonable.h"
 #include "terrain/meshraster.h"
 #include "terrain/pointsurvey.h"
 #include "terrain/progressshare.h"
@@ -13,9 +14,13 @@
 
 namespace {
 
+// In quotation marks, without the prefix of files in archives.
 QString nameOf(const QString &file)
 {
-    return QLatin1Char('"') + QDir::toNativeSeparators(file) + QLatin1Char('"');
+    const qsizetype prefix =
+        file.startsWith(QLatin1String("/vsi")) ? file.indexOf(u'/', 1) + 1 : 0;
+    return QLatin1Char('"') + QDir::toNativeSeparators(file.mid(prefix)) +
+           QLatin1Char('"');
 }
 
 // A file of points that is read twice: for their steps, and for their heights.
@@ -106,41 +111,82 @@ QString notGridText(const QString &file)
     return QObject::tr("The points of %1 do not lie on a grid.").arg(nameOf(file));
 }
 
-Result<Outcome> gridOf(PointFile &file, const PointOptions &options, Progress &progress)
+using GridSteps = std::optional<std::pair<AxisSteps, AxisSteps>>;
+
+// To sort a million coordinates takes longer than a user waits for a stop.
+Result<GridSteps> stepsOf(const std::shared_ptr<PointSurvey> &survey, Progress &progress)
 {
-    ProgressShare first(progress, 0, 50, 100);
-    PointSurvey survey;
-    const Result<void> looked =
-        file.read(first, [&](const auto &batch) { survey.add(batch); });
-    if (!looked)
-        return tl::unexpected(looked.error());
-    Outcome outcome{sheetOf(file, survey), true};
-    const bool mustBeGrid = options.surface == PointSurface::Grid;
-    const auto steps =
-        options.surface == PointSurface::Triangles ? std::nullopt : survey.steps();
-    if (!steps)
-        return mustBeGrid ? Result<Outcome>(failed(notGridText(file.file()))) : outcome;
+    return runAbandonable<GridSteps>(
+        [survey](AbandonableState &) { return std::optional(survey->steps()); }, 1,
+        progress);
+}
+
+// So does the system to hand out the memory of a large grid.
+Result<std::unique_ptr<PointGrid>> emptyGrid(const GridSteps &steps, Progress &progress)
+{
+    return runAbandonable<std::unique_ptr<PointGrid>>(
+        [steps](AbandonableState &) {
+            return std::optional(
+                std::make_unique<PointGrid>(steps->first, steps->second));
+        },
+        1, progress);
+}
+
+// The points of a file on their steps; nothing where they are no grid after all.
+Result<std::unique_ptr<PointGrid>> filledGrid(PointFile &file, const GridSteps &steps,
+                                              Progress &progress)
+{
     const auto claimed = claim(file.file(), QObject::tr("The grid"),
                                PointGrid::memory(steps->first, steps->second));
     if (!claimed)
         return tl::unexpected(claimed.error());
-    PointGrid grid(steps->first, steps->second);
-    ProgressShare second(progress, 50, 100, 100);
+    auto grid = emptyGrid(steps, progress);
+    if (!grid)
+        return grid;
     const Result<void> filled =
-        file.read(second, [&](const auto &batch) { grid.add(batch); });
+        file.read(progress, [&](const auto &batch) { (*grid)->add(batch); });
     if (!filled)
         return tl::unexpected(filled.error());
-    if (!mustBeGrid && !grid.isDense())
-        return outcome;
-    PointSheet &sheet = outcome.sheet;
-    outcome.isScattered = false;
+    return grid;
+}
+
+// Makes a sheet that of a grid.
+void take(PointGrid &grid, qint64 heights, PointSheet &sheet)
+{
     sheet.isGrid = true;
     sheet.transform = grid.transform();
-    sheet.pointsUsed = survey.heights() - grid.doubles();
+    sheet.pointsUsed = heights - grid.doubles();
     if (grid.doubles() > 0)
         sheet.notes << QObject::tr("%1 points of %2 lie on a cell that another has.")
-                           .arg(QString::number(grid.doubles()), nameOf(file.file()));
+                           .arg(grid.doubles())
+                           .arg(nameOf(sheet.files.value(0)));
     sheet.heights = grid.takeHeights();
+}
+
+Result<Outcome> gridOf(PointFile &file, const PointOptions &options, Progress &progress)
+{
+    ProgressShare first(progress, 0, 50, 100);
+    const auto survey = std::make_shared<PointSurvey>();
+    const Result<void> looked =
+        file.read(first, [&](const auto &batch) { survey->add(batch); });
+    if (!looked)
+        return tl::unexpected(looked.error());
+    Outcome outcome{sheetOf(file, *survey), true};
+    if (options.surface == PointSurface::Triangles)
+        return outcome;
+    ProgressShare second(progress, 50, 100, 100);
+    const auto steps = stepsOf(survey, second);
+    if (!steps)
+        return tl::unexpected(steps.error());
+    const bool mustBeGrid = options.surface == PointSurface::Grid;
+    if (!*steps)
+        return mustBeGrid ? Result<Outcome>(failed(notGridText(file.file()))) : outcome;
+    const auto grid = filledGrid(file, *steps, second);
+    if (!grid)
+        return tl::unexpected(grid.error());
+    outcome.isScattered = !mustBeGrid && !(*grid)->isDense();
+    if (!outcome.isScattered)
+        take(**grid, survey->heights(), outcome.sheet);
     return outcome;
 }
 

@@ -105,7 +105,10 @@ bool PointGrid::isDense() const
         return x >= 0 && y >= 0 && x < width && y < height &&
                !std::isnan(m_heights.row(y)[x]);
     };
-    for (int y = 0; y < height; ++y)
+    // Some rows tell it of a large grid.
+    constexpr qint64 CellsToLookAt = 1 << 20;
+    const int stride = int(1 + qint64(width) * height / CellsToLookAt);
+    for (int y = 0; y < height; y += stride)
         for (int x = 0; x < width; ++x) {
             if (!isKnown(x, y))
                 continue;
