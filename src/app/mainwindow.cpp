@@ -2,7 +2,7 @@
 
 #include "app/menutext.h"
 #include "app/recentfiles.h"
-#include "app/terrainopener.h"
+#include "app/terrainwindows.h"
 #include "base/appsettings.h"
 #include "base/notices.h"
 #include "document/scenerymdichild.h"
@@ -64,10 +64,12 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     for (QAction *action : recentActions())
         action->setVisible(false);
     showRecent(RecentFiles::read());
+    setTerrainOpener(std::make_unique<TerrainWindows>(this));
 }
 
 MainWindow::~MainWindow()
 {
+    terrain.reset(); // it asks for the active view
     setNoticeSink({});
     // Views that are left use the zoom actions to their end, and area, windows and
     // views tell of it; by then there is no workspace to ask for its active view.

@@ -66,6 +66,10 @@ public:
     [[nodiscard]] const SceneryData &sceneryData() const { return scenery.parameters; }
     /// The document as it is, without what the form shows and was not taken yet.
     [[nodiscard]] const SceneryDocument &document() const { return scenery; }
+    /// The document with what the form shows.
+    [[nodiscard]] SceneryDocument shown();
+    /// Gives the document the path of another one, and makes it fly on it.
+    void takePath(const SceneryDocument &flown);
     [[nodiscard]] const SceneryExtras &extras() const { return scenery.extras; }
     /// Changes extras as a user does: the document counts as modified where they differ.
     void setExtras(const SceneryExtras &extras);

@@ -39,3 +39,26 @@ void SceneryDelegate::acceptSetFlightPathDialog()
     scenery.waypointLevel = dialogWaypointLevel;
     setModified();
 }
+
+SceneryDocument SceneryDelegate::shown()
+{
+    viewToData();
+    return scenery;
+}
+
+void SceneryDelegate::takePath(const SceneryDocument &flown)
+{
+    viewToData();
+    // An open editor works on copies of the lists before, which stay as they are.
+    scenery.controlPoints = flown.controlPoints;
+    scenery.waypoints = flown.waypoints;
+    scenery.waypointLevel = flown.waypointLevel;
+    SceneryData &data = scenery.parameters;
+    data.isStraight = flown.parameters.isStraight;
+    data.Bildanzahl = flown.parameters.Bildanzahl;
+    data.StartbildNr = flown.parameters.StartbildNr;
+    data.EndbildNr = flown.parameters.EndbildNr;
+    scenery.extras.FollowGround = flown.extras.FollowGround;
+    dataToView();
+    setModified();
+}

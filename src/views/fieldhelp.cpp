@@ -65,10 +65,12 @@ void collectFields(const QWidget *parent, QList<QWidget *> &fields)
     const auto children =
         parent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget *child : children) {
-        // The bars of a scroll area stand in containers of these names.
+        // The bars of a scroll area stand in containers of these names; the tabs of a tab
+        // widget are its own.
         const bool isPart =
-            child->objectName().startsWith(QLatin1String("qt_scrollarea_")) &&
-            child->objectName().endsWith(QLatin1String("container"));
+            (child->objectName().startsWith(QLatin1String("qt_scrollarea_")) &&
+             child->objectName().endsWith(QLatin1String("container"))) ||
+            child->objectName() == QLatin1String("qt_tabwidget_tabbar");
         if (child->isWindow() || isPart)
             continue;
         if (isInput(child) || (child->focusPolicy() != Qt::NoFocus && !isArea(child)))

@@ -16,7 +16,8 @@ struct OperationOutcome {
 
     QString title;        ///< of its window
     QString file;         ///< what was written; empty where nothing was
-    QImage picture;       ///< the same; shares its pixels with the operation's
+    QImage picture;       ///< the same; shares its pixels with the operation's. Null:
+                          ///< the file is read
     QList<Fact> facts;    ///< in the order in which they are to be read
     QStringList messages; ///< boxes and rows of lists that went with the window
     QStringList refused;  ///< files to be read, of an operation that wrote nothing and

@@ -2,6 +2,7 @@
 
 #include "raster/elevationfacts.h"
 #include "raster/heightkinds.h"
+#include "raster/imagefile.h"
 #include "raster/shadedrelief.h"
 
 #include <QCoreApplication>
@@ -48,7 +49,9 @@ QString OperationReport::line() const
 OperationReport makeReport(OperationOutcome outcome, Progress &progress)
 {
     using Fact = OperationOutcome::Fact;
-    const QImage picture = std::exchange(outcome.picture, QImage());
+    QImage picture = std::exchange(outcome.picture, QImage());
+    if (picture.isNull())
+        picture = loadImageFile(outcome.file);
     OperationReport report;
     report.isElevation = looksLikeElevations(picture);
     QList<Fact> seen{{text("File"), outcome.file},
