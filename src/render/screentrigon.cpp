@@ -157,6 +157,8 @@ void ScreenTrigon::Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c,
 {
     ScreenCorner s[3] = {a, b, c};
     sortByRow(s, [](int, int) {});
+    if (s[2].row - s[0].row <= 1)
+        return paintLow(s, number);
     const auto paintRow = [this, number](int row, const Edges &edges) {
         unsigned int *const p = pixels(row);
         const int first = edges.first();
@@ -167,6 +169,26 @@ void ScreenTrigon::Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c,
     };
     fillUpward(s, share, paintRow);
     fillDownward(s, share, paintRow);
+}
+
+// Most triangles of a mesh are that low. With edges over one row at most there is nothing
+// to round: a row reaches from corner to corner. That is what the general way comes to,
+// also where all corners lie on one row, of which it paints the first and the last alone.
+void ScreenTrigon::paintLow(const ScreenCorner (&s)[3], unsigned int number)
+{
+    const auto paint = [this, number](int row, int from, int to) {
+        if (row < 0 || row > yMax || !share.owns(row))
+            return;
+        const int first = std::max(std::min(from, to), 0);
+        const int last = std::min(std::max(from, to), xMax);
+        unsigned int *const p = pixels(row);
+        for (int x = first; x <= last; ++x)
+            p[x] = number;
+        painted += std::max(last - first + 1, 0);
+    };
+    const bool flat = s[0].row == s[2].row;
+    paint(s[0].row, s[0].x, !flat && s[1].row == s[0].row ? s[1].x : s[0].x);
+    paint(s[2].row, s[2].x, !flat && s[1].row == s[2].row ? s[1].x : s[2].x);
 }
 
 void ScreenTrigon::resolve(const TriangleSource &source, RowRange rows)

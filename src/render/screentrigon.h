@@ -76,6 +76,8 @@ private:
     template <typename Rows, typename FillRow>
     void fillDownward(const ScreenCorner (&s)[3], Rows rows,
                       const FillRow &fillRow) const;
+    /// Rechnen() for a triangle of one row or two, its corners sorted.
+    void paintLow(const ScreenCorner (&s)[3], unsigned int number);
     void shade(Triangle &triangle, unsigned int number, RowRange rows);
     void shadeRow(int row, const Edges &edges, const Shading &shading,
                   unsigned int number);

@@ -2,8 +2,11 @@
 
 #include "base/pi.h"
 #include "raster/textureimage.h"
+#include "render/plain/screentrigon.h"
+#include "render/plain/transformation.h"
 #include "render/transformation.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 
 #include <optional>
@@ -287,6 +290,35 @@ private slots:
             trigon.resolve(parts.source, rows);
         }
         QVERIFY(QImage(parts.target) == QImage(whole.target));
+    }
+
+    // Those of one row or two, which have a shorter way, among them.
+    void smallTrianglesCoverThePixelsOfThePlainMethod()
+    {
+        QRandomGenerator random(1);
+        const C4Vector light{0.0, 0.0, -1.0, 0.0};
+        plain::Transformation camera(nullptr, light, Size, Size);
+        for (int round = 0; round < 4000; ++round) {
+            const int height = 1 + round % 4;
+            const int top = random.bounded(-3, Size + 2);
+            Fixture f;
+            TextureImage expected(Size, Size, QImage::Format_RGB32);
+            expected.fill(Empty);
+            ScreenCorner s[3];
+            C4Vector screen[3], vertices[3], normals[3];
+            for (int k = 0; k < 3; ++k) {
+                s[k] = {random.bounded(-4, Size + 4), top + random.bounded(height)};
+                screen[k] = {double(s[k].x), double(s[k].row), 0.0, 1.0};
+                normals[k] = {0.0, 0.0, 1.0, 1.0};
+            }
+            f.trigon->Rechnen(s[0], s[1], s[2], 5);
+            plain::ScreenTrigon(&expected, nullptr, 0, 0, Size, Size, light, &camera, 0)
+                .Rechnen(screen, vertices, normals, 0.0);
+            for (int row = 0; row < Size; ++row)
+                for (int x = 0; x < Size; ++x)
+                    QCOMPARE(f.target.pixel(x, row) != Empty,
+                             expected.pixel(x, row) != Empty);
+        }
     }
 
     void cornersAtTheEdgeOfTheScreenEndQuickly()
