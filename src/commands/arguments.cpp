@@ -205,7 +205,7 @@ QString Arguments::text(const QString &name) const
 
 QStringList Arguments::texts(const QString &name) const
 {
-    const QStringList values = m_given.value(name);
+    QStringList values = m_given.value(name);
     if (!values.isEmpty() || !m_defaults.contains(name))
         return values;
     return {m_defaults.value(name)};
