@@ -34,3 +34,14 @@ bool answer(const QString &text)
                   .arg(qt_error_string(errno)));
     return false;
 }
+
+// Debug lines, what the toolkit says of a session without a desktop, and the nothing that
+// it says of a JPEG file that takes no more, are no news.
+void logToTerminal(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg ||
+        text.startsWith(QLatin1String("QStandardPaths:")) ||
+        text.startsWith(QLatin1String("Bogus message code")))
+        return;
+    tellError(text);
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
 /// What a program without a window says to its caller. Lines are written at once, also
 /// through a pipe.
@@ -15,3 +16,8 @@ void tellProgress(const QString &line);
 /// The answer to a question such as --help, on standard output. False if it did not get
 /// there, which has been told.
 [[nodiscard]] bool answer(const QString &text);
+
+/// For qInstallMessageHandler(): what the toolkit says goes to standard error, but for
+/// what is no news for a terminal.
+void logToTerminal(QtMsgType type, const QMessageLogContext &context,
+                   const QString &text);

@@ -14,17 +14,6 @@
 
 namespace {
 
-// Debug lines, what the toolkit says of a session without a desktop, and the nothing that
-// it says of a JPEG file that takes no more, are no news for a terminal.
-void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
-{
-    if (type == QtDebugMsg || type == QtInfoMsg ||
-        text.startsWith(QLatin1String("QStandardPaths:")) ||
-        text.startsWith(QLatin1String("Bogus message code")))
-        return;
-    tellError(text);
-}
-
 // For a run that does not come to its end by itself. Files are whole or have no name, so
 // that there is nothing to wait for.
 void endAtOnce()
@@ -37,7 +26,7 @@ void endAtOnce()
 int render(int argc, char **argv)
 {
     StopSignal stop(endAtOnce);
-    qInstallMessageHandler(logMessage);
+    qInstallMessageHandler(logToTerminal);
     setNoticeSink([](const QString &text, NoticeStay) { tellError(text); });
     const QCoreApplication application(argc, argv);
     BatchOptions options;

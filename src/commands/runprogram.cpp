@@ -23,17 +23,6 @@ constexpr char StoppedText[] = "Stopped.";
 
 int statusOf(CommandStatus status) { return static_cast<int>(status); }
 
-// Debug lines, and what the toolkit says of a session without a desktop, are no news for
-// a terminal.
-void logMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
-{
-    if (type == QtDebugMsg || type == QtInfoMsg ||
-        text.startsWith(QLatin1String("QStandardPaths:")) ||
-        text.startsWith(QLatin1String("Bogus message code")))
-        return;
-    tellError(text);
-}
-
 /// One run of a program of commands.
 class ProgramRun {
 public:
@@ -44,7 +33,7 @@ public:
         QObject::connect(
             &m_stop, &StopSignal::stopRequested, &m_stop,
             [this] { m_stopRequested = true; }, Qt::DirectConnection);
-        qInstallMessageHandler(logMessage);
+        qInstallMessageHandler(logToTerminal);
         setNoticeSink([this](const QString &text, NoticeStay) { m_console.error(text); });
     }
     ~ProgramRun() { setNoticeSink({}); }
