@@ -97,8 +97,8 @@ GDALRasterBandH fittingLevel(GDALRasterBandH band, const QSize &size)
 
 QSize windowOf(const Sheet &sheet)
 {
-    constexpr int Cells = 1 << 20;
-    constexpr int Widest = 4096;
+    constexpr int Cells = 1 << 19;
+    constexpr int Widest = 2048;
     const QSize block = sheet.rasters.front().block.expandedTo({1, 1});
     const auto multiple = [](int side, int most) {
         return side < most ? most / side * side : side;
