@@ -78,7 +78,6 @@ void MainWindow::aboutZephrantDialog() { runDialog(makeDialog<AboutZephrantDialo
 
 void MainWindow::librariesDialog()
 {
-    hints->dismiss();
     QList<LibraryNote> more;
     if (terrain && !terrain->libraryVersion().isEmpty())
         more << LibraryNote{QStringLiteral("GDAL"), terrain->libraryVersion(),

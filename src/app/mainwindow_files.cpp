@@ -165,7 +165,8 @@ void MainWindow::dropEvent(QDropEvent *event)
     event->acceptProposedAction();
     // The program that the files come from waits for the end of the drop, and a file
     // that cannot be opened is told of in a box.
-    QTimer::singleShot(0, this, [this, files] { openGiven(files); });
+    QMetaObject::invokeMethod(
+        this, [this, files] { openGiven(files); }, Qt::QueuedConnection);
 }
 
 // --- Elevations ------------------------------------------------------------------
