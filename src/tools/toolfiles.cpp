@@ -79,10 +79,10 @@ Result<QImage> changeBlue0File(const QString &from, Progress &progress)
 Result<QImage> convolveFile(const QString &from, const QString &kernel,
                             Progress &progress)
 {
-    const Result<QImage> image = openPicture(from);
+    Result<QImage> image = openPicture(from);
     if (!image)
         return image;
-    const Result<QImage> weights = openKernel(kernel);
+    Result<QImage> weights = openKernel(kernel);
     if (!weights)
         return weights;
     return orUnsavable(convolve(*image, *weights, progress));
@@ -93,7 +93,7 @@ Result<QImage> maskFile(const QString &from, const QString &mask, Progress &prog
     Result<QImage> image = openPicture(from);
     if (!image)
         return image;
-    const Result<QImage> over = openPicture(mask);
+    Result<QImage> over = openPicture(mask);
     if (!over)
         return over;
     return applyMask(std::move(*image), *over, progress)
@@ -117,7 +117,7 @@ Result<QImage> mergeFiles(const QString &first, const QString &second,
 Result<QImage> rectifyFile(const QString &from, const RectifyCorners &corners,
                            Progress &progress)
 {
-    const Result<QImage> image = openPicture(from);
+    Result<QImage> image = openPicture(from);
     if (!image)
         return image;
     setRectifyCorners(corners);
