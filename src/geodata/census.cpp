@@ -88,7 +88,7 @@ public:
         const QRect &window = m_windows[piece];
         const std::size_t width = std::size_t(window.width());
         m_cells.resize(width * std::size_t(window.height()));
-        const Result<bool> done = m_reader->read(window, m_cells.data(), width);
+        Result<bool> done = m_reader->read(window, m_cells.data(), width);
         if (done)
             m_found[std::size_t(piece)].add(m_cells.data(), m_cells.size());
         return done;
@@ -193,8 +193,7 @@ Result<Census> takeCensus(const Sheet &sheet, qint64 most, Progress &progress)
             return tl::unexpected(reader.error());
         return std::make_unique<CensusWorker>(std::move(*reader), windows, found);
     };
-    const Result<bool> done =
-        workOnPieces(static_cast<int>(windows.size()), make, progress);
+    Result<bool> done = workOnPieces(static_cast<int>(windows.size()), make, progress);
     if (!done)
         return tl::unexpected(done.error());
     Census all = none;

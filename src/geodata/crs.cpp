@@ -42,7 +42,7 @@ Result<QString> wktOf(const QString &code)
     if (!srs || OSRExportToWkt(srs.get(), &text) != OGRERR_NONE)
         return failed(
             QObject::tr("\"%1\" is no reference system that is known.").arg(code));
-    const QString wkt = QString::fromUtf8(text);
+    QString wkt = QString::fromUtf8(text);
     CPLFree(text);
     return wkt;
 }
@@ -149,7 +149,7 @@ QString projectionTextOf(const QString &crs)
     char *text = nullptr;
     if (!srs || OSRExportToWktEx(srs.get(), &text, Options.data()) != OGRERR_NONE)
         return crs;
-    const QString wkt = QString::fromUtf8(text);
+    QString wkt = QString::fromUtf8(text);
     CPLFree(text);
     return wkt;
 }

@@ -150,7 +150,7 @@ Result<Proposal> proposalForAll(const std::vector<Part> &parts, const QString &c
 {
     Result<Proposal> all = proposalFor(parts.front(), crs, rect);
     for (std::size_t i = 1; all && i < parts.size(); ++i) {
-        const Result<Proposal> next = proposalFor(parts[i], crs, rect);
+        Result<Proposal> next = proposalFor(parts[i], crs, rect);
         if (!next)
             return next;
         all->extent = united(all->extent, next->extent);
@@ -238,7 +238,7 @@ Result<Proposal> proposalOf(const std::vector<Part> &parts, const QString &crs,
     const Part &first = parts.front();
     const Proposal own{extentOfGrid(first.transform, first.size), first.transform[1],
                        first.size};
-    const Result<Proposal> whole =
+    Result<Proposal> whole =
         native ? Result<Proposal>(own) : proposalForAll(parts, crs, {});
     if (!whole || !rect)
         return whole;

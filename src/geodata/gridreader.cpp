@@ -35,7 +35,7 @@ public:
             const QRect part = band & QRect(band.left() + x, band.top(), m_window.width(),
                                             band.height());
             float *const to = m_heights.row(band.top() - m_cells.top()) + x;
-            const Result<bool> done =
+            Result<bool> done =
                 m_reader->read(part, to, std::size_t(m_heights.size.width()));
             if (!done)
                 return done;
@@ -72,7 +72,7 @@ Result<bool> warpCells(const Mosaic &mosaic, const OutputGrid &grid, Heights &he
     if (!tiles)
         return tl::unexpected(tiles.error());
     const auto make = [&] { return makeWarpWorker(mosaic, grid, *tiles, heights); };
-    const Result<bool> done = workOnPieces(tiles->rows(), make, progress);
+    Result<bool> done = workOnPieces(tiles->rows(), make, progress);
     // What is infinite is no height either.
     for (float &height : heights.metres)
         height = std::isfinite(height) ? height : std::numeric_limits<float>::quiet_NaN();
@@ -108,7 +108,7 @@ Result<Heights> readHeights(const Mosaic &mosaic, const OutputGrid &grid,
     Result<Heights> heights = emptyHeights(grid.size);
     if (!heights)
         return heights;
-    const Result<bool> done =
+    Result<bool> done =
         grid.cells ? readCells(mosaic.sheets.front(), *grid.cells, *heights, progress)
                    : warpCells(mosaic, grid, *heights, progress);
     if (!done)

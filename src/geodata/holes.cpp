@@ -150,7 +150,7 @@ Result<qint64> fillInMemory(Heights &heights, double cells, Progress &progress)
     if (before == 0 || !(cells > 0.0))
         return qint64(0);
     HoleMap map(heights);
-    const Result<bool> opened = map.openFromEdges(progress);
+    Result<bool> opened = map.openFromEdges(progress);
     if (!opened)
         return tl::unexpected(opened.error());
     const QRect holes = map.holes();
@@ -160,7 +160,7 @@ Result<qint64> fillInMemory(Heights &heights, double cells, Progress &progress)
     const int reach = static_cast<int>(std::min(std::ceil(cells) + 1.0, 1e6));
     const QRect part =
         holes.adjusted(-reach, -reach, reach, reach) & QRect(QPoint(), heights.size);
-    const Result<bool> done = interpolate(heights, map, part, cells, progress);
+    Result<bool> done = interpolate(heights, map, part, cells, progress);
     if (!done)
         return tl::unexpected(done.error());
     for (std::size_t i = 0; i < heights.metres.size(); ++i)

@@ -173,7 +173,7 @@ Result<QStringList> expandInputs(const QStringList &given, Progress &progress)
     const GdalMessages messages;
     QStringList all;
     for (const QString &name : given) {
-        const Result<QStringList> found = contentsOf(name, progress);
+        Result<QStringList> found = contentsOf(name, progress);
         if (!found)
             return found;
         all += *found;

@@ -60,7 +60,7 @@ Result<bool> LayerWarp::openSource(const Sheet &layer)
 Result<bool> LayerWarp::open(const Sheet &layer, const OutputGrid &grid,
                              const std::vector<WarpScale> &scales)
 {
-    const Result<bool> opened = openSource(layer);
+    Result<bool> opened = openSource(layer);
     if (!opened)
         return opened;
     Result<std::unique_ptr<SmoothTransform>> way = wayTo(m_source.get(), grid);
@@ -81,8 +81,8 @@ Result<bool> LayerWarp::warp(const QRect &tile, float *cells, PieceWatch &watch)
         const QRect part = tile & (*m_scales)[i].cells;
         if (part.isEmpty())
             continue;
-        const Result<bool> done = part == tile ? warpWhole(i, tile, cells, watch)
-                                               : warpPart(i, part, tile, cells, watch);
+        Result<bool> done = part == tile ? warpWhole(i, tile, cells, watch)
+                                         : warpPart(i, part, tile, cells, watch);
         if (!done)
             return done;
     }
@@ -169,7 +169,7 @@ Result<bool> LayerWarp::warpPart(std::size_t scale, const QRect &part, const QRe
     };
     for (int y = 0; y < part.height(); ++y)
         std::copy_n(inTile(y), width, m_part.data() + std::size_t(y) * width);
-    const Result<bool> done = warpWhole(scale, part, m_part.data(), watch);
+    Result<bool> done = warpWhole(scale, part, m_part.data(), watch);
     for (int y = 0; y < part.height(); ++y)
         std::copy_n(m_part.data() + std::size_t(y) * width, width, inTile(y));
     return done;

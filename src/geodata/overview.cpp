@@ -92,7 +92,7 @@ public:
             if (!watch.mayGoOn())
                 return stopped();
             const QRect part(x, from, std::min(m_columnsAtATime, width - x), rows);
-            const Result<bool> done = m_reader->readShrunk(
+            Result<bool> done = m_reader->readShrunk(
                 m_overview.size, part, m_overview.row(from) + x, std::size_t(width));
             if (!done)
                 return done;
@@ -127,8 +127,7 @@ Result<bool> readSheet(const Sheet &sheet, Heights &overview,
         return std::make_unique<RowsWorker>(std::move(*reader), begins, columns, overview,
                                             teller);
     };
-    const Result<bool> done =
-        workOnPieces(static_cast<int>(begins.size()) - 1, make, teller);
+    Result<bool> done = workOnPieces(static_cast<int>(begins.size()) - 1, make, teller);
     if (done && !teller.step(0, 0))
         return stopped();
     return done;
@@ -210,7 +209,7 @@ Result<Heights> readOverview(const Mosaic &mosaic, const OutputGrid &whole,
     Result<Heights> overview = emptyHeights(shrunk(sheet.size, most));
     if (!overview)
         return overview;
-    const Result<bool> done = readSheet(sheet, *overview, ready);
+    Result<bool> done = readSheet(sheet, *overview, ready);
     if (!done)
         return tl::unexpected(done.error());
     return overview;

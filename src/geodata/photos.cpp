@@ -132,7 +132,7 @@ public:
             const QRect window = QRect(x, piece * BlockHeight, BlockWidth, BlockHeight) &
                                  QRect(QPoint(), m_size);
             for (const Dataset &photo : m_photos)
-                if (const Result<bool> done = readWindow(photo.get(), window); !done)
+                if (Result<bool> done = readWindow(photo.get(), window); !done)
                     return done;
         }
         return true;
@@ -220,7 +220,7 @@ Result<QImage> photoOn(const QStringList &files, const OutputGrid &grid,
         return std::make_unique<PhotoWorker>(std::move(photos), picture);
     };
     const int pieces = (size.height() + BlockHeight - 1) / BlockHeight;
-    const Result<bool> done = workOnPieces(pieces, make, progress);
+    Result<bool> done = workOnPieces(pieces, make, progress);
     if (!done)
         return tl::unexpected(done.error());
     if (isOpaque(picture))

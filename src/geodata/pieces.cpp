@@ -32,7 +32,7 @@ public:
     }
     void serve(int thread, const MakePieceWorker &make)
     {
-        const Result<bool> done = attemptInMemory(thread, make);
+        Result<bool> done = attemptInMemory(thread, make);
         if (done)
             return;
         m_shared.stop = true;
@@ -70,7 +70,7 @@ private:
                     return tl::unexpected(made.error());
                 worker = std::move(*made);
             }
-            const Result<bool> done = worker->work(piece, watch);
+            Result<bool> done = worker->work(piece, watch);
             if (!done)
                 return done;
             ++m_shared.done;

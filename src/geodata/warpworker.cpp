@@ -25,7 +25,7 @@ public:
     {
         m_layers = std::vector<LayerWarp>(mosaic.layers.size());
         for (std::size_t i = 0; i < m_layers.size(); ++i) {
-            const Result<bool> done =
+            Result<bool> done =
                 m_layers[i].open(mosaic.layers[i], grid, m_tiles.scales[i]);
             if (!done)
                 return done;
@@ -37,7 +37,7 @@ public:
         for (int column = 0; column < m_tiles.columns(); ++column) {
             if (!watch.mayGoOn())
                 return stopped();
-            const Result<bool> done = warpTile(m_tiles.at(column, row), watch);
+            Result<bool> done = warpTile(m_tiles.at(column, row), watch);
             if (!done)
                 return done;
         }
@@ -51,7 +51,7 @@ private:
         m_cells.assign(width * std::size_t(tile.height()),
                        std::numeric_limits<float>::quiet_NaN());
         for (LayerWarp &layer : m_layers) {
-            const Result<bool> done = layer.warp(tile, m_cells.data(), watch);
+            Result<bool> done = layer.warp(tile, m_cells.data(), watch);
             if (!done)
                 return done;
         }
@@ -111,7 +111,7 @@ Result<std::unique_ptr<PieceWorker>> makeWarpWorker(const Mosaic &mosaic,
                                                     Heights &heights)
 {
     auto worker = std::make_unique<WarpWorker>(tiles, heights);
-    const Result<bool> opened = worker->open(mosaic, grid);
+    Result<bool> opened = worker->open(mosaic, grid);
     if (!opened)
         return tl::unexpected(opened.error());
     return worker;
