@@ -81,7 +81,7 @@ QWidget *ReportDialog::makeMessages(const OperationOutcome &outcome)
     list->addItems(outcome.messages);
     if (outcome.messages.isEmpty()) {
         auto *const none = new QListWidgetItem(tr("There were none."), list);
-        none->setFlags(Qt::NoItemFlags);
+        none->setFlags(Qt::ItemIsEnabled); // is read, not chosen
     }
     auto *const layout = new QVBoxLayout(group);
     layout->addWidget(list);
