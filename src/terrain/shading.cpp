@@ -55,6 +55,9 @@ private:
     float m_hidden; // and from here on nothing
 };
 
+// Slopes toward the sun are brighter than flat ground, whose colours leave little room.
+float softened(float light) { return light > 1.0f ? 0.5f + 0.5f * light : light; }
+
 // Light of the sun, without shadows, into `map`.
 bool lightBySun(const Ground &ground, const TextureRequest &request, LightMap &map,
                 WorkerPool &pool, const Stretch &stretch)
@@ -134,7 +137,8 @@ bool addSky(const Ground &ground, bool isOpen, LightMap &map, WorkerPool &pool,
             const std::size_t begin = std::size_t(first) * std::size_t(width);
             const std::size_t end = std::size_t(last) * std::size_t(width);
             for (std::size_t i = begin; i < end; ++i)
-                map.light[i] += isOpen ? ShareOfSky : ShareOfSky * share[i];
+                map.light[i] = softened(map.light[i] +
+                                        (isOpen ? ShareOfSky : ShareOfSky * share[i]));
         });
 }
 

@@ -36,7 +36,8 @@ constexpr int SkyDirections = 16;
 
 /// Light for a texture. Of the light of flat ground 0.3 comes from the sky and 0.7 from
 /// the sun: L = 0.3 S + 0.7 v max(0, N . D) / max(sin H, sin 20 degrees), N the ground's
-/// normal, D the way to the sun at the height H (Lambert's law).
+/// normal, D the way to the sun at the height H (Lambert's law). What is above 1 counts
+/// by half, so that bright colours keep their differences.
 ///
 /// v is the visible share of the sun's disc over the horizon in its direction (1 without
 /// shadows); S the share of the open sky, each direction counting by its cosine to the
