@@ -116,8 +116,9 @@ std::optional<Colour> ofWords(const QByteArrayList &words, Model model)
 std::array<int, 3> bytesOf(const Colour &colour, Model model)
 {
     if (model != Model::Hsv)
-        return {static_cast<int>(colour[0] + 0.5), static_cast<int>(colour[1] + 0.5),
-                static_cast<int>(colour[2] + 0.5)};
+        return {static_cast<int>(std::lround(colour[0])),
+                static_cast<int>(std::lround(colour[1])),
+                static_cast<int>(std::lround(colour[2]))};
     const QColor rgb =
         QColor::fromHsvF(static_cast<float>(std::fmod(colour[0], 360.0) / 360.0),
                          static_cast<float>(colour[1]), static_cast<float>(colour[2]));

@@ -20,7 +20,8 @@ float mixed(float a, float b, float share) { return a + share * (b - a); }
 
 unsigned int channel(float value)
 {
-    return static_cast<unsigned int>(std::clamp(value, 0.0f, 255.0f) + 0.5f);
+    const float rounded = std::clamp(value, 0.0f, 255.0f) + 0.5f;
+    return static_cast<unsigned int>(rounded);
 }
 
 } // namespace

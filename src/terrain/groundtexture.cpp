@@ -56,7 +56,8 @@ QRgb colourOfVoids(const GroundPalette &palette)
 
 unsigned int lit(unsigned int channel, float light)
 {
-    return static_cast<unsigned int>(std::min(float(channel) * light, 255.0f) + 0.5f);
+    const float rounded = std::min(float(channel) * light, 255.0f) + 0.5f;
+    return static_cast<unsigned int>(rounded);
 }
 
 void lightRow(const float *light, int width, QRgb *pixels)
