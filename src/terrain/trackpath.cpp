@@ -64,7 +64,7 @@ public:
         : m_unitX(unitX), m_unitY(unitY)
     {
         const int places = placesFor(plan.spline.size());
-        m_reach = std::size_t(2 * places / (plan.spline.size() - 3) + 2);
+        m_reach = 2 * std::size_t(places) / std::size_t(plan.spline.size() - 3) + 2;
         for (int i = 0; i < places; ++i) {
             const double t = double(i) / (places - 1);
             m_curve.push_back({plan.spline.valueAt(t, plan.x) * unitX,
@@ -126,7 +126,7 @@ Result<Plan> bestPlan(const TrackLine &line, int most, Progress &progress)
 {
     for (int points = TrackPathOptions::FewestPoints;; points = points * 5 / 4 + 1) {
         const int used = std::min(points, most);
-        if (!progress.step(used, 2 * most))
+        if (!progress.step(used, 2 * qint64(most)))
             return stopped();
         Plan plan = planWith(line, used);
         if (used == most ||
