@@ -91,6 +91,13 @@ SceneryMdiChild *MainWindow::createSceneryView()
                                            ui->action_NormalSize, ui->action_FitToWindow);
     connect(view, &SceneryMdiChild::pictureMade, this,
             [this, view](ImageMdiChild *picture) { addRunKeys(view, picture); });
+    connect(view, &SceneryMdiChild::extrasTold, this, [this](const QStringList &told) {
+        if (told.isEmpty())
+            hints->withdraw(QStringLiteral("extras"));
+        else
+            tellHint({.text = told.join(QLatin1Char(' ')),
+                      .subject = QStringLiteral("extras")});
+    });
     addToWorkspace(view);
     watchElevationFile(view);
     return view;

@@ -13,6 +13,9 @@
 #include "patheditors/setflightpathprofiledialog.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
+#include "terraindialogs/openterraindialog.h"
+#include "terraindialogs/pathfromtrackdialog.h"
+#include "terraindialogs/texturefromelevationdialog.h"
 #include "tooldialogs/tooldialogs.h"
 #include "views/imagemdichild.h"
 #include "views/reportdialog.h"
@@ -31,6 +34,18 @@ std::shared_ptr<QWidget> mainWindow() { return std::make_shared<MainWindow>(); }
 std::shared_ptr<QWidget> sceneryView()
 {
     return std::make_shared<SceneryMdiChild>(nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+Result<std::unique_ptr<TerrainSource>> noTerrain() { return failed(QString()); }
+
+std::shared_ptr<QWidget> openTerrain()
+{
+    return std::make_shared<OpenTerrainDialog>(noTerrain);
+}
+
+std::shared_ptr<QWidget> pathFromTrack()
+{
+    return std::make_shared<PathFromTrackDialog>(SceneryDocument(), QString(), noTerrain);
 }
 
 std::shared_ptr<QWidget> report()
@@ -107,6 +122,9 @@ std::vector<WindowCase> madeCases()
         {"settings", made<SettingsDialog>},
         {"about", made<AboutZephrantDialog>},
         {"libraries", made<LibrariesDialog>},
+        {"open terrain", openTerrain},
+        {"texture from elevation", made<TextureFromElevationDialog>},
+        {"path from track", pathFromTrack},
         {"report", report},
         {"flight path from above", planEditor},
         {"flight path in profile", profileEditor},

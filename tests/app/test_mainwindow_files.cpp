@@ -57,6 +57,7 @@ private slots:
         m_heard.clear();
         m_dir = std::make_unique<QTemporaryDir>();
         m_window = std::make_unique<MainWindow>();
+        m_window->setTerrainOpener({});
         m_window->show();
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
@@ -180,6 +181,14 @@ private slots:
         QCOMPARE(m_heard, QStringList({"terrain " + heights}));
         m_window->findChild<QMdiArea *>()->closeAllSubWindows();
         QTRY_COMPARE(notice(), QString());
+    }
+
+    void extrasThatAreNotUnderstoodAreTold()
+    {
+        m_window->open(scenery("s.zph", "\n[Extras]\nFramesPerSecond=many\n"));
+        QVERIFY2(notice().contains("FramesPerSecond=many"), qPrintable(notice()));
+        m_window->open(scenery("t.zph", "\n[Extras]\nFramesPerSecond=30\n"));
+        QCOMPARE(notice(), QString());
     }
 
     void heightUnderTheMouseHasAField()

@@ -1,0 +1,155 @@
+// From files of heights to a scenery, a texture and a path, with the window as its user
+// has it and the library that reads terrain.
+
+#include "app/mainwindow.h"
+#include "base/appsettings.h"
+#include "document/scenerydelegate.h"
+#include "document/scenerymdichild.h"
+#include "views/imagemdichild.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+#include <memory>
+
+class TestTerrainWindows : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        AppSettings().clear();
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_window = std::make_unique<MainWindow>();
+        m_window->show();
+    }
+    void cleanup()
+    {
+        m_window.reset();
+        m_dir.reset();
+    }
+
+    void aGivenFileBecomesASceneryByOneKey()
+    {
+        SceneryMdiChild *const scenery = openHills();
+        QVERIFY(scenery);
+        const SceneryData &data = scenery->delegate().sceneryData();
+        QCOMPARE(data.HDateiname, QString("hills_elevation.png"));
+        QCOMPARE(data.TDateiname, QString("hills_texture.png"));
+        QCOMPARE(scenery->delegate().extras().MetresPerUnit, 25.0);
+        QVERIFY(!scenery->isModified());
+        QTRY_VERIFY(hint().contains("hills_elevation.png"));
+        QVERIFY2(hint().contains("voids 0"), qPrintable(hint()));
+    }
+
+    void commandsOfPathsNeedAScenery()
+    {
+        QVERIFY(!action("action_PathFromTrack")->isEnabled());
+        QVERIFY(!action("action_SavePathAs")->isEnabled());
+        QVERIFY(action("action_OpenTerrain")->isEnabled());
+        QVERIFY(action("action_TextureFromElevation")->isEnabled());
+        QVERIFY(openHills());
+        QVERIFY(action("action_PathFromTrack")->isEnabled());
+        QVERIFY(action("action_SavePathAs")->isEnabled());
+    }
+
+    void aTrackBecomesThePath()
+    {
+        SceneryMdiChild *const scenery = openHills();
+        QVERIFY(scenery);
+        QFile track(m_dir->filePath("track.csv"));
+        QVERIFY(track.open(QIODevice::WriteOnly));
+        track.write("x,y,z\n");
+        for (int i = 0; i < 40; ++i)
+            track.write(QByteArray::number(600200 + i * 20) + ',' +
+                        QByteArray::number(5300300 + 200 * std::sin(i / 6.0)) + ",900\n");
+        track.close();
+        action("action_PathFromTrack")->trigger();
+        auto *const dialog = m_window->findChild<QDialog *>("pathFromTrackDialog");
+        QVERIFY(dialog);
+        dialog->findChild<QLineEdit *>("lineEditTrack")->setText(track.fileName());
+        dialog->findChild<QPushButton *>("pushButtonOK")->click();
+        QTRY_VERIFY(!scenery->delegate().document().controlPoints.isEmpty());
+        QVERIFY(!scenery->delegate().sceneryData().isStraight);
+        QCOMPARE(scenery->delegate().sceneryData().Bildanzahl, 300);
+        QVERIFY(scenery->isModified());
+        QVERIFY2(hint().contains("off the track"), qPrintable(hint()));
+    }
+
+    void aTextureIsMadeOfAnElevationFile()
+    {
+        QVERIFY(openHills());
+        action("action_TextureFromElevation")->trigger();
+        auto *const dialog = m_window->findChild<QDialog *>("textureFromElevationDialog");
+        QVERIFY(dialog);
+        QCOMPARE(dialog->findChild<QLineEdit *>("lineEditElevation")->text(),
+                 m_dir->filePath("hills_elevation.png"));
+        const QString out = m_dir->filePath("map.png");
+        dialog->findChild<QLineEdit *>("lineEditOut")->setText(out);
+        dialog->findChild<QPushButton *>("pushButtonOK")->click();
+        QTRY_VERIFY(m_window->findChild<ImageMdiChild *>());
+        QCOMPARE(QImage(out).size(), QSize(60, 40));
+    }
+
+private:
+    [[nodiscard]] QAction *action(const char *name) const
+    {
+        return m_window->findChild<QAction *>(QLatin1String(name));
+    }
+    [[nodiscard]] QString hint() const
+    {
+        return m_window->findChild<QLabel *>("labelNotice")->toolTip();
+    }
+    /// An ASCII grid of 60 by 40 cells of 25 m.
+    QString hills() const
+    {
+        QFile file(m_dir->filePath("hills.asc"));
+        if (!file.open(QIODevice::WriteOnly))
+            return {};
+        file.write("ncols 60\nnrows 40\nxllcorner 600000\nyllcorner 5300000\n"
+                   "cellsize 25\n");
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 60; ++x)
+                file.write(QByteArray::number(500 + 200 * std::sin(x / 9.0) +
+                                                  150 * std::cos(y / 7.0),
+                                              'f', 2) +
+                           ' ');
+            file.write("\n");
+        }
+        return file.fileName();
+    }
+    /// Drops the file on the program, presses OK.
+    SceneryMdiChild *openHills()
+    {
+        m_window->openGiven({hills()});
+        QDialog *dialog = nullptr;
+        const bool ready = QTest::qWaitFor(
+            [&] {
+                dialog = m_window->findChild<QDialog *>("openTerrainDialog");
+                return dialog &&
+                       dialog->findChild<QPushButton *>("pushButtonOK")->isEnabled();
+            },
+            20000);
+        if (!ready)
+            return nullptr;
+        dialog->findChild<QPushButton *>("pushButtonOK")->click();
+        (void)QTest::qWaitFor([&] { return m_window->findChild<SceneryMdiChild *>(); },
+                              20000);
+        return m_window->findChild<SceneryMdiChild *>();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+QTEST_MAIN(TestTerrainWindows)
+#include "test_terrainwindows.moc"
