@@ -8,7 +8,9 @@
 #include "views/imagemdichild.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDialog>
+#include <QDoubleSpinBox>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -140,6 +142,13 @@ private:
             },
             20000);
         if (!ready)
+            return nullptr;
+        // The grid tells no system; tracks need one.
+        dialog->findChild<QComboBox *>("comboBoxCrs")->setCurrentText("EPSG:32632");
+        if (!QTest::qWaitFor([&] {
+                return dialog->findChild<QDoubleSpinBox *>("doubleSpinBoxRectW")
+                           ->value() == 600000.0;
+            }))
             return nullptr;
         dialog->findChild<QPushButton *>("pushButtonOK")->click();
         (void)QTest::qWaitFor([&] { return m_window->findChild<SceneryMdiChild *>(); },
