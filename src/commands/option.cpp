@@ -38,7 +38,7 @@ bool isSize(const Option &option, const QString &text)
     const QStringList sides = text.split(QLatin1Char('x'));
     return sides.size() == 2 &&
            std::all_of(sides.begin(), sides.end(), [&option](const QString &side) {
-               return side.at(0).isDigit() && isInteger(option, side);
+               return !side.isEmpty() && side.at(0).isDigit() && isInteger(option, side);
            });
 }
 

@@ -28,9 +28,12 @@ constexpr std::array Unwanted{
 
 void keepToThisMachine()
 {
-    for (const char *name : Unwanted)
-        if (GDALDriverH driver = GDALGetDriverByName(name))
+    for (const char *name : Unwanted) {
+        if (GDALDriverH driver = GDALGetDriverByName(name)) {
             GDALDeregisterDriver(driver);
+            GDALDestroyDriver(driver); // nobody else knows it any more
+        }
+    }
     // The only file that may be had by a URL is one of this name.
     CPLSetConfigOption("CPL_VSIL_CURL_ALLOWED_FILENAME", "none");
     CPLSetConfigOption("GDAL_VRT_ENABLE_PYTHON", "NO");

@@ -166,7 +166,7 @@ void TestColourFile::filesThatAreMissingOrEmptyAreTold()
 // Whatever the bytes, there is a table or a sentence, and a table has a colour for all.
 void TestColourFile::junkIsRefusedOrRead()
 {
-    const QByteArray alphabet("0159 .,:/-#%nvBFNred\n\t;\xff\0", 27);
+    const QByteArray alphabet("0159 .,:/-#%nvBFNred\n\t;\xff\0", 25);
     quint32 seed = 1;
     for (int round = 0; round < 4000; ++round) {
         QByteArray text;
