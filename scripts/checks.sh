@@ -1,8 +1,8 @@
 # The checks of scripts/check, a function for each name. They run in the top folder of the
 # checkout.
-checks=(format release floors examples clang threads run)
+checks=(format release floors examples clang run)
 # By name only until they have passed over the whole tree once.
-further_checks=(tidy coverage tidy-all)
+further_checks=(clang-all threads tidy coverage tidy-all)
 
 # with_compiler [PACKAGE...]: what builds, the packages, and a compiler cache.
 with_compiler() {
@@ -58,9 +58,23 @@ check_examples() {
     done
 }
 
-# clang, its warnings as errors, all tests under the address and undefined behaviour
-# sanitizers.
+# clang, its warnings as errors, under the address and undefined behaviour sanitizers: the
+# floors that read what strangers send, and what they stand on.
+sanitized_folders=(base scene commands terrain terraindialogs geodata terrainbatch)
 check_clang() {
+    with_compiler "${clang_packages[@]}"
+    local folder targets=()
+    for folder in "${sanitized_folders[@]}"; do
+        targets+=("tests/$folder/all")
+    done
+    build sanitize "${targets[@]}"
+    for folder in "${sanitized_folders[@]}"; do
+        tests_in "build/sanitize/tests/$folder"
+    done
+}
+
+# The same with all folders.
+check_clang_all() {
     with_compiler "${clang_packages[@]}"
     ./test --sanitize
 }
