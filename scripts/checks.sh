@@ -60,7 +60,7 @@ check_examples() {
 
 # clang, its warnings as errors, under the address and undefined behaviour sanitizers: the
 # floors that read what strangers send, and what they stand on.
-sanitized_folders=(base scene commands terrain terraindialogs geodata terrainbatch)
+sanitized_folders=(base scene commands terrain terraindialogs geodata)
 check_clang() {
     with_compiler "${clang_packages[@]}"
     local folder targets=()

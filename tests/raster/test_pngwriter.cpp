@@ -50,7 +50,7 @@ QImage hills(const QSize &size)
     for (int y = 0; y < size.height(); ++y) {
         uchar *const row = image.scanLine(y);
         for (int x = 0; x < size.width(); ++x) {
-            const int height = x * x / 900 + y * 7 + random.bounded(6);
+            const qint64 height = qint64(x) * x / 900 + y * 7 + random.bounded(6);
             row[3 * x] = static_cast<uchar>(height >> 16);
             row[3 * x + 1] = static_cast<uchar>(height >> 8);
             row[3 * x + 2] = static_cast<uchar>(height);
