@@ -139,6 +139,10 @@ void TestMakeTexture::aStopLeavesNothing()
     for (int question = 0; question < 8; ++question) {
         StopsAt progress(question);
         const Result<TerrainReport> report = makeTexture(job, progress);
+        if (!progress.wasAsked()) {
+            QVERIFY(question > 0 && report);
+            break;
+        }
         QVERIFY(!report);
         QVERIFY(report.error().stopped);
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), before);

@@ -183,6 +183,10 @@ void TestShading::aStopEndsIt()
         const Result<LightMap> map =
             bakeLight({ground, 10.0, 10.0}, request(BakedLight::Sky, 225.0, 40.0), pool,
                       Stretch{progress});
+        if (!progress.wasAsked()) {
+            QVERIFY(question > 0 && map);
+            break;
+        }
         QVERIFY(!map);
         QVERIFY(map.error().stopped);
     }

@@ -4,7 +4,6 @@
 
 #include <QTest>
 
-#include <chrono>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -137,11 +136,9 @@ private slots:
     {
         Patience progress(1);
         const Points points = scattered(400000, 1000, 1000);
-        const auto began = std::chrono::steady_clock::now();
         const auto mesh = triangulated(points, {}, QStringLiteral("\"p\""), progress);
         QVERIFY(!mesh);
         QVERIFY(mesh.error().stopped);
-        QVERIFY(std::chrono::steady_clock::now() - began < std::chrono::seconds(20));
     }
 
     void aPlaneIsFilledExactlyAndOnlyInside()

@@ -342,7 +342,7 @@ private slots:
     {
         QFETCH(int, signal);
         QVERIFY(saveImageFile(images::noise(1600, 1600), path("wide.png")));
-        QVERIFY(saveImageFile(images::noise(128, 128), path("heavy.png")));
+        QVERIFY(saveImageFile(images::noise(48, 48), path("heavy.png")));
         write("to.png", "older");
         const QStringList before = files();
         QProcess program;
