@@ -86,7 +86,7 @@ void readElevationColumns(benchmark::State &state)
     const ElevationColumns columns(inputs().elevation, x);
     double y = 1.5;
     for (auto _ : state) {
-        columns.read(y, z.data());
+        columns.read(y, 0, 1000, z.data());
         benchmark::DoNotOptimize(z.data());
         y = y < 1000.0 ? y + 1.0 : 1.5;
     }

@@ -20,11 +20,11 @@ ElevationColumns::ElevationColumns(const ElevationImage &image,
     }
 }
 
-void ElevationColumns::read(double y, double *z) const
+void ElevationColumns::read(double y, int first, int count, double *z) const
 {
     const double py = m_image->height() - y * m_image->yScale() - 1.0;
     if (!(py >= 0.0 && py < m_image->height() - 1)) {
-        std::fill_n(z, m_columns.size(), 0.0);
+        std::fill_n(z, count, 0.0);
         return;
     }
     const int row = static_cast<int>(py);
@@ -33,7 +33,9 @@ void ElevationColumns::read(double y, double *z) const
     const auto steps = [&](int column, int r) -> double {
         return ElevationImage::stepsOf(m_read(column, r));
     };
-    for (const Column &column : m_columns) {
+    const Column *const columns = m_columns.data() + first;
+    for (int k = 0; k < count; ++k) {
+        const Column &column = columns[k];
         double elevation = 0.0;
         if (column.index >= 0) {
             elevation = bilinear(steps(column.index, row), steps(column.index + 1, row),
@@ -41,6 +43,6 @@ void ElevationColumns::read(double y, double *z) const
                                  steps(column.index + 1, row + 1), column.fraction, fy) *
                         zScale;
         }
-        *z++ = elevation;
+        z[k] = elevation;
     }
 }

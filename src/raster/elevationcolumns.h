@@ -15,8 +15,8 @@ class ElevationColumns {
 public:
     ElevationColumns(const ElevationImage &image, const std::vector<double> &x);
 
-    /// The elevations at world row y, one a column.
-    void read(double y, double *z) const;
+    /// The elevations at world row y of `count` columns, beginning with `first`.
+    void read(double y, int first, int count, double *z) const;
 
 private:
     struct Column {

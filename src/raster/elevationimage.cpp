@@ -148,6 +148,25 @@ std::pair<double, double> ElevationImage::elevationRange() const
     return {lowest, highest};
 }
 
+std::pair<int, int> ElevationImage::stepsRange() const
+{
+    if (isNull())
+        return {0, 0};
+    int lowest = HighestStep;
+    int highest = LowestStep;
+    const PixelReader read(*this);
+    std::vector<QRgb> row(static_cast<std::size_t>(width()));
+    for (int y = 0; y < height(); ++y) {
+        read.readRow(y, row.data());
+        for (const QRgb pixel : row) {
+            const int steps = stepsOf(pixel);
+            lowest = std::min(lowest, steps);
+            highest = std::max(highest, steps);
+        }
+    }
+    return {lowest, highest};
+}
+
 void ElevationImage::Z(C4Vector &p) const { p.z = elevation(p.x, p.y); }
 
 void ElevationImage::clear(const unsigned int &value)

@@ -47,6 +47,8 @@ public:
     /// Lowest and highest of all that elevation(int, int) gives for x below the width
     /// and y below the height. A null image has its lowest above its highest.
     [[nodiscard]] std::pair<double, double> elevationRange() const;
+    /// Lowest and highest integer of all pixels; both 0 where there are none.
+    [[nodiscard]] std::pair<int, int> stepsRange() const;
     /// Sets p.z to the elevation at p.x, p.y.
     void Z(C4Vector &p) const;
     /// Sets every pixel to the raw value, which is a pixel, not an elevation.

@@ -49,6 +49,8 @@ void MeshFrame::begin(const MeshSetup &setup)
                               setup.quality);
         worker.builder.reset();
     }
+    m_reach = RowReach(*setup.camera, {setup.target->width(), setup.target->height()},
+                       setup.heights);
     m_pending.clear();
     m_triangles.begin(setup.mostCells, Dust(setup.observer, setup.dustRange));
     m_store.reclaim();
@@ -129,7 +131,7 @@ void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t f
     if (from == to)
         return;
     if (!worker.builder)
-        worker.builder.emplace(m_columns, *m_setup.elevation, *m_setup.camera,
+        worker.builder.emplace(m_columns, *m_setup.elevation, *m_setup.camera, m_reach,
                                m_setup.stepY, m_store);
     for (std::size_t k = from; k < to; ++k) {
         MeshRow row = worker.builder->build(m_pending[k]);

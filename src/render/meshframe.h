@@ -24,6 +24,7 @@ struct MeshSetup {
     const TextureImage *texture = nullptr;
     const ElevationImage *elevation = nullptr;
     const Transformation *camera = nullptr;
+    std::pair<double, double> heights; // lowest and highest of the terrain and around it
     C4Vector light;
     C4Vector observer; // from which dust is measured
     double dustRange = 1.0;
@@ -71,6 +72,7 @@ private:
     void overPaintedRows(const std::function<void(ScreenTrigon &, RowRange)> &work);
 
     MeshSetup m_setup;
+    RowReach m_reach;
     WorkerPool &m_pool;
     PointRowStore m_store;
     std::deque<Worker> m_workers;

@@ -6,7 +6,18 @@
 #include "render/transformation.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
+
+namespace {
+
+// How far the rows stand from one whose corners, and whose heights, they need: a cell
+// has its corners on both its rows, and a normal has arms to both neighbours. Half a step
+// more for the rounding of y.
+constexpr double StepsToCorners = 1.5;
+constexpr double StepsToArms = 3.0;
+
+} // namespace
 
 MeshColumns MeshColumns::eastward(double from, double step, int cells)
 {
@@ -52,10 +63,10 @@ void PointRow::resize(int points)
 
 MeshRowBuilder::MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
                                const ElevationImage &elevation,
-                               const Transformation &camera, double stepY,
-                               PointRowStore &store)
-    : m_columns(std::move(columns)), m_camera(camera), m_stepY(stepY), m_store(store),
-      m_innerColumns(elevation, m_columns->inner),
+                               const Transformation &camera, const RowReach &reach,
+                               double stepY, PointRowStore &store)
+    : m_columns(std::move(columns)), m_camera(camera), m_reach(reach), m_stepY(stepY),
+      m_store(store), m_innerColumns(elevation, m_columns->inner),
       m_outerColumns(elevation, m_columns->outer)
 {
     const double observer = camera.Beobachter().x;
@@ -74,6 +85,13 @@ MeshRowBuilder::MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
 const double *MeshRowBuilder::xOf(const Heights &heights) const
 {
     return heights.outer ? m_columns->outer.data() : m_columns->inner.data();
+}
+
+PointSpan MeshRowBuilder::reachAround(double y, double steps) const
+{
+    const double wide = steps * std::abs(m_stepY);
+    return m_reach.of(m_columns->inner.data() + 1, m_columns->cells + 1, y - wide,
+                      y + wide);
 }
 
 // Makes sure of the four rows of heights around the cells at meshY. Those that the cells
@@ -105,8 +123,12 @@ void MeshRowBuilder::readHeights(double meshY)
                 break;
             }
         }
+        const PointSpan span = reachAround(wanted.y, StepsToArms);
+        if (span.count() <= 0)
+            continue;
+        // One point more on both sides, which stands one place on in the columns.
         const ElevationColumns &read = wanted.outer ? m_outerColumns : m_innerColumns;
-        read.read(wanted.y, wanted.z.data());
+        read.read(wanted.y, span.first, span.count() + 2, wanted.z.data() + span.first);
     }
 }
 
@@ -119,6 +141,8 @@ MeshRow MeshRowBuilder::build(double y)
     row.south = points(south, lower, upper);
     row.north = points(lower, upper, north);
     m_points = {row.south, row.north};
+    row.corners = {std::max(row.south->span.first, row.north->span.first),
+                   std::min(row.south->span.last, row.north->span.last)};
     testTriangles(row);
     return row;
 }
@@ -132,12 +156,15 @@ MeshRowBuilder::points(const Heights &south, const Heights &centre, const Height
                 had->yNorth == north.y)
                 return had;
     }
-    const int count = m_columns->cells + 1;
-    auto row = m_store.take(count);
+    auto row = m_store.take(m_columns->cells + 1);
     row->y = centre.y;
     row->ySouth = south.y;
     row->yNorth = north.y;
-    std::copy_n(centre.z.begin() + 1, count, row->z.begin());
+    row->span = reachAround(centre.y, StepsToCorners);
+    if (row->span.count() <= 0)
+        return row;
+    const int first = row->span.first;
+    std::copy_n(centre.z.begin() + 1 + first, row->span.count(), row->z.begin() + first);
     computeNormals(*row, south, centre, north);
     project(*row);
     return row;
@@ -146,38 +173,45 @@ MeshRowBuilder::points(const Heights &south, const Heights &centre, const Height
 void MeshRowBuilder::computeNormals(PointRow &row, const Heights &south,
                                     const Heights &centre, const Heights &north) const
 {
-    const RowArms arms = {m_columns->inner.data() + 1,
-                          xOf(south) + 1,
-                          xOf(north) + 1,
-                          centre.z.data() + 1,
-                          south.z.data() + 1,
-                          north.z.data() + 1,
+    const int first = row.span.first;
+    const int here = first + 1; // in what has one point more on both sides
+    const RowArms arms = {m_columns->inner.data() + here,
+                          xOf(south) + here,
+                          xOf(north) + here,
+                          centre.z.data() + here,
+                          south.z.data() + here,
+                          north.z.data() + here,
                           centre.y,
                           south.y,
                           north.y};
-    rowNormals(arms, m_columns->cells + 1, row.nx.data(), row.ny.data(), row.nz.data());
+    rowNormals(arms, row.span.count(), row.nx.data() + first, row.ny.data() + first,
+               row.nz.data() + first);
 }
 
 void MeshRowBuilder::project(PointRow &row) const
 {
-    rowOnScreen(m_columns->inner.data() + 1, row.y, row.z.data(), m_columns->cells + 1,
-                m_camera.projection(), PointRow::OffScreen, row.column.data(),
-                row.row.data());
+    const int first = row.span.first;
+    rowOnScreen(m_columns->inner.data() + 1 + first, row.y, row.z.data() + first,
+                row.span.count(), m_camera.projection(), PointRow::OffScreen,
+                row.column.data() + first, row.row.data() + first);
 }
 
 void MeshRowBuilder::testTriangles(const MeshRow &row)
 {
-    const int cells = m_columns->cells;
+    const auto [first, last] = row.corners;
+    if (last <= first)
+        return;
     std::uint8_t *const drawable = m_drawable.data();
-    rowFacing({m_columns->inner.data() + 1, row.south->z.data(), row.north->z.data(),
-               row.south->y, row.north->y, m_centroidX[0].data(), m_centroidX[1].data(),
+    rowFacing({m_columns->inner.data() + 1 + first, row.south->z.data() + first,
+               row.north->z.data() + first, row.south->y, row.north->y,
+               m_centroidX[0].data() + first, m_centroidX[1].data() + first,
                m_camera.Beobachter()},
-              cells, drawable);
+              last - first, drawable + first);
     // A corner behind the observer or too far aside drops the triangle.
     const std::int16_t *const s = row.south->column.data();
     const std::int16_t *const n = row.north->column.data();
     constexpr auto Off = PointRow::OffScreen;
-    for (int k = 0; k < cells; ++k) {
+    for (int k = first; k < last; ++k) {
         const bool shared = (s[k] != Off) & (n[k + 1] != Off);
         const bool northWest = shared & (n[k] != Off);
         const bool southEast = shared & (s[k + 1] != Off);

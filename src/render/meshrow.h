@@ -2,6 +2,7 @@
 
 #include "base/vectors.h"
 #include "raster/elevationcolumns.h"
+#include "render/rowreach.h"
 
 #include <array>
 #include <cstdint>
@@ -32,7 +33,7 @@ struct MeshColumns {
 };
 
 /// The mesh points at one y: corners of cells, with their normals and where they
-/// fall on the screen.
+/// fall on the screen. Only those of its span are computed.
 struct PointRow {
     /// Screen column of a point that cannot be drawn.
     static constexpr std::int16_t OffScreen = std::numeric_limits<std::int16_t>::min();
@@ -42,6 +43,7 @@ struct PointRow {
 
     double y = 0.0;
     double ySouth = 0.0, yNorth = 0.0; // of the neighbours that made the normals
+    PointSpan span;
     std::vector<double> z;
     std::vector<double> nx, ny, nz;
     std::vector<std::int16_t> column, row; // on the screen
@@ -58,23 +60,26 @@ struct PointRow {
 struct MeshRow {
     std::shared_ptr<const MeshColumns> columns;
     std::shared_ptr<const PointRow> south, north;
+    /// The cells that may be seen: from the first to before the last of these points.
+    PointSpan corners;
 };
 
 /// The triangles of a cell.
 enum CellTriangle : std::uint8_t { NorthWest = 1, SouthEast = 2 };
 
-/// Computes the mesh rows of a walk one after the other. What a row shares with the
-/// row before is taken over where it is the same to the bit.
+/// Computes the mesh rows of a walk one after the other, as far as they reach into the
+/// picture. What a row shares with the row before is taken over where it is the same to
+/// the bit.
 class MeshRowBuilder {
 public:
     /// Takes its rows of points from the store, which it borrows.
     MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
                    const ElevationImage &elevation, const Transformation &camera,
-                   double stepY, PointRowStore &store);
+                   const RowReach &reach, double stepY, PointRowStore &store);
 
     [[nodiscard]] MeshRow build(double y);
-    /// Of the row built last: for each cell the triangles that are seen from above and
-    /// have all corners on the screen, as bits of CellTriangle.
+    /// Of the row built last: for each cell between its corners the triangles that are
+    /// seen from above and have all corners on the screen, as bits of CellTriangle.
     [[nodiscard]] const std::vector<std::uint8_t> &drawable() const { return m_drawable; }
 
 private:
@@ -93,9 +98,12 @@ private:
     void project(PointRow &row) const;
     void testTriangles(const MeshRow &row);
     [[nodiscard]] const double *xOf(const Heights &heights) const;
+    /// What may be seen of the rows that lie at most so many steps from y.
+    [[nodiscard]] PointSpan reachAround(double y, double steps) const;
 
     std::shared_ptr<const MeshColumns> m_columns;
     const Transformation &m_camera;
+    const RowReach &m_reach;
     double m_stepY;
     PointRowStore &m_store;
     ElevationColumns m_innerColumns, m_outerColumns;

@@ -65,9 +65,10 @@ void MeshTriangles::put(std::size_t index, MeshRow row,
                       corner(south, cell + 1), first + 1);
     };
     const bool northWestFirst = row.columns->northWestFirst;
-    const int cells = row.columns->cells;
-    for (int k = 0; k < cells; ++k) {
-        const int cell = row.columns->westward ? cells - 1 - k : k;
+    const bool westward = row.columns->westward;
+    const auto [first, last] = row.corners;
+    for (int k = first; k < last; ++k) {
+        const int cell = westward ? first + last - 1 - k : k;
         if (!drawable[cell] ||
             m_dust.hides(row.columns->inner[cell + 1], south.y, south.z[cell]))
             continue;

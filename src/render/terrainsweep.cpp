@@ -78,6 +78,7 @@ void TerrainSweep::beginFrame()
     mesh.texture = m_setup->texture;
     mesh.elevation = &m_elevation;
     mesh.camera = &*m_camera;
+    mesh.heights = heights();
     mesh.light = m_setup->light;
     mesh.observer = m_limits.observer;
     mesh.dustRange = m_dustRange;
@@ -88,6 +89,19 @@ void TerrainSweep::beginFrame()
     mesh.mostCells = most < 65536.0 ? static_cast<int>(most) : 65536;
     m_frame->begin(mesh);
     m_drawing = true;
+}
+
+// The height around the terrain is 0.
+std::pair<double, double> TerrainSweep::heights()
+{
+    if (m_measured != m_elevation.cacheKey()) {
+        m_stepsRange = m_elevation.stepsRange();
+        m_measured = m_elevation.cacheKey();
+    }
+    const double zScale = m_elevation.zScale();
+    const double lowest = m_stepsRange.first * zScale;
+    const double highest = m_stepsRange.second * zScale;
+    return {std::min({lowest, highest, 0.0}), std::max({lowest, highest, 0.0})};
 }
 
 void TerrainSweep::showable()

@@ -58,6 +58,8 @@ private:
     void Scan();
     void paintBackground() const;
     void beginFrame();
+    /// Lowest and highest of all heights of the frame.
+    std::pair<double, double> heights();
 
     /// Bounding box of what the picture's corners can see, and the observer.
     void ClipView();
@@ -84,7 +86,9 @@ private:
     const FrameSetup *m_setup = nullptr;
     Progress *m_progress = nullptr;
     std::optional<Transformation> m_camera;
-    ElevationImage m_elevation; // under the frame's z scale
+    ElevationImage m_elevation;       // under the frame's z scale
+    std::pair<int, int> m_stepsRange; // lowest and highest of the elevation that has
+    qint64 m_measured = 0;            // this cache key
     double m_dustRange = 1.0;
     SweepLimits m_limits;
     std::vector<Walk> m_walks; // of the frame, until they are walked
