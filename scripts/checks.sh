@@ -1,8 +1,8 @@
 # The checks of scripts/check, a function for each name. They run in the top folder of the
 # checkout.
-checks=(format release floors examples clang run)
-# By name only until they have passed over the whole tree once.
-further_checks=(clang-all threads tidy coverage tidy-all)
+checks=(format release floors examples clang threads tidy coverage run)
+# By name only: it takes longer than all others together.
+further_checks=(tidy-all)
 
 # with_compiler [PACKAGE...]: what builds, the packages, and a compiler cache.
 with_compiler() {
@@ -58,33 +58,22 @@ check_examples() {
     done
 }
 
-# clang, its warnings as errors, under the address and undefined behaviour sanitizers: the
-# floors that read what strangers send, and what they stand on.
-sanitized_folders=(base scene commands terrain terraindialogs geodata)
+# clang, its warnings as errors; all tests under the address and undefined behaviour
+# sanitizers.
 check_clang() {
-    with_compiler "${clang_packages[@]}"
-    local folder targets=()
-    for folder in "${sanitized_folders[@]}"; do
-        targets+=("tests/$folder/all")
-    done
-    build sanitize "${targets[@]}"
-    for folder in "${sanitized_folders[@]}"; do
-        tests_in "build/sanitize/tests/$folder"
-    done
-}
-
-# The same with all folders.
-check_clang_all() {
     with_compiler "${clang_packages[@]}"
     ./test --sanitize
 }
 
-# The thread sanitizer over what works in several threads: rendering, runs, writers.
+# The thread sanitizer over what works in several threads: rendering, runs, writers,
+# terrain.
+threaded_folders=(base raster render run terrain)
 check_threads() {
     with_compiler
-    build tsan tests/render/all tests/run/all tests/base/all
+    local targets=("${threaded_folders[@]/#/tests/}")
+    build tsan "${targets[@]/%//all}"
     local folder
-    for folder in render run base; do
+    for folder in "${threaded_folders[@]}"; do
         tests_in "build/tsan/tests/$folder"
     done
 }
@@ -102,20 +91,21 @@ tidy_sources() {
         clang-tidy-14 --quiet -p build/tidy --extra-arg=-Wno-unknown-warning-option
 }
 
-# The tests that differ from CHECK_BASE, what is not committed yet included. On the base
+# The sources that differ from CHECK_BASE, what is not committed yet included. On the base
 # itself those of its last commit.
-changed_tests() {
+changed_sources() {
     local base
     base=$(git merge-base HEAD "${CHECK_BASE:-origin/main}" 2> /dev/null) || base=HEAD
     [ "$(git rev-parse "$base")" != "$(git rev-parse HEAD)" ] || base=HEAD~1
     git rev-parse --verify --quiet "$base" > /dev/null || return 0
-    git diff --name-only --diff-filter=d "$base" -- 'tests/*.cpp' ':!tests/fuzz/fuzz_*'
+    git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp' 'tests/*.cpp' \
+        ':!tests/fuzz/fuzz_*'
 }
 
 check_tidy() {
     local files
-    mapfile -t files < <(git ls-files 'src/*.cpp'; changed_tests)
-    tidy_sources "${files[@]}"
+    mapfile -t files < <(changed_sources)
+    [ ${#files[@]} -eq 0 ] || tidy_sources "${files[@]}"
 }
 
 check_tidy_all() {

@@ -54,7 +54,7 @@ Result<void> FileGroup::add(const QString &name,
 {
     Member member;
     member.name = name;
-    const Result<void> opened = open(member);
+    Result<void> opened = open(member);
     if (!opened)
         return opened;
     OutputFile &file = member.file->file();
