@@ -122,7 +122,14 @@ void MeshFrame::drawRows(std::size_t firstRow)
 void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t firstRow)
 {
     PaintLists &lists = m_lists[piece];
-    lists.begin(m_setup.target->width(), m_setup.target->height(), pieces);
+    const int width = m_setup.target->width();
+    const int height = m_setup.target->height();
+    if (pieces > 1) {
+        lists.begin(width, height, pieces);
+    } else {
+        worker.trigon->setShare({});
+        lists.begin(width, height, *worker.trigon);
+    }
     const auto rowsBefore = [&](int k) {
         return m_pending.size() * std::size_t(k) / std::size_t(pieces);
     };

@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-/// Triangles that wait to be painted, dealt out to the threads that paint them.
+/// Triangles that wait to be painted, dealt out to the threads that paint them. Where one
+/// thread does everything nothing waits: a painter gets each triangle as it comes.
 ///
 /// There is a list for each RowShare of the picture. A triangle stands in those whose
 /// rows it may touch, and in none if it lies outside the picture. Each list keeps the
@@ -21,6 +22,8 @@ public:
     /// Empties the lists for a picture of this size, to be painted in so many shares,
     /// 256 at most.
     void begin(int width, int height, int shares);
+    /// The same for one thread, of which `painter` is borrowed.
+    void begin(int width, int height, ScreenTrigon &painter);
     /// Corners are within Transformation::ScreenLimit.
     void add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
     [[nodiscard]] const std::vector<Entry> &of(int share) const
@@ -31,6 +34,8 @@ public:
     [[nodiscard]] RowRange rows() const { return m_rows; }
 
 private:
+    void wait(const ScreenCorner (&corners)[3], RowRange rows, unsigned int number);
+
     /// What waits for one thread.
     struct alignas(64) List {
         std::vector<Entry> entries;
@@ -38,6 +43,7 @@ private:
 
     int m_xMax = -1, m_yMax = -1; // last column and row of the picture
     int m_shares = 0;
+    ScreenTrigon *m_painter = nullptr; // of what does not wait
     RowRange m_rows;
     std::vector<std::uint8_t> m_listOf; // for each strip of the picture
     std::vector<List> m_lists;          // at least as many as shares

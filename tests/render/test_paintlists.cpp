@@ -1,4 +1,6 @@
+#include "raster/textureimage.h"
 #include "render/paintlists.h"
+#include "render/transformation.h"
 
 #include <QTest>
 
@@ -93,6 +95,27 @@ private slots:
         lists.begin(100, 60, 3);
         for (int share = 0; share < 3; ++share)
             QVERIFY(lists.of(share).empty());
+    }
+
+    void aPainterGetsTrianglesAtOnce()
+    {
+        TextureImage target(100, 60, QImage::Format_RGB32);
+        target.fill(qRgb(0, 0, 0));
+        const Transformation camera(nullptr, {0, 0, -1, 0}, 100, 60);
+        ScreenTrigon painter(&target, nullptr, {0, 0, -1, 0}, &camera, 0);
+        PaintLists lists;
+        lists.begin(100, 60, painter);
+        lists.add({10, 20}, {10, 30}, {15, 25}, 7);
+        QCOMPARE(target.pixel(11, 25) & RGB_MASK, 7u);
+        QCOMPARE(painter.takePainted() > 0, true);
+        lists.add({-10, 20}, {-10, 30}, {-5, 25}, 8); // beside the picture
+        QCOMPARE(painter.takePainted(), 0);
+        QVERIFY(lists.of(0).empty());
+        QCOMPARE(lists.rows().first, 20);
+        QCOMPARE(lists.rows().last, 30);
+        lists.begin(100, 60, 1);
+        lists.add({10, 40}, {10, 50}, {15, 45}, 9);
+        QCOMPARE(lists.of(0).size(), 1u);
     }
 };
 
