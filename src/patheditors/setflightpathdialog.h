@@ -121,7 +121,7 @@ private:
     QBitmap directionBitmap, directionMask;
     std::unique_ptr<SetFlightPathProfileDialog> profileDialog;
     bool failed = false;
-    PathIcons m_icons;
+    PathIcons icons;
     struct {
         QRect part;      // painted last
         QPixmap picture; // of it, once it has been painted twice in succession

@@ -17,7 +17,7 @@ void SetFlightPathDialog::paintEventSlot(QPaintEvent *event)
     if (controlPoints->isEmpty())
         return;
     painter.setRenderHint(QPainter::Antialiasing);
-    PathPainter paint(painter, m_icons, event->rect());
+    PathPainter paint(painter, icons, event->rect());
     const qint64 height = texturePixmap.height();
     for (const ControlPoint &p : std::as_const(*controlPoints))
         paint.drawControlPointIcon(qint64(p.x) - 11, height - p.y - 12);

@@ -97,5 +97,5 @@ private:
     QCursor pitchCursor;
     QBitmap pitchBitmap, pitchMask;
     QTimer *refreshTimer;
-    PathIcons m_icons;
+    PathIcons icons;
 };

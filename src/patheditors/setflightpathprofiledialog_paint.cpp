@@ -29,7 +29,7 @@ void SetFlightPathProfileDialog::paintEvent(QPaintEvent *event)
 
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    PathPainter paint(painter, m_icons, event->rect());
+    PathPainter paint(painter, icons, event->rect());
     for (const ControlPoint &p : std::as_const(*controlPoints))
         paint.drawControlPointIcon(
             truncatedPlusHalf(p.i - 11 + static_cast<double>(offsetX())),

@@ -50,27 +50,27 @@ QString imageFilter()
 } // namespace
 
 ImageMdiChild::ImageMdiChild(QWidget *parent)
-    : MdiChild(parent), ui(std::make_unique<Ui_ImageMdiChildForm>()),
+    : MdiChild(parent), m_ui(std::make_unique<Ui_ImageMdiChildForm>()),
       m_shading(new BackgroundWork(this))
 {
-    ui->setupUi(this);
-    imageLabel = new PictureLabel;
-    imageLabel->setBackgroundRole(QPalette::Base);
-    imageLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    imageLabel->setScaledContents(true);
-    scrollArea = new QScrollArea;
-    scrollArea->setBackgroundRole(QPalette::Dark);
-    scrollArea->setWidget(imageLabel);
-    scrollArea->setParent(this);
-    scrollArea->setAccessibleName(tr("Picture"));
-    scrollArea->setWhatsThis(
+    m_ui->setupUi(this);
+    m_imageLabel = new PictureLabel;
+    m_imageLabel->setBackgroundRole(QPalette::Base);
+    m_imageLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    m_imageLabel->setScaledContents(true);
+    m_scrollArea = new QScrollArea;
+    m_scrollArea->setBackgroundRole(QPalette::Dark);
+    m_scrollArea->setWidget(m_imageLabel);
+    m_scrollArea->setParent(this);
+    m_scrollArea->setAccessibleName(tr("Picture"));
+    m_scrollArea->setWhatsThis(
         tr("Shows the picture. The status bar tells the magnification, and the position "
            "of the mouse in pixels from the left and from the bottom of the picture."));
     completeHelp(this);
     setFitToWindow(false);
     setMouseTracking(true);
-    imageLabel->setMouseTracking(true);
-    scrollArea->setMouseTracking(true);
+    m_imageLabel->setMouseTracking(true);
+    m_scrollArea->setMouseTracking(true);
     setWindowFlags(windowFlags() | Qt::WindowMinimizeButtonHint |
                    Qt::WindowMaximizeButtonHint);
 }
@@ -111,21 +111,21 @@ void ImageMdiChild::slotFitToWindow()
 {
     const WorkspaceWindow *const workspace = activeWorkspace();
     if (workspace && (isMeant() || !workspace->activeMdiChild()))
-        setFitToWindow(!fitToWindow);
+        setFitToWindow(!m_fitToWindow);
 }
 
 void ImageMdiChild::showNormalSize()
 {
-    imageLabel->adjustSize();
-    scaleFactor = 1.0;
+    m_imageLabel->adjustSize();
+    m_scaleFactor = 1.0;
 }
 
 void ImageMdiChild::setFitToWindow(bool fit)
 {
-    fitToWindow = fit;
+    m_fitToWindow = fit;
     if (const WorkspaceWindow *const workspace = activeWorkspace())
         workspace->getAction_FitToWindow()->setChecked(fit);
-    scrollArea->setWidgetResizable(fit);
+    m_scrollArea->setWidgetResizable(fit);
     if (!fit)
         showNormalSize();
     updateActions();
@@ -133,23 +133,23 @@ void ImageMdiChild::setFitToWindow(bool fit)
 
 void ImageMdiChild::updateActions()
 {
-    ui->action_ZoomIn->setEnabled(!fitToWindow);
-    ui->action_ZoomOut->setEnabled(!fitToWindow);
-    ui->action_NormalSize->setEnabled(!fitToWindow);
+    m_ui->action_ZoomIn->setEnabled(!m_fitToWindow);
+    m_ui->action_ZoomOut->setEnabled(!m_fitToWindow);
+    m_ui->action_NormalSize->setEnabled(!m_fitToWindow);
 }
 
 void ImageMdiChild::scaleImage(double factor)
 {
-    const QSize size = imageLabel->pixmap().size();
+    const QSize size = m_imageLabel->pixmap().size();
     if (size.isEmpty())
         return;
-    scaleFactor *= factor;
+    m_scaleFactor *= factor;
     if (WorkspaceWindow *const workspace = activeWorkspace())
-        workspace->showMessage(QStringLiteral("%1%").arg(percent(scaleFactor)), 0);
-    imageLabel->resize(scaledLength(size.width(), scaleFactor),
-                       scaledLength(size.height(), scaleFactor));
-    adjustScrollBar(scrollArea->horizontalScrollBar(), factor);
-    adjustScrollBar(scrollArea->verticalScrollBar(), factor);
+        workspace->showMessage(QStringLiteral("%1%").arg(percent(m_scaleFactor)), 0);
+    m_imageLabel->resize(scaledLength(size.width(), m_scaleFactor),
+                         scaledLength(size.height(), m_scaleFactor));
+    adjustScrollBar(m_scrollArea->horizontalScrollBar(), factor);
+    adjustScrollBar(m_scrollArea->verticalScrollBar(), factor);
 }
 
 // Keeps the middle of the view where it is.
@@ -163,15 +163,15 @@ void ImageMdiChild::setPixmap(const QImage *image, bool adjust)
 {
     setPicture(QPixmap::fromImage(*image));
     if (adjust) {
-        imageLabel->adjustSize();
+        m_imageLabel->adjustSize();
         scaleImage(1.0);
     }
-    imageLabel->update();
+    m_imageLabel->update();
 }
 
 void ImageMdiChild::resizeWhereFeasible()
 {
-    const QSize size = imageLabel->pixmap().size();
+    const QSize size = m_imageLabel->pixmap().size();
     if (!size.isEmpty() && size.width() <= LargestSnugWidth &&
         size.height() <= LargestSnugHeight)
         resize(size.width() + ScrollAreaFrame, size.height() + ScrollAreaFrame);
@@ -240,7 +240,7 @@ bool ImageMdiChild::loadFile(const QString &fileName)
     lookForHeights(image, fileName);
     setCurrentFile(fileName);
     setWindowModified(false);
-    saveFailed = false;
+    m_saveFailed = false;
     scaleImage(1.0);
     return true;
 }
@@ -261,7 +261,7 @@ bool ImageMdiChild::saveFile(const QString &fileName)
         saved = saveImageFile(image, fileName);
         setCurrentFile(fileName);
         setWindowModified(false);
-        saveFailed = !saved;
+        m_saveFailed = !saved;
     }
     if (!saved)
         QMessageBox::critical(this, tr("Error"), tr("Cannot save \"%1\".").arg(fileName));
@@ -287,12 +287,12 @@ bool ImageMdiChild::paste()
     if (pixmap.isNull())
         return false;
     setPicture(pixmap);
-    imageLabel->adjustSize();
+    m_imageLabel->adjustSize();
     setWindowModified(true);
     return true;
 }
 
-bool ImageMdiChild::isModified() const { return isWindowModified() || saveFailed; }
+bool ImageMdiChild::isModified() const { return isWindowModified() || m_saveFailed; }
 
 // --- Events ----------------------------------------------------------------------
 
@@ -300,29 +300,29 @@ void ImageMdiChild::mouseMoveEvent(QMouseEvent *event)
 {
     tellHeight(event->position());
     WorkspaceWindow *const workspace = activeWorkspace();
-    const QSize size = imageLabel->pixmap().size();
+    const QSize size = m_imageLabel->pixmap().size();
     if (!workspace || size.isEmpty())
         return;
     const QPointF mouse = event->position();
     const int x = truncatedOrNearest(
-        (scrollArea->horizontalScrollBar()->value() + int(mouse.x())) / scaleFactor);
+        (m_scrollArea->horizontalScrollBar()->value() + int(mouse.x())) / m_scaleFactor);
     const int y = truncatedOrNearest(
-        (scrollArea->verticalScrollBar()->value() + int(mouse.y())) / scaleFactor);
+        (m_scrollArea->verticalScrollBar()->value() + int(mouse.y())) / m_scaleFactor);
     const qint64 fromBottom = qint64(size.height()) - 1 - y;
     workspace->showMessage(
-        QStringLiteral("%1% - %2/%3").arg(percent(scaleFactor)).arg(x).arg(fromBottom),
+        QStringLiteral("%1% - %2/%3").arg(percent(m_scaleFactor)).arg(x).arg(fromBottom),
         0);
 }
 
 void ImageMdiChild::resizeEvent(QResizeEvent *event)
 {
-    scrollArea->resize(event->size());
+    m_scrollArea->resize(event->size());
     MdiChild::resizeEvent(event);
 }
 
 void ImageMdiChild::closeEvent(QCloseEvent *event)
 {
-    const Closing closing = mayBeClosed ? askToClose() : Closing::Refused;
+    const Closing closing = m_mayBeClosed ? askToClose() : Closing::Refused;
     if (closing == Closing::AsItIs)
         AppSettings().setValue(QStringLiteral("ImageMdiChild/Maximized"), isMaximized());
     event->setAccepted(closing != Closing::Refused);

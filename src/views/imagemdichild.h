@@ -34,9 +34,9 @@ public:
     /// Whether the picture would be lost: it was changed, or the last save failed.
     [[nodiscard]] bool isModified() const override;
 
-    [[nodiscard]] bool isFitToWindow() const { return fitToWindow; }
+    [[nodiscard]] bool isFitToWindow() const { return m_fitToWindow; }
     /// False while a run draws into the view.
-    void setMayBeClosed(bool may) { mayBeClosed = may; }
+    void setMayBeClosed(bool may) { m_mayBeClosed = may; }
     /// Shows a frame; `adjust` also brings label and zoom to its size.
     void setPixmap(const QImage *image, bool adjust);
     /// Makes the window of a small picture fit it.
@@ -91,13 +91,13 @@ private:
     void drawRelief();
     void showRelief(const QImage &relief);
 
-    std::unique_ptr<Ui_ImageMdiChildForm> ui;
-    QLabel *imageLabel;
-    QScrollArea *scrollArea;
-    double scaleFactor = 1.0;
-    bool mayBeClosed = true;
-    bool fitToWindow = false;
-    bool saveFailed = false; // the title does not tell
+    std::unique_ptr<Ui_ImageMdiChildForm> m_ui;
+    QLabel *m_imageLabel;
+    QScrollArea *m_scrollArea;
+    double m_scaleFactor = 1.0;
+    bool m_mayBeClosed = true;
+    bool m_fitToWindow = false;
+    bool m_saveFailed = false; // the title does not tell
     bool m_elevation = false;
     bool m_relief = false;      // is wanted; shown as soon as it is drawn
     double m_metresPerUnit = 0; // of heights; 0: not known

@@ -30,7 +30,7 @@ QString heightText(int steps, double metresPerUnit)
 
 QPixmap ImageMdiChild::picture() const
 {
-    return m_raw.isNull() ? imageLabel->pixmap() : m_raw;
+    return m_raw.isNull() ? m_imageLabel->pixmap() : m_raw;
 }
 
 void ImageMdiChild::setPicture(const QPixmap &pixmap)
@@ -38,7 +38,7 @@ void ImageMdiChild::setPicture(const QPixmap &pixmap)
     m_shading->stop();
     m_raw = QPixmap();
     m_heights = QImage();
-    imageLabel->setPixmap(pixmap);
+    m_imageLabel->setPixmap(pixmap);
     if (!m_elevation && !m_relief)
         return;
     m_elevation = m_relief = false;
@@ -80,9 +80,9 @@ void ImageMdiChild::tellHeight(const QPointF &mouse)
         return;
     if (m_heights.isNull())
         m_heights = picture().toImage();
-    const QPointF inside = imageLabel->mapFrom(this, mouse);
-    const double x = inside.x() * m_heights.width() / imageLabel->width();
-    const double y = inside.y() * m_heights.height() / imageLabel->height();
+    const QPointF inside = m_imageLabel->mapFrom(this, mouse);
+    const double x = inside.x() * m_heights.width() / m_imageLabel->width();
+    const double y = inside.y() * m_heights.height() / m_imageLabel->height();
     const QPoint pixel(static_cast<int>(std::floor(x)), static_cast<int>(std::floor(y)));
     emit heightTold(
         m_heights.valid(pixel)
@@ -109,7 +109,7 @@ void ImageMdiChild::setShadedRelief(bool shaded)
     } else {
         m_shading->stop();
         if (!m_raw.isNull())
-            imageLabel->setPixmap(m_raw);
+            m_imageLabel->setPixmap(m_raw);
         m_raw = QPixmap();
     }
     emit heightsChanged();
@@ -140,6 +140,6 @@ void ImageMdiChild::drawRelief()
 
 void ImageMdiChild::showRelief(const QImage &relief)
 {
-    m_raw = imageLabel->pixmap();
-    imageLabel->setPixmap(QPixmap::fromImage(relief));
+    m_raw = m_imageLabel->pixmap();
+    m_imageLabel->setPixmap(QPixmap::fromImage(relief));
 }
