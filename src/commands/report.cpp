@@ -22,7 +22,7 @@ QString numberText(double value)
 QString listOf(const QJsonArray &values)
 {
     QStringList texts;
-    for (const QJsonValue &value : values)
+    for (const auto &value : values)
         texts << textOf(value);
     return texts.join(QStringLiteral(", "));
 }

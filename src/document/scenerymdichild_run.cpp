@@ -80,7 +80,7 @@ void SceneryMdiChild::tellUnsaved(const QStringList &complaints)
     if (complaints.isEmpty())
         return;
     unsavedFiles += static_cast<int>(complaints.size());
-    const QString last = complaints.constLast();
+    const QString &last = complaints.constLast();
     tellNotice(unsavedFiles == 1
                    ? last
                    : tr("%1 files could not be saved. %2").arg(unsavedFiles).arg(last),
