@@ -19,6 +19,9 @@ public:
     {
         return holdsElevations(file) || pointKindOf(file) != PointKind::None;
     }
+    [[nodiscard]] std::optional<PointFileHead> pointHead(const QStringList &files,
+                                                         const PointOptions &options,
+                                                         Progress &progress) override;
     [[nodiscard]] Result<std::unique_ptr<Terrain>> open(const QStringList &files,
                                                         const PointOptions &points,
                                                         Progress &progress) override;
@@ -49,6 +52,21 @@ public:
         return projectionTextOf(crs);
     }
 };
+
+std::optional<PointFileHead> GdalSource::pointHead(const QStringList &files,
+                                                   const PointOptions &options,
+                                                   Progress &progress)
+{
+    for (const QString &file : files) {
+        if (!progress.step(0, files.size()))
+            return {};
+        if (pointKindOf(file) != PointKind::Text)
+            continue;
+        if (auto preview = headOfPoints(file, options))
+            return PointFileHead{file, std::move(*preview)};
+    }
+    return {};
+}
 
 // Points lie below rasters, which know their cells.
 Result<std::unique_ptr<Terrain>>

@@ -99,6 +99,11 @@ PointKind pointKindOf(const QString &name)
     return holdsPoints(name, openText) ? PointKind::Text : PointKind::None;
 }
 
+Result<PointPreview> headOfPoints(const QString &name, const PointOptions &options)
+{
+    return lookAtPointFile(name, options, openText);
+}
+
 Result<QList<RasterFile>> rastersOfPoints(const QStringList &texts,
                                           const QStringList &vectors,
                                           const PointOptions &options, Progress &progress)

@@ -309,36 +309,56 @@ bool chooseColumns(PointFormat &format, const PointOptions &options, const Table
     return true;
 }
 
+// Why the lines of a sample cannot be read as a preview says; empty where they can.
+QString faultOf(const PointPreview &preview, bool hasColumns, const QString &name)
+{
+    if (!hasColumns)
+        return QObject::tr("%1 has no three columns of numbers, for x, y and the height.")
+            .arg(name);
+    for (const int column : preview.format.columns)
+        if (column < 0 || column >= preview.columns)
+            return QObject::tr("%1 has %2 columns; there is no column %3.")
+                .arg(name)
+                .arg(preview.columns)
+                .arg(column + 1);
+    return {};
+}
+
 } // namespace
 
-Result<PointPreview> previewPoints(QIODevice &device, const QString &name,
-                                   const PointOptions &options)
+PointPreview lookAtPoints(QIODevice &device, const QString &name,
+                          const PointOptions &options)
 {
     const Sample sample = sampleOf(device);
     const Signs signs = guessSigns(sample, options);
-    const std::size_t first = options.skippedLines
-                                  ? std::size_t(std::max(*options.skippedLines, 0))
-                                  : firstRow(sample, signs, FewestColumns);
+    std::size_t first = options.skippedLines
+                            ? std::size_t(std::max(*options.skippedLines, 0))
+                            : firstRow(sample, signs, FewestColumns);
     PointPreview preview;
-    preview.format = {signs.separator, signs.decimalPoint, int(first), {}, false};
+    if (first >= sample.size() && !options.skippedLines) {
+        preview.fault = QObject::tr("%1 holds no lines with three numbers.").arg(name);
+        first = 0; // all lines show what the signs make of them
+    }
+    preview.format = {
+        signs.separator, signs.decimalPoint, int(first), {-1, -1, -1}, false};
     PointFields fields;
     const int names = splitPointLine(lineOfNames(sample, first), signs.separator, fields);
     const NamedColumns named = namedColumns(fields, names);
     const Table table(sample, first, signs);
-    if (first >= sample.size() && !options.skippedLines)
-        return failed(QObject::tr("%1 holds no lines with three numbers.").arg(name));
-    if (!chooseColumns(preview.format, options, table, named))
-        return failed(
-            QObject::tr("%1 has no three columns of numbers, for x, y and the height.")
-                .arg(name));
+    const bool hasColumns = chooseColumns(preview.format, options, table, named);
     if (first > 0 && names >= FewestColumns)
         preview.names = textsOf(fields, names);
     fillRows(preview, sample);
-    for (const int column : preview.format.columns)
-        if (column < 0 || column >= preview.columns)
-            return failed(QObject::tr("%1 has %2 columns; there is no column %3.")
-                              .arg(name)
-                              .arg(preview.columns)
-                              .arg(column + 1));
+    if (preview.fault.isEmpty())
+        preview.fault = faultOf(preview, hasColumns, name);
+    return preview;
+}
+
+Result<PointPreview> previewPoints(QIODevice &device, const QString &name,
+                                   const PointOptions &options)
+{
+    PointPreview preview = lookAtPoints(device, name, options);
+    if (!preview.fault.isEmpty())
+        return failed(preview.fault);
     return preview;
 }

@@ -14,9 +14,15 @@ struct PointPreview {
 
     PointFormat format;      ///< guessed, but for what the options say
     QStringList names;       ///< of the columns, where the file has some
-    QList<QStringList> rows; ///< of the first points
+    QList<QStringList> rows; ///< of the first points, or of what the options leave
     int columns = 0;         ///< of a row
+    QString fault;           ///< why the lines cannot be read so; empty where they can
 };
+
+/// Looks at the first lines of a text, also where they cannot be read as the options
+/// say: a sentence that begins with `name` tells why then.
+[[nodiscard]] PointPreview lookAtPoints(QIODevice &device, const QString &name,
+                                        const PointOptions &options);
 
 /// Looks at the first lines of a text. Fails with a sentence that begins with `name`
 /// where they hold no points.

@@ -241,6 +241,15 @@ Result<PointPreview> previewPointFile(const QString &file, const PointOptions &o
     return previewPoints(**device, nameOf(file), options);
 }
 
+Result<PointPreview> lookAtPointFile(const QString &file, const PointOptions &options,
+                                     const OpenText &open)
+{
+    const auto device = open(file);
+    if (!device)
+        return tl::unexpected(device.error());
+    return lookAtPoints(**device, nameOf(file), options);
+}
+
 Result<PointSheet> surfaceOf(std::vector<GroundPoint> points, PointSheet sheet,
                              double longestEdge, Progress &progress)
 {

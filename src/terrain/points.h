@@ -39,6 +39,12 @@ using OpenText = std::function<Result<std::unique_ptr<QIODevice>>(const QString 
                                                     const PointOptions &options,
                                                     const OpenText &open = openTextFile);
 
+/// The same, also where they cannot be read as the options say; fails only where the file
+/// cannot be opened.
+[[nodiscard]] Result<PointPreview> lookAtPointFile(const QString &file,
+                                                   const PointOptions &options,
+                                                   const OpenText &open = openTextFile);
+
 /// Files of points as rasters. Each file whose points lie on a grid becomes that grid;
 /// all others become one surface of triangles. Later ones lie on earlier ones.
 [[nodiscard]] Result<std::vector<PointSheet>>

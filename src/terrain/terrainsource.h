@@ -4,7 +4,7 @@
 #include "base/result.h"
 #include "terrain/geogrid.h"
 #include "terrain/heights.h"
-#include "terrain/pointoptions.h"
+#include "terrain/pointguess.h"
 #include "terrain/track.h"
 
 #include <QImage>
@@ -65,6 +65,12 @@ public:
                                                   Progress &progress) = 0;
 };
 
+/// The head of a file of points among others.
+struct PointFileHead {
+    QString file;
+    PointPreview preview;
+};
+
 /// What reads the files of the field. One object serves one thread at a time.
 class TerrainSource {
 public:
@@ -74,6 +80,14 @@ public:
     [[nodiscard]] virtual QStringList about() const = 0;
     /// Whether a file, folder or archive can be read as terrain; looks at its head only.
     [[nodiscard]] virtual bool canOpen(const QString &file) = 0;
+    /// The head of the first of some files that holds points as text, also where it
+    /// cannot be read as the options say; nothing where none does.
+    [[nodiscard]] virtual std::optional<PointFileHead>
+    pointHead(const QStringList & /*files*/, const PointOptions & /*options*/,
+              Progress & /*progress*/)
+    {
+        return {};
+    }
     [[nodiscard]] virtual Result<std::unique_ptr<Terrain>>
     open(const QStringList &files, const PointOptions &points, Progress &progress) = 0;
     /// Fills holes that known cells enclose; cells further than `cells` from a known one

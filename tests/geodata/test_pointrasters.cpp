@@ -121,6 +121,25 @@ private slots:
         const auto terrain = m_source->open({file + ".gz"}, {}, unwatched);
         QVERIFY2(terrain, qPrintable(terrain ? QString() : terrain.error().text));
         QCOMPARE((*terrain)->facts().size, QSize(80, 60));
+        const QStringList named{m_folder.path(), (*terrain)->facts().files.value(0)};
+        const auto head = m_source->pointHead(named, {}, unwatched);
+        QVERIFY(head);
+        QCOMPARE(head->file, named.at(1));
+        QCOMPARE(head->preview.rows.size(), qsizetype(PointPreview::Rows));
+        QCOMPARE(head->preview.fault, QString());
+    }
+
+    void aHeadIsShownAlsoWhereItCannotBeReadSo()
+    {
+        const QString file = written("h.csv", gridText(',', "x,y,z\n"));
+        PointOptions options;
+        options.separator = QLatin1Char(';');
+        const auto head = m_source->pointHead({file}, options, unwatched);
+        QVERIFY(head);
+        QVERIFY(!head->preview.fault.isEmpty());
+        QCOMPARE(head->preview.rows.value(0), QStringList("x,y,z"));
+        const QString none = written("h.tif", QByteArray("II*"));
+        QVERIFY(!m_source->pointHead({none}, {}, unwatched));
     }
 
     void columnsAndTrianglesAreAsAskedFor()

@@ -128,6 +128,30 @@ private slots:
         QCOMPARE(preview.error().text, said);
     }
 
+    // So that a window can show what a wrong choice makes of them.
+    void linesThatCannotBeReadSoAreShown()
+    {
+        QByteArray text("x,y,z\n1,2,3\n4,5,6\n");
+        PointOptions options;
+        options.separator = QLatin1Char(';');
+        QBuffer device(&text);
+        QVERIFY(device.open(QIODevice::ReadOnly));
+        PointPreview look = lookAtPoints(device, QStringLiteral("\"p.txt\""), options);
+        QCOMPARE(look.fault, QString("\"p.txt\" holds no lines with three numbers."));
+        QCOMPARE(look.columns, 1);
+        QCOMPARE(look.rows.size(), qsizetype(3));
+        QCOMPARE(look.rows.at(1), QStringList("1,2,3"));
+        QVERIFY(device.seek(0));
+        options.separator = QLatin1Char(',');
+        options.columns = {1, 2, 7};
+        look = lookAtPoints(device, QStringLiteral("\"p.txt\""), options);
+        QCOMPARE(look.fault, QString("\"p.txt\" has 3 columns; there is no column 7."));
+        QCOMPARE(look.rows.at(0), (QStringList{"1", "2", "3"}));
+        QVERIFY(device.seek(0));
+        look = lookAtPoints(device, QStringLiteral("\"p.txt\""), {});
+        QCOMPARE(look.fault, QString());
+    }
+
     void aColumnThatIsNotThereIsNamed()
     {
         PointOptions options;
