@@ -23,9 +23,13 @@ OpenTerrainDialog::OpenTerrainDialog(TerrainSourceMaker make, QWidget *parent)
             &OpenTerrainDialog::browseOut);
     connect(lineEditOut, &QLineEdit::textChanged, this, &OpenTerrainDialog::enableFields);
     setUpForm();
-    terrainMapView->setMessage(
-        tr("Drop elevation files here, or add them on the right."));
+    terrainMapView->setMessage(emptyText());
     enableFields();
+}
+
+QString OpenTerrainDialog::emptyText()
+{
+    return tr("Drop elevation files here, or add them on the right.");
 }
 
 void OpenTerrainDialog::connectJobs()
@@ -65,6 +69,7 @@ void OpenTerrainDialog::addFiles(const QStringList &files)
         item->setToolTip(QDir::toNativeSeparators(absolute));
         listWidgetFiles->addItem(item);
     }
+    forgetPoints();
     reopen();
 }
 
@@ -82,7 +87,6 @@ void OpenTerrainDialog::reopen()
     m_scan.reset();
     m_grid.reset();
     m_overview.reset();
-    m_failure.clear();
     m_takesRect = false;
     terrainMapView->setTerrain({}, 1.0);
     labelFacts->clear();
@@ -92,11 +96,15 @@ void OpenTerrainDialog::reopen()
     const QStringList files = listed(listWidgetFiles);
     proposeOut();
     enableFields();
-    if (files.isEmpty())
+    m_openedAs = pointOptions();
+    m_failure = files.isEmpty() ? QString() : columnsFault();
+    if (files.isEmpty() || !m_failure.isEmpty()) {
+        terrainMapView->setMessage(m_failure.isEmpty() ? emptyText() : m_failure);
         return jobs().stop();
+    }
     terrainMapView->setMessage(tr("Opening..."));
     showBusy(true);
-    jobs().open(files, pointOptions());
+    jobs().open(files, m_openedAs);
     askForGrid();
 }
 
@@ -152,8 +160,7 @@ void OpenTerrainDialog::enableFields()
                           pushButtonRemoveFile, tabWidget, terrainMapView, lineEditOut,
                           pushButtonBrowseOut})
         part->setEnabled(!isWorking());
-    const bool hasPoints = m_facts && m_facts->pointsRead > 0;
-    tabWidget->setTabVisible(tabWidget->indexOf(tabPoints), hasPoints);
+    enablePoints();
     const bool hasPalette = listWidgetPhoto->count() == 0;
     texturePanel->setPaletteUsed(hasPalette);
     doubleSpinBoxFill->setEnabled(checkBoxFill->isChecked());

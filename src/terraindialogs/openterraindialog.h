@@ -41,6 +41,10 @@ private:
 
     void addFiles(const QStringList &files);
     void reopen();
+    void reopenIfAskedElse();
+    void showPoints(const PointFileHead &head);
+    void forgetPoints();
+    void enablePoints();
     void showFacts();
     void showScan(const TerrainScan &scan);
     void showMap(const QImage &map, const std::shared_ptr<const Heights> &overview);
@@ -58,11 +62,16 @@ private:
     [[nodiscard]] QStringList listed(const QListWidget *list) const;
     [[nodiscard]] GridRequest gridRequest() const;
     [[nodiscard]] PointOptions pointOptions() const;
+    /// What is wrong with the columns that were typed; empty: nothing.
+    [[nodiscard]] QString columnsFault() const;
+    [[nodiscard]] static QString emptyText();
     [[nodiscard]] TextureRequest textureRequest() const;
 
     std::optional<TerrainFacts> m_facts;
     std::optional<TerrainScan> m_scan;
     std::optional<OutputGrid> m_grid;
+    std::optional<PointFileHead> m_points; // of the present files
+    PointOptions m_openedAs;
     std::shared_ptr<const Heights> m_overview; // when the map is whole
     bool m_takesRect = false; // the fields of the rectangle, not cells, tell the part
     QString m_proposedOut;

@@ -38,8 +38,10 @@ void OpenTerrainDialog::connectFiles()
     connect(pushButtonRemoveFile, &QPushButton::clicked, this, [this] {
         const QList<QListWidgetItem *> selected = listWidgetFiles->selectedItems();
         qDeleteAll(selected);
-        if (!selected.isEmpty())
-            reopen();
+        if (selected.isEmpty())
+            return;
+        forgetPoints();
+        reopen();
     });
 }
 
@@ -96,17 +98,6 @@ void OpenTerrainDialog::connectTexture()
         qDeleteAll(listWidgetPhoto->selectedItems());
         enableFields();
     });
-}
-
-void OpenTerrainDialog::connectPoints()
-{
-    for (QComboBox *const field : {comboBoxPoints, comboBoxSeparator, comboBoxDecimal})
-        connect(field, &QComboBox::currentIndexChanged, this, &OpenTerrainDialog::reopen);
-    connect(lineEditColumns, &QLineEdit::editingFinished, this,
-            &OpenTerrainDialog::reopen);
-    connect(spinBoxSkip, &QSpinBox::valueChanged, this, &OpenTerrainDialog::reopen);
-    connect(doubleSpinBoxMaxEdge, &QDoubleSpinBox::valueChanged, this,
-            &OpenTerrainDialog::reopen);
 }
 
 void OpenTerrainDialog::showCells(const std::optional<QRect> &cells)
@@ -207,25 +198,6 @@ GridRequest OpenTerrainDialog::gridRequest() const
         request.crs = crs;
     request.resampling = Resampling(comboBoxResample->currentIndex());
     return request;
-}
-
-PointOptions OpenTerrainDialog::pointOptions() const
-{
-    PointOptions options;
-    options.surface = PointSurface(comboBoxPoints->currentIndex());
-    const QStringList columns =
-        lineEditColumns->text().split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QString &column : columns)
-        options.columns << column.trimmed().toInt();
-    if (const int index = comboBoxSeparator->currentIndex(); index > 0)
-        options.separator = QStringLiteral(",;\t ").at(index - 1);
-    if (const int index = comboBoxDecimal->currentIndex(); index > 0)
-        options.decimalPoint = QStringLiteral(".,").at(index - 1);
-    if (spinBoxSkip->value() >= 0)
-        options.skippedLines = spinBoxSkip->value();
-    if (doubleSpinBoxMaxEdge->value() > 0.0)
-        options.longestEdge = doubleSpinBoxMaxEdge->value();
-    return options;
 }
 
 TextureRequest OpenTerrainDialog::textureRequest() const

@@ -154,11 +154,29 @@ void TerrainJobs::openNow(const QStringList &files, const PointOptions &points,
     if (!reader)
         return tell(reader.error());
     Watch watch(*this, stop);
+    const bool isKnown = files == m_given && !m_pointFile.isEmpty();
+    findPoints(files, isKnown ? QStringList{m_pointFile} : files, points, watch);
     Result<std::unique_ptr<Terrain>> terrain = (*reader)->open(files, points, watch);
     if (!terrain)
         return tell(terrain.error());
     m_terrain = std::move(*terrain);
-    emit opened(m_terrain->facts());
+    const TerrainFacts &facts = m_terrain->facts();
+    // What lies in folders and archives is known by now.
+    if (m_pointFile.isEmpty() && facts.pointsRead > 0)
+        findPoints(files, facts.files, points, watch);
+    emit opened(facts);
+}
+
+void TerrainJobs::findPoints(const QStringList &given, const QStringList &named,
+                             const PointOptions &points, Progress &progress)
+{
+    m_given = given;
+    m_pointFile.clear();
+    const auto head = m_source->pointHead(named, points, progress);
+    if (!head)
+        return;
+    m_pointFile = head->file;
+    emit pointsFound(*head);
 }
 
 void TerrainJobs::look(const Token &stop)

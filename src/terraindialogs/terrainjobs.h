@@ -32,7 +32,8 @@ public:
     /// Waits until the work under way has ended.
     ~TerrainJobs() override;
 
-    /// Opens files, then draws the map, then looks at every cell.
+    /// Opens files, then draws the map, then looks at every cell. Where they hold points
+    /// as text, the head of the first such file comes before all else.
     void open(const QStringList &files, const PointOptions &points);
     /// Asks which cells a request means.
     void plan(const GridRequest &request);
@@ -48,6 +49,7 @@ public:
     void stop();
 
 signals:
+    void pointsFound(const PointFileHead &head);
     void opened(const TerrainFacts &facts);
     /// The map so far: rows from the north down to some row.
     void mapDrawn(const QImage &map, const std::shared_ptr<const Heights> &overview);
@@ -70,6 +72,10 @@ private:
     /// The source, made at first use.
     [[nodiscard]] Result<TerrainSource *> source();
     void openNow(const QStringList &files, const PointOptions &points, const Token &stop);
+    /// Tells of the head of the first file of points among `named`, which `given` have
+    /// come to.
+    void findPoints(const QStringList &given, const QStringList &named,
+                    const PointOptions &points, Progress &progress);
     void look(const Token &stop);
     void drawMap(const Token &stop);
     void writeNow(const TerrainRequest &request, const Token &stop);
@@ -90,4 +96,6 @@ private:
     // Used on the thread of the work only.
     std::unique_ptr<TerrainSource> m_source;
     std::unique_ptr<Terrain> m_terrain;
+    QStringList m_given; // in which m_pointFile was found
+    QString m_pointFile; // it may lie in an archive
 };

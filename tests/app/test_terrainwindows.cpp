@@ -17,6 +17,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -51,6 +52,38 @@ private slots:
         QVERIFY(!scenery->isModified());
         QTRY_VERIFY(hint().contains("hills_elevation.png"));
         QVERIFY2(hint().contains("voids 0"), qPrintable(hint()));
+    }
+
+    // The steps of the columns that are taken for x and y tell the size of the grid.
+    void pointsAreOpenedAsTheirHeadShowsThem()
+    {
+        QFile points(m_dir->filePath("points.csv"));
+        QVERIFY(points.open(QIODevice::WriteOnly));
+        points.write("east;north;height;depth\n");
+        for (int i = 0; i < 600; ++i)
+            points.write(QByteArray::number(1000 + i % 30 * 10) + ";" +
+                         QByteArray::number(2000 + i / 30 * 10) + ";" +
+                         QByteArray::number(100 + i) + ",5;" +
+                         QByteArray::number(7000 + i) + "\n");
+        points.close();
+        QDialog *const dialog = openedFrom(points.fileName());
+        QVERIFY(dialog);
+        auto *const table = dialog->findChild<QTableWidget *>("tableWidgetPoints");
+        QCOMPARE(table->rowCount(), 10);
+        QCOMPARE(table->item(9, 2)->text(), QString("109,5"));
+        QCOMPARE(table->horizontalHeaderItem(2)->text(), QString("height = height"));
+        auto *const facts = dialog->findChild<QLabel *>("labelFacts");
+        QTRY_VERIFY2(facts->text().contains("100.5 to 699.5 m"),
+                     qPrintable(facts->text()));
+        auto *const columns = dialog->findChild<QLineEdit *>("lineEditColumns");
+        columns->setText("1,2,4");
+        emit columns->editingFinished();
+        QTRY_VERIFY2(facts->text().contains("7000 to 7599 m"), qPrintable(facts->text()));
+        QCOMPARE(table->horizontalHeaderItem(3)->text(), QString("depth = height"));
+        QTRY_VERIFY(dialog->findChild<QPushButton *>("pushButtonOK")->isEnabled());
+        dialog->findChild<QPushButton *>("pushButtonOK")->click();
+        QTRY_VERIFY(m_window->findChild<SceneryMdiChild *>());
+        QTRY_VERIFY2(hint().contains("rows 20, columns 30"), qPrintable(hint()));
     }
 
     void commandsOfPathsNeedAScenery()
@@ -129,10 +162,10 @@ private:
         }
         return file.fileName();
     }
-    /// Drops the file on the program, presses OK.
-    SceneryMdiChild *openHills()
+    /// Drops a file on the program; the window once OK may be pressed.
+    QDialog *openedFrom(const QString &file)
     {
-        m_window->openGiven({hills()});
+        m_window->openGiven({file});
         QDialog *dialog = nullptr;
         const bool ready = QTest::qWaitFor(
             [&] {
@@ -141,7 +174,13 @@ private:
                        dialog->findChild<QPushButton *>("pushButtonOK")->isEnabled();
             },
             20000);
-        if (!ready)
+        return ready ? dialog : nullptr;
+    }
+    /// Drops the file on the program, presses OK.
+    SceneryMdiChild *openHills()
+    {
+        QDialog *const dialog = openedFrom(hills());
+        if (!dialog)
             return nullptr;
         // The grid tells no system; tracks need one.
         dialog->findChild<QComboBox *>("comboBoxCrs")->setCurrentText("EPSG:32632");

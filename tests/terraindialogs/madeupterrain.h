@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terrain/points.h"
 #include "terrain/terrainsource.h"
 
 #include <QThread>
@@ -96,9 +97,19 @@ public:
     {
         return !file.contains(QStringLiteral("broken"));
     }
-    [[nodiscard]] Result<std::unique_ptr<Terrain>>
-    open(const QStringList &files, const PointOptions &, Progress &) override
+    [[nodiscard]] std::optional<PointFileHead>
+    pointHead(const QStringList &files, const PointOptions &options, Progress &) override
     {
+        const auto look = lookAtPointFile(files.value(0), options);
+        return look ? std::optional(PointFileHead{files.value(0), *look}) : std::nullopt;
+    }
+    [[nodiscard]] Result<std::unique_ptr<Terrain>> open(const QStringList &files,
+                                                        const PointOptions &options,
+                                                        Progress &progress) override
+    {
+        if (const auto head = pointHead(files, options, progress);
+            head && !head->preview.fault.isEmpty())
+            return failed(head->preview.fault);
         for (const QString &file : files) {
             if (!canOpen(file))
                 return failed(QStringLiteral("Cannot read \"%1\": broken.").arg(file));

@@ -5,6 +5,8 @@
 #include "views/fieldhelp.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -38,6 +40,41 @@ class TestOpenTerrainDialog : public QObject {
         dialog.show();
         dialog.setFiles({QStringLiteral("/somewhere/hills.tif")});
         QTRY_VERIFY(find<QPushButton>(dialog, "pushButtonOK")->isEnabled());
+    }
+
+    QString written(const QString &name, const QByteArray &text) const
+    {
+        QFile file(m_folder.filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("cannot write the test's file");
+        return file.fileName();
+    }
+    static void openPoints(OpenTerrainDialog &dialog, const QString &file)
+    {
+        dialog.show();
+        dialog.setFiles({file});
+        QTRY_VERIFY(find<QPushButton>(dialog, "pushButtonOK")->isEnabled());
+        auto *const tabs = find<QTabWidget>(dialog, "tabWidget");
+        QVERIFY(tabs->isTabVisible(tabs->indexOf(find<QWidget>(dialog, "tabPoints"))));
+    }
+    static QStringList headsOf(const QTableWidget *table)
+    {
+        QStringList heads;
+        for (int column = 0; column < table->columnCount(); ++column)
+            heads << table->horizontalHeaderItem(column)->text();
+        return heads;
+    }
+    /// By the menu of the column's cell.
+    static void makeColumn(QTableWidget *table, int column, const QString &what)
+    {
+        table->setCurrentCell(0, column);
+        emit table->customContextMenuRequested(
+            table->visualItemRect(table->item(0, column)).center());
+        auto *const menu = find<QMenu>(*table, "menuPointColumn");
+        for (QAction *const action : menu->actions())
+            if (action->text().remove(QLatin1Char('&')).endsWith(what))
+                action->trigger();
+        delete menu;
     }
 
 private slots:
@@ -140,6 +177,112 @@ private slots:
         QTRY_VERIFY(ok->isEnabled());
     }
 
+    void theHeadOfPointsIsShownAsItIsRead()
+    {
+        const QString file = written("points.csv", "Höhe;Ost;Nord\n7,5;100;200\n"
+                                                   "8,5;110;200\n9,5;100;210\n");
+        OpenTerrainDialog dialog(madeUp());
+        openPoints(dialog, file);
+        auto *const table = find<QTableWidget>(dialog, "tableWidgetPoints");
+        QCOMPARE(table->rowCount(), 3);
+        QCOMPARE(headsOf(table), (QStringList{"Höhe = height", "Ost = x", "Nord = y"}));
+        QCOMPARE(table->item(1, 0)->text(), QString("8,5"));
+        QCOMPARE(find<QComboBox>(dialog, "comboBoxSeparator")->currentText(),
+                 QString("Automatic: Semicolon"));
+        QCOMPARE(find<QComboBox>(dialog, "comboBoxDecimal")->currentText(),
+                 QString("Automatic: Comma"));
+        QCOMPARE(find<QSpinBox>(dialog, "spinBoxSkip")->text(), QString("Automatic: 1"));
+        QCOMPARE(find<QLineEdit>(dialog, "lineEditColumns")->placeholderText(),
+                 QString("2,3,1, found in the file"));
+        QVERIFY(dialog.request().points == PointOptions());
+    }
+
+    void aWrongChoiceIsShownAndCanBeTakenBack()
+    {
+        const QString file = written("points.csv", "x;y;z\n1;2;3\n4;5;6\n");
+        OpenTerrainDialog dialog(madeUp());
+        openPoints(dialog, file);
+        auto *const tabs = find<QTabWidget>(dialog, "tabWidget");
+        tabs->setCurrentWidget(find<QWidget>(dialog, "tabPoints"));
+        auto *const separator = find<QComboBox>(dialog, "comboBoxSeparator");
+        auto *const table = find<QTableWidget>(dialog, "tableWidgetPoints");
+        separator->setCurrentIndex(1); // comma
+        QTRY_COMPARE(table->columnCount(), 1);
+        QCOMPARE(table->item(1, 0)->text(), QString("1;2;3"));
+        QTRY_VERIFY(dialog.failure().contains("no lines with three numbers"));
+        QCOMPARE(find<QLabel>(dialog, "labelPointHead")->text(), dialog.failure());
+        QVERIFY(!find<QPushButton>(dialog, "pushButtonOK")->isEnabled());
+        QCOMPARE(tabs->currentWidget()->objectName(), QString("tabPoints"));
+        separator->setCurrentIndex(0);
+        QTRY_VERIFY(find<QPushButton>(dialog, "pushButtonOK")->isEnabled());
+        QCOMPARE(table->columnCount(), 3);
+        find<QSpinBox>(dialog, "spinBoxSkip")->setValue(2);
+        QTRY_COMPARE(table->rowCount(), 1);
+        QCOMPARE(table->item(0, 0)->text(), QString("4"));
+        QCOMPARE(dialog.request().points.skippedLines, 2);
+    }
+
+    void theHeadOfAColumnMakesItAnother()
+    {
+        const QString file = written("points.txt", "1 2 3 4\n5 6 7 9\n");
+        OpenTerrainDialog dialog(madeUp());
+        openPoints(dialog, file);
+        auto *const table = find<QTableWidget>(dialog, "tableWidgetPoints");
+        QCOMPARE(headsOf(table), (QStringList{"Column 1 = x", "Column 2 = y",
+                                              "Column 3 = height", "Column 4"}));
+        makeColumn(table, 3, "height");
+        QTRY_COMPARE(headsOf(table), (QStringList{"Column 1 = x", "Column 2 = y",
+                                                  "Column 3", "Column 4 = height"}));
+        makeColumn(table, 1, "x");
+        QTRY_COMPARE(headsOf(table), (QStringList{"Column 1 = y", "Column 2 = x",
+                                                  "Column 3", "Column 4 = height"}));
+        QCOMPARE(dialog.request().points.columns, (QList<int>{2, 1, 4}));
+        QCOMPARE(find<QLineEdit>(dialog, "lineEditColumns")->text(), QString("2,1,4"));
+    }
+
+    void columnsThatAreNoneAreTold()
+    {
+        const QString file = written("points.txt", "1 2 3 4\n5 6 7 9\n");
+        OpenTerrainDialog dialog(madeUp());
+        openPoints(dialog, file);
+        find<QTabWidget>(dialog, "tabWidget")
+            ->setCurrentWidget(find<QWidget>(dialog, "tabPoints"));
+        auto *const columns = find<QLineEdit>(dialog, "lineEditColumns");
+        auto *const ok = find<QPushButton>(dialog, "pushButtonOK");
+        for (const char *const wrong : {"1,2", "1,1,2", "x", "0,1,2"}) {
+            columns->setText(wrong);
+            QTest::keyClick(columns, Qt::Key_Return);
+            QTRY_VERIFY2(dialog.failure().contains("three numbers from 1"), wrong);
+            QVERIFY(!ok->isEnabled());
+        }
+        columns->setText("1,2,5");
+        QTest::keyClick(columns, Qt::Key_Return);
+        QTRY_VERIFY2(dialog.failure().endsWith("has 4 columns; there is no column 5."),
+                     qPrintable(dialog.failure()));
+        columns->clear();
+        QTest::keyClick(columns, Qt::Key_Return);
+        QTRY_VERIFY(ok->isEnabled());
+    }
+
+    // To pass a field by costs nothing of what is selected.
+    void aFieldThatIsOnlyPassedChangesNothing()
+    {
+        const QString file = written("points.txt", "1 2 3\n4 5 6\n");
+        OpenTerrainDialog dialog(madeUp());
+        openPoints(dialog, file);
+        find<QSpinBox>(dialog, "spinBoxCellsW")->setValue(50);
+        find<QTabWidget>(dialog, "tabWidget")
+            ->setCurrentWidget(find<QWidget>(dialog, "tabPoints"));
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto *const columns = find<QLineEdit>(dialog, "lineEditColumns");
+        columns->setFocus();
+        QVERIFY(columns->hasFocus());
+        QTest::keyClick(columns, Qt::Key_Tab);
+        QVERIFY(!columns->hasFocus());
+        QCOMPARE(dialog.request().grid.cells, QRect(0, 0, 50, 200));
+    }
+
     void whatCannotBeReadIsTold()
     {
         OpenTerrainDialog dialog(madeUp());
@@ -221,6 +364,9 @@ private slots:
             QVERIFY2(!field->accessibleName().isEmpty(), name);
         }
     }
+
+private:
+    QTemporaryDir m_folder;
 };
 
 QTEST_MAIN(TestOpenTerrainDialog)
