@@ -124,15 +124,13 @@ Result<void> transform(Places &places, const QString &crs, const QString &file)
 
 // Degrees, though no name says so: all numbers could be, and in metres the terrain would
 // be at the corner of its system.
-bool areDegrees(const Places &places, const QString &crs)
+bool areDegrees(const Places &places)
 {
     constexpr double MostLongitude = 180.0;
     constexpr double MostLatitude = 90.0;
-    return !crs.isEmpty() &&
-           std::all_of(places.begin(), places.end(), [](const VectorPlace &place) {
-               return std::fabs(place.x) <= MostLongitude &&
-                      std::fabs(place.y) <= MostLatitude;
-           });
+    return std::all_of(places.begin(), places.end(), [](const VectorPlace &place) {
+        return std::fabs(place.x) <= MostLongitude && std::fabs(place.y) <= MostLatitude;
+    });
 }
 
 Result<VectorShape> tableLine(const QString &file, const PointFormat &format,
@@ -154,7 +152,8 @@ Result<VectorShape> tableLine(const QString &file, const PointFormat &format,
         if (!progress.step(0, 0))
             return stopped();
     } while (!batch.empty());
-    if (format.isGeographic || areDegrees(line.places, crs))
+    const bool moves = !crs.isEmpty() && (format.isGeographic || areDegrees(line.places));
+    if (moves)
         if (const auto moved = transform(line.places, crs, file); !moved)
             return tl::unexpected(moved.error());
     return line;
@@ -173,7 +172,9 @@ Result<Track> readTrack(const QString &file, const QString &crs, Progress &progr
         const auto line = tableLine(file, preview->format, crs, progress);
         if (!line)
             return tl::unexpected(line.error());
-        return trackOf(*line, file);
+        Track track = trackOf(*line, file);
+        track.hasSystem = preview->format.isGeographic;
+        return track;
     }
     const auto read = readVector(file, crs, progress);
     if (!read)
@@ -181,5 +182,7 @@ Result<Track> readTrack(const QString &file, const QString &crs, Progress &progr
     const auto line = trackLine(*read, file);
     if (!line)
         return tl::unexpected(line.error());
-    return trackOf(*line, file);
+    Track track = trackOf(*line, file);
+    track.hasSystem = read->hasSystem;
+    return track;
 }

@@ -9,6 +9,7 @@
 /// It is the longest line; lines that follow each other in the file and touch count as
 /// one. Without lines it is all points, in the order of their times where all have one,
 /// else in that of the file. `crs` is well-known text of the system that the places are
-/// wanted in; a file that has no system is taken to be in that one. Heights are metres.
+/// wanted in (empty: as the file has them); a file that has no system is taken to be in
+/// that one. Heights are metres.
 [[nodiscard]] Result<Track> readTrack(const QString &file, const QString &crs,
                                       Progress &progress);

@@ -229,6 +229,7 @@ Result<VectorFile> readVector(const QString &file, const QString &crs, Progress 
         if (name == "track_points" || name == "route_points")
             continue;
         const QString own = crsOf(layer);
+        read.hasSystem |= !own.isEmpty();
         if (read.crs.isEmpty())
             read.crs = own;
         bool isMissing = false;

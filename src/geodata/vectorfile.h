@@ -27,7 +27,8 @@ struct VectorShape {
 /// All lines and points of a file, in their order.
 struct VectorFile {
     std::vector<VectorShape> shapes;
-    QString crs; ///< that its places are in: as asked for, else the file's own
+    QString crs;            ///< that its places are in: as asked for, else the file's own
+    bool hasSystem = false; ///< the file tells one
 };
 
 /// Opens a vector file of any kind that GDAL reads; archives by what is in them. Null

@@ -144,6 +144,8 @@ Result<QByteArray> earthText(const SceneryDocument &document, const QString &fol
     const auto world = SceneryWorld::of(document, *ground);
     if (!world)
         return tl::unexpected(world.error());
+    if (world->crs().isEmpty())
+        return tl::unexpected(noSystem(*ground));
     const auto points = onEarth(cameras, *world, source);
     if (!points)
         return tl::unexpected(points.error());

@@ -44,10 +44,10 @@ Result<SceneryWorld> SceneryWorld::of(const SceneryDocument &document,
     const SceneryData &data = document.parameters;
     const Georeference &earth = ground.georeference;
     const GeoTransform &t = earth.transform;
-    if (!(std::fabs(determinantOf(t)) > 0.0) || earth.crs.isEmpty())
+    if (!(std::fabs(determinantOf(t)) > 0.0))
         return failed(
-            QObject::tr("The elevation file %1 has no georeference: there is no "
-                        ".pgw with a .prj, and no .aux.xml beside it.")
+            QObject::tr("The elevation file %1 has no georeference: there is no .pgw and "
+                        "no .aux.xml beside it.")
                 .arg(quoted(ground.file)));
     if (!(data.HDateiSkalaX > 0.0) || !(data.HDateiSkalaY > 0.0))
         return failed(QObject::tr("The x and y scale of the elevation file must be above "
@@ -66,6 +66,13 @@ Result<SceneryWorld> SceneryWorld::of(const SceneryDocument &document,
     world.m_metresOfHeight = unit > 0.0 ? unit : world.m_metresX;
     world.m_metresPerStep = earth.metresPerHeightUnit;
     return world;
+}
+
+Failure noSystem(const SceneryGround &ground)
+{
+    return {QObject::tr("The elevation file %1 has no reference system: there is no .prj "
+                        "and no .aux.xml that tells one beside it.")
+                .arg(quoted(ground.file))};
 }
 
 QPointF SceneryWorld::placeAt(double x, double y) const

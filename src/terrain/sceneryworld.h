@@ -18,6 +18,9 @@ struct SceneryGround {
 [[nodiscard]] Result<SceneryGround> loadGround(const SceneryDocument &document,
                                                const QString &folder);
 
+/// Why what lies on the earth cannot be placed on a ground of plain coordinates.
+[[nodiscard]] Failure noSystem(const SceneryGround &ground);
+
 /// Where the world of a scenery lies on the earth. World units have their origin in the
 /// middle of the lower left pixel of the elevation file, y runs northward.
 class SceneryWorld {
@@ -29,6 +32,7 @@ public:
     /// Place of the world in the reference system, and back.
     [[nodiscard]] QPointF placeAt(double x, double y) const;
     [[nodiscard]] QPointF worldAt(const QPointF &place) const;
+    /// Well-known text; empty where the places are plain coordinates.
     [[nodiscard]] const QString &crs() const { return m_crs; }
 
     /// Metres of a world unit along x and y.

@@ -102,7 +102,8 @@ public:
     [[nodiscard]] virtual Result<QImage> photo(const QStringList &files,
                                                const OutputGrid &grid, const QSize &size,
                                                Progress &progress) = 0;
-    /// A track, its places in the system of `crs` (well-known text).
+    /// A track, its places in the system of `crs` (well-known text); where that is empty,
+    /// as the file has them.
     [[nodiscard]] virtual Result<Track> track(const QString &file, const QString &crs,
                                               Progress &progress) = 0;
     /// Longitude and latitude of places of the system of `crs`.

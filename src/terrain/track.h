@@ -16,4 +16,5 @@ struct TrackPoint {
 struct Track {
     QString name;
     QList<TrackPoint> points;
+    bool hasSystem = false; ///< the file tells the reference system of its places
 };

@@ -254,6 +254,8 @@ Result<TrackPath> pathAlong(const Track &track, const SceneryDocument &document,
     const auto world = SceneryWorld::of(document, ground);
     if (!world)
         return tl::unexpected(world.error());
+    if (track.hasSystem && world->crs().isEmpty())
+        return tl::unexpected(noSystem(ground));
     const auto line = lineOfTrack(track, *world, ground.picture);
     if (!line)
         return tl::unexpected(line.error());

@@ -38,8 +38,9 @@ struct TrackPath {
 
 /// The flight along a track: at most as many control points as are asked for, fewer where
 /// these lie as near to it as whole coordinates can, with the view along the path.
-/// Heights are rounded up. Fails where the track does not come near the terrain, or lacks
-/// heights that are asked for.
+/// Heights are rounded up. A ground without a reference system takes tracks that have
+/// none either: they share their coordinates. Fails where the track does not come near
+/// the terrain, or lacks heights that are asked for.
 [[nodiscard]] Result<TrackPath> pathAlong(const Track &track,
                                           const SceneryDocument &document,
                                           const SceneryGround &ground,

@@ -217,6 +217,23 @@ private slots:
                  QString("There is no file \"/none.gpx\"."));
     }
 
+    void filesTellWhetherTheyAreOnTheEarth()
+    {
+        const auto told = [this](const char *name, const QByteArray &text) {
+            const auto track = readTrack(written(name, text), {}, unwatched);
+            return track && track->points.size() > 1 && track->hasSystem;
+        };
+        QVERIFY(told("y.gpx", trackOfTwoParts()));
+        QVERIFY(told("y.kml", kml()));
+        QVERIFY(told("y.csv", "lat,lon,ele\n47.1,11.2,300\n47.2,11.3,310\n"));
+        QVERIFY(!told("plain.csv", "x,y,z\n100,200,300\n110,210,310\n"));
+        const auto plain = readTrack(
+            written("plain.csv", "x,y,z\n100,200,300\n110,210,310\n"), {}, unwatched);
+        QVERIFY(plain);
+        QCOMPARE(plain->points.value(1).x, 110.0);
+        QCOMPARE(plain->points.value(1).y, 210.0);
+    }
+
     void readingCanBeStopped()
     {
         Patience progress(0);

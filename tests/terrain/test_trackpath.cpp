@@ -306,6 +306,28 @@ private slots:
                  QString("The scenery has no elevation file."));
     }
 
+    // As tables and grids of a survey with coordinates of its own.
+    void plainCoordinatesAreShared()
+    {
+        const SceneryOnEarth scenery;
+        scenery.remove("t_elevation.png.aux.xml");
+        Track track = trackOf(10, bend);
+        const auto path =
+            pathAlong(track, scenery.document, scenery.ground(), {}, unwatched);
+        QVERIFY2(path, qPrintable(path ? QString() : path.error().text));
+        const auto same = along(track);
+        QVERIFY(same);
+        QCOMPARE(path->controlPoints.size(), same->controlPoints.size());
+        QCOMPARE(path->controlPoints.constFirst().x, same->controlPoints.constFirst().x);
+        QCOMPARE(path->controlPoints.constFirst().y, same->controlPoints.constFirst().y);
+        track.hasSystem = true; // on the earth, and nobody knows where the ground is
+        const auto lost =
+            pathAlong(track, scenery.document, scenery.ground(), {}, unwatched);
+        QVERIFY(!lost);
+        QVERIFY2(lost.error().text.contains("t_elevation.png\" has no reference system"),
+                 qPrintable(lost.error().text));
+    }
+
     void theWorkCanBeStopped()
     {
         Patience progress(0);
