@@ -10,17 +10,18 @@
 namespace {
 
 constexpr int Axes = 3;
+constexpr int RowMargin = 3; // pixels, so that ten rows have room
 
-QString nameOfAxis(int axis)
-{
-    return axis < 2 ? QStringLiteral("xy").mid(axis, 1) : PointTable::tr("height");
-}
+QString nameOfAxis(int axis) { return QStringLiteral("xyz").mid(axis, 1); }
 
 } // namespace
 
 PointTable::PointTable(QWidget *parent) : QTableWidget(parent)
 {
     verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowMargin);
+    horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(true);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
@@ -95,7 +96,7 @@ void PointTable::openMenu(int column, const QPoint &where)
     menu->setObjectName(QStringLiteral("menuPointColumn"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (int axis = 0; axis < Axes; ++axis) {
-        QAction *const action = menu->addAction(tr("Is the &%1").arg(nameOfAxis(axis)));
+        QAction *const action = menu->addAction(tr("Take As &%1").arg(nameOfAxis(axis)));
         action->setCheckable(true);
         action->setChecked(m_preview.format.columns[std::size_t(axis)] == column);
         connect(action, &QAction::triggered, this,

@@ -5,7 +5,7 @@
 #include <QTableWidget>
 
 /// Shows the first lines of a file of points as they are split. The head of a column
-/// tells whether it is x, y or the height; a click on it, or the menu key on a cell,
+/// tells whether it is x, y or z; a click on it, or the menu key on a cell,
 /// opens a menu that makes it one.
 class PointTable : public QTableWidget {
     Q_OBJECT

@@ -19,14 +19,28 @@ QString cellsText(const QSize &size)
     return tr("%1 by %2 cells").arg(size.width()).arg(size.height());
 }
 
+// Some files have a system that tells no more than its formula.
+QString systemText(const QString &name)
+{
+    const bool hasName = !name.isEmpty() && name != QLatin1String("unnamed") &&
+                         name != QLatin1String("unknown");
+    return hasName ? name : tr("a reference system without a name");
+}
+
+// In percent, with two digits that count.
+QString shareText(double share)
+{
+    const double percent = 100.0 * share;
+    return percent < 10.0 ? QString::number(percent, 'g', 2)
+                          : QString::number(percent, 'f', 0);
+}
+
 QString voidsText(const TerrainFacts &facts, const TerrainScan &scan)
 {
     if (scan.voids == 0)
         return tr("no voids");
     const double all = double(facts.size.width()) * double(facts.size.height());
-    return tr("%1 voids (%2 %)")
-        .arg(scan.voids)
-        .arg(shortNumber(100.0 * double(scan.voids) / all));
+    return tr("%1 voids (%2 %)").arg(scan.voids).arg(shareText(double(scan.voids) / all));
 }
 
 } // namespace
@@ -54,7 +68,7 @@ QString factsText(const TerrainFacts &facts, const std::optional<TerrainScan> &s
                  .arg(cellsText(facts.size),
                       step.arg(shortNumber(facts.cellX), shortNumber(facts.cellY)));
     lines << (facts.crs.isEmpty() ? tr("no reference system: cells count as metres")
-                                  : facts.crsName);
+                                  : systemText(facts.crsName));
     lines << tr("%1, heights in %2")
                  .arg(facts.type, facts.unit.isEmpty() ? tr("metres") : facts.unit);
     if (facts.pointsRead > 0)

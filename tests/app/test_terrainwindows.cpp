@@ -71,7 +71,7 @@ private slots:
         auto *const table = dialog->findChild<QTableWidget *>("tableWidgetPoints");
         QCOMPARE(table->rowCount(), 10);
         QCOMPARE(table->item(9, 2)->text(), QString("109,5"));
-        QCOMPARE(table->horizontalHeaderItem(2)->text(), QString("height = height"));
+        QCOMPARE(table->horizontalHeaderItem(2)->text(), QString("height = z"));
         auto *const facts = dialog->findChild<QLabel *>("labelFacts");
         QTRY_VERIFY2(facts->text().contains("100.5 to 699.5 m"),
                      qPrintable(facts->text()));
@@ -79,7 +79,7 @@ private slots:
         columns->setText("1,2,4");
         emit columns->editingFinished();
         QTRY_VERIFY2(facts->text().contains("7000 to 7599 m"), qPrintable(facts->text()));
-        QCOMPARE(table->horizontalHeaderItem(3)->text(), QString("depth = height"));
+        QCOMPARE(table->horizontalHeaderItem(3)->text(), QString("depth = z"));
         QTRY_VERIFY(dialog->findChild<QPushButton *>("pushButtonOK")->isEnabled());
         dialog->findChild<QPushButton *>("pushButtonOK")->click();
         QTRY_VERIFY(m_window->findChild<SceneryMdiChild *>());

@@ -185,7 +185,7 @@ private slots:
         openPoints(dialog, file);
         auto *const table = find<QTableWidget>(dialog, "tableWidgetPoints");
         QCOMPARE(table->rowCount(), 3);
-        QCOMPARE(headsOf(table), (QStringList{"Höhe = height", "Ost = x", "Nord = y"}));
+        QCOMPARE(headsOf(table), (QStringList{"Höhe = z", "Ost = x", "Nord = y"}));
         QCOMPARE(table->item(1, 0)->text(), QString("8,5"));
         QCOMPARE(find<QComboBox>(dialog, "comboBoxSeparator")->currentText(),
                  QString("Automatic: Semicolon"));
@@ -229,13 +229,13 @@ private slots:
         openPoints(dialog, file);
         auto *const table = find<QTableWidget>(dialog, "tableWidgetPoints");
         QCOMPARE(headsOf(table), (QStringList{"Column 1 = x", "Column 2 = y",
-                                              "Column 3 = height", "Column 4"}));
-        makeColumn(table, 3, "height");
+                                              "Column 3 = z", "Column 4"}));
+        makeColumn(table, 3, "z");
         QTRY_COMPARE(headsOf(table), (QStringList{"Column 1 = x", "Column 2 = y",
-                                                  "Column 3", "Column 4 = height"}));
+                                                  "Column 3", "Column 4 = z"}));
         makeColumn(table, 1, "x");
         QTRY_COMPARE(headsOf(table), (QStringList{"Column 1 = y", "Column 2 = x",
-                                                  "Column 3", "Column 4 = height"}));
+                                                  "Column 3", "Column 4 = z"}));
         QCOMPARE(dialog.request().points.columns, (QList<int>{2, 1, 4}));
         QCOMPARE(find<QLineEdit>(dialog, "lineEditColumns")->text(), QString("2,1,4"));
     }
