@@ -44,6 +44,8 @@ bool AsciiIrregularDialog::asciiToImage()
     DelaunayResult<ElevationImage> image;
     if (hasPoints)
         image = fillScatteredPoints(mesh->scattered, options, unwatched);
+    notePoints(mesh->scattered.count, mesh->pointsRead);
+    noteCut(mesh->losses.cut);
     wait.reset(); // the boxes come under the arrow cursor
     showRows(mesh->rows);
     if (!image)

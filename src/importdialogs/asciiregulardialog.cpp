@@ -36,6 +36,8 @@ bool AsciiRegularDialog::asciiToImage()
     }();
     if (!mesh)
         return false;
+    notePoints(mesh->pointsUsed, mesh->pointsRead);
+    noteCut(mesh->losses.cut);
     showRows(mesh->rows);
     return mesh->hasPoints && saveOutput(mesh->image);
 }

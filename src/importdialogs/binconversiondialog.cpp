@@ -90,6 +90,8 @@ void BinConversionDialog::accept()
     }();
     if (!dem)
         return;
+    noteVoids(dem->losses.voids);
+    noteCut(dem->losses.cut);
     (void)saveOutput(dem->image); // a failure is shown, and the range as well
     file.close();
     QMessageBox::information(this, windowTitle(), dem->range.message());

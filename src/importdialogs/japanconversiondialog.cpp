@@ -29,6 +29,7 @@ void JapanConversionDialog::accept()
         return;
     }
     file.close();
+    noteVoids(dem->voidCount);
     (void)saveOutput(dem->image); // a failure is shown, and the count as well
     QMessageBox::information(this, messageTitle(), dem->message());
     QDialog::accept();

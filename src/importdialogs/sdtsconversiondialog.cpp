@@ -81,6 +81,8 @@ void SdtsConversionDialog::accept()
     }();
     if (!image)
         return showError(image.error().text);
+    noteVoids(m_conversion.losses().voids);
+    noteCut(m_conversion.losses().cut);
     if (saveOutput(*image))
         QDialog::accept();
 }

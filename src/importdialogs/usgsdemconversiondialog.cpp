@@ -33,8 +33,10 @@ void UsgsDemConversionDialog::chooseFiles()
 void UsgsDemConversionDialog::accept()
 {
     NoProgress unwatched;
-    const Result<ElevationImage> image =
-        UsgsDemImport(spinBoxVoidValue->value(), *this).run(fileNames, unwatched);
+    UsgsDemImport import(spinBoxVoidValue->value(), *this);
+    const Result<ElevationImage> image = import.run(fileNames, unwatched);
+    noteVoids(import.losses().voids);
+    noteCut(import.losses().cut);
     if (image)
         (void)saveOutput(*image); // a failure is shown, and the dialog closes as well
     QDialog::accept();

@@ -17,8 +17,8 @@ QString tr(const char *text)
 }
 
 // Stores the point of a line unless it lies outside the boundaries, where a
-// division by an extent of 0 puts it too.
-void storePoint(const XyzReader::Line &line, const AsciiIrregularOptions &options,
+// division by an extent of 0 puts it too; false then.
+bool storePoint(const XyzReader::Line &line, const AsciiIrregularOptions &options,
                 ScatteredPoints &out)
 {
     const MeshBoundaries &b = options.boundaries;
@@ -26,15 +26,16 @@ void storePoint(const XyzReader::Line &line, const AsciiIrregularOptions &option
     const double height = options.height;
     const double u = ((line.x - b.minX) * width) / (b.maxX - b.minX);
     if (!(0 <= u && u <= width))
-        return;
+        return false;
     const double v = ((line.y - b.minY) * height) / (b.maxY - b.minY);
     if (!(0 <= v && v <= height))
-        return;
+        return false;
     double *const point = out.points.rows[out.count];
     point[0] = u;
     point[1] = (height - v) - 1;
     out.z.data[out.count] = line.z * options.zScale;
     ++out.count;
+    return true;
 }
 
 } // namespace
@@ -74,7 +75,8 @@ Result<ScatteredMesh> readScatteredPoints(QIODevice &in,
             continue;
         }
         ++mesh.pointsRead;
-        storePoint(line, options, mesh.scattered);
+        if (storePoint(line, options, mesh.scattered))
+            mesh.losses.countHeight(line.z * options.zScale);
     }
     if (mesh.scattered.count == 0)
         messages.add(AsciiMesh::tr("Not a single valid line encountered."));

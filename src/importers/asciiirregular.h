@@ -2,6 +2,7 @@
 
 #include "importers/asciimesh.h"
 #include "importers/delaunay.h"
+#include "importers/importlosses.h"
 #include "raster/elevationimage.h"
 
 /// How an irregular text mesh becomes an image.
@@ -29,7 +30,8 @@ struct ScatteredPoints {
 struct ScatteredMesh {
     ScatteredPoints scattered; ///< those within the boundaries, in the file's order
     qint64 pointsRead = 0;
-    QStringList rows; ///< complaints
+    ImportLosses losses; ///< of the points within the boundaries; there are no voids
+    QStringList rows;    ///< complaints
 };
 
 /// Reads the points within the boundaries. Fails where memory is short for as many as

@@ -54,8 +54,10 @@ convertAsciiRegular(QIODevice &in, const AsciiRegularOptions &options, Progress 
         // Truncated toward zero, which keeps the half row above the image in row 0.
         const double column = u + 0.5;
         const double row = ((height - v) - 1) + 0.5;
+        const double elevation = line.z * options.zScale;
         mesh.image.setElevation(static_cast<int>(column), static_cast<int>(row),
-                                line.z * options.zScale);
+                                elevation);
+        mesh.losses.countHeight(elevation);
         ++mesh.pointsUsed; // also where u = width put it beside the image
     }
     mesh.hasPoints = mesh.pointsUsed > 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "importers/asciimesh.h"
+#include "importers/importlosses.h"
 #include "raster/elevationimage.h"
 
 /// How a regular text mesh becomes an image.
@@ -18,6 +19,7 @@ struct AsciiRegularMesh {
     bool hasPoints = false; ///< whether there is anything to write
     qint64 pointsRead = 0;
     qint64 pointsUsed = 0; ///< those within the boundaries
+    ImportLosses losses;   ///< of the points used; a mesh of text has no voids
     QStringList rows;      ///< complaints
 };
 

@@ -147,5 +147,6 @@ Result<BinDem> convertBinDem(QIODevice &in, const BinDemHeader &header,
         samples->convert(rows.read(row), dem.image.scanLine(row));
     }
     samples->addRange(&dem.range);
+    dem.losses = samples->losses();
     return dem;
 }

@@ -3,6 +3,7 @@
 #include "base/progress.h"
 #include "base/result.h"
 #include "importers/bindemheader.h"
+#include "importers/importlosses.h"
 #include "raster/elevationimage.h"
 
 #include <QString>
@@ -54,6 +55,7 @@ public:
 struct BinDem {
     ElevationImage image; ///< null if the options give no usable size
     StoredRange range;
+    ImportLosses losses;
 };
 
 /// Cuts a rectangle out of a raw raster; beside the image only one row is in memory.

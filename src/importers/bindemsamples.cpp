@@ -27,6 +27,8 @@ double clamped(double elevation)
     return single < Lowest ? Lowest : elevation;
 }
 
+bool isCut(double elevation) { return clamped(elevation) != elevation; }
+
 Pixel pixelOf(double elevation)
 {
     const QRgb pixel = ElevationImage::pixelOf(elevation, 1.0);
@@ -49,13 +51,20 @@ public:
 protected:
     IntegerSamples(double zScale, int first, int last) : m_zScale(zScale), m_first(first)
     {
-        for (int value = first; value <= last; ++value)
+        for (int value = first; value <= last; ++value) {
             m_pixels.push_back(::pixelOf(elevationOf(value)));
+            m_isCut.push_back(::isCut(value * zScale) ? 1 : 0);
+        }
     }
 
     [[nodiscard]] const Pixel &pixelOf(int value) const
     {
         return m_pixels[static_cast<std::size_t>(value - m_first)];
+    }
+    /// 1 for a value that is beyond what a pixel holds, else 0.
+    [[nodiscard]] int cutOf(int value) const
+    {
+        return m_isCut[static_cast<std::size_t>(value - m_first)];
     }
     void include(int lowest, int highest)
     {
@@ -74,6 +83,7 @@ private:
     double m_zScale;
     int m_first;
     std::vector<Pixel> m_pixels;
+    std::vector<uchar> m_isCut; // beside them
     int m_lowest = Beyond;
     int m_highest = -Beyond;
 };
@@ -95,6 +105,7 @@ public:
                 value -= 256;
             lowest = std::min(lowest, value);
             highest = std::max(highest, value);
+            m_losses.cut += cutOf(value);
             pixels = std::copy_n(pixelOf(value).data(), 3, pixels);
         }
         include(lowest, highest);
@@ -119,7 +130,9 @@ public:
     // A raster without a value for "no data" has 0 for it, which changes nothing.
     WordSamples(const BinDemHeader &header, const BinDemOptions &options)
         : IntegerSamples(options.zScale, -32768, 32767),
-          m_dropped(options.keepNoDataValues ? quint16(0) : low16Bits(header.noDataValue))
+          m_dropped(options.keepNoDataValues ? quint16(0)
+                                             : low16Bits(header.noDataValue)),
+          m_voidsPerDropped(header.hasNoDataValue && !options.keepNoDataValues ? 1 : 0)
     {
     }
 
@@ -130,7 +143,10 @@ public:
         const char *const end = row.constData() + row.size();
         for (const char *p = row.constData(); p != end; p += 2) {
             const quint16 word = wordAt<BigEndian, quint16>(p);
-            const int value = word == m_dropped ? 0 : static_cast<qint16>(word);
+            const bool isDropped = word == m_dropped;
+            const int value = isDropped ? 0 : static_cast<qint16>(word);
+            m_losses.voids += isDropped ? m_voidsPerDropped : 0;
+            m_losses.cut += cutOf(value);
             lowest = std::min(lowest, value);
             highest = std::max(highest, value);
             pixels = std::copy_n(pixelOf(value).data(), 3, pixels);
@@ -140,6 +156,7 @@ public:
 
 private:
     quint16 m_dropped;
+    int m_voidsPerDropped;
 };
 
 template <bool BigEndian> class FloatSamples : public BinDemSamples {
@@ -147,7 +164,8 @@ public:
     FloatSamples(const BinDemHeader &header, const BinDemOptions &options)
         : m_zScale(options.zScale),
           m_dropped(options.keepNoDataValues ? 0.0f
-                                             : static_cast<float>(header.noDataValue))
+                                             : static_cast<float>(header.noDataValue)),
+          m_voidsPerDropped(header.hasNoDataValue && !options.keepNoDataValues ? 1 : 0)
     {
     }
 
@@ -156,8 +174,11 @@ public:
         const char *const end = row.constData() + row.size();
         for (const char *p = row.constData(); p != end; p += 4) {
             const float sample = std::bit_cast<float>(wordAt<BigEndian, quint32>(p));
-            const float value = sample == m_dropped ? 0.0f : sample;
+            const bool isDropped = sample == m_dropped;
+            const float value = isDropped ? 0.0f : sample;
             const double elevation = clamped(value * m_zScale);
+            m_losses.voids += isDropped ? m_voidsPerDropped : 0;
+            m_losses.cut += elevation != value * m_zScale ? 1 : 0;
             m_range.include(elevation);
             pixels = std::copy_n(::pixelOf(elevation).data(), 3, pixels);
         }
@@ -174,6 +195,7 @@ public:
 private:
     double m_zScale;
     float m_dropped;
+    int m_voidsPerDropped;
     StoredRange m_range;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "importers/importlosses.h"
+
 #include <QByteArray>
 
 #include <memory>
@@ -17,6 +19,11 @@ public:
     virtual void convert(const QByteArray &row, uchar *pixels) = 0;
     /// Adds the lowest and the highest elevation of all rows so far.
     virtual void addRange(StoredRange *range) const = 0;
+    /// Of all rows so far.
+    [[nodiscard]] const ImportLosses &losses() const { return m_losses; }
+
+protected:
+    ImportLosses m_losses;
 };
 
 /// The conversion for a header's sample size; null for a size that is none.

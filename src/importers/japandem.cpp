@@ -102,8 +102,10 @@ Result<JapanDem> readRows(Reader &in, QSize size, int voidValue, Progress &progr
             int value = 0;
             if (!in.readElevation(&value))
                 return failed(in.error());
-            if (value == voidValue)
+            if (value == voidValue) {
+                ++dem.voidCount;
                 value = 0;
+            }
             dem.image.setElevation(column, row, value);
             if (value != 0)
                 ++dem.nonZeroCount;

@@ -10,6 +10,7 @@ class QIODevice;
 struct JapanDem {
     ElevationImage image; ///< null for a size below 0
     int nonZeroCount = 0; ///< elevations that are not 0
+    qint64 voidCount = 0; ///< samples that are unknown
 
     /// Tells the count.
     [[nodiscard]] QString message() const;

@@ -62,6 +62,7 @@ Result<ElevationImage> SdtsConversion::readCells(double calibrationFactor,
 {
     m_state.col = m_state.maxCol = m_state.row = m_state.maxRow = 0;
     m_state.calibrationFactor = calibrationFactor;
+    m_state.losses = {};
     HalfOfProgress first(progress, 0);
     if (!walk(m_state.cel0File, UseSubfieldToDetermineFileSize, first))
         return stopped();

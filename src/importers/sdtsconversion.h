@@ -23,6 +23,8 @@ public:
     /// from units of the file to those of the output. Steps by records.
     [[nodiscard]] Result<ElevationImage> readCells(double calibrationFactor,
                                                    Progress &progress);
+    /// Of the cells that were read last.
+    [[nodiscard]] const ImportLosses &losses() const { return m_state.losses; }
 
 private:
     [[nodiscard]] bool walk(const QString &fileName, int (*use)(sc_Subfield),

@@ -89,6 +89,7 @@ void SdtsState::setElevation(double value)
     if (image.isNull() || col == Lowest || row == Lowest)
         return; // below them there is no number, and surely no cell
     image.setElevation(col - 1, row - 1, value * calibrationFactor);
+    losses.countHeight(value * calibrationFactor);
 }
 
 // By value, as UseSubfield hands its copy over.
@@ -174,10 +175,13 @@ int UseSubfieldToReadElevations(sc_Subfield subfield)
     SdtsState &import = *pSDTSImport;
     if (isCalled(subfield, "elevation")) {
         double value = doubleOf(subfield);
+        const double read = value;
         if (std::trunc(value) == import.voidValue)
             value = 0.0;
         if (std::trunc(value) == import.fillValue)
             value = 0.0;
+        // A 0 may be a height, where no value was told.
+        import.losses.voids += read != value ? 1 : 0;
         import.setElevation(value);
         nextColumn(import.col);
     } else if (isCalled(subfield, "rowi")) {

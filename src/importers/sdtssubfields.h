@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importers/importlosses.h"
 #include "iso8211/sc_subfield.h"
 #include "raster/elevationimage.h"
 
@@ -26,6 +27,7 @@ struct SdtsState : SdtsTransfer {
     int maxCol = 0;
     int row = 0;
     int maxRow = 0;
+    ImportLosses losses;            ///< of the cells
     QString moduleName;             ///< scratch of a walk
     double calibrationFactor = 1.0; ///< from units of the file to those of the output
 

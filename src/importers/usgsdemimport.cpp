@@ -116,6 +116,7 @@ Result<ElevationImage> UsgsDemImport::run(const QStringList &fileNames,
                                           Progress &progress)
 {
     m_mosaic = {};
+    m_losses = {};
     UsgsDemData data;
     for (const QString &fileName : fileNames) {
         parseDataHeader(data, fileName);
@@ -173,12 +174,6 @@ Result<qint64> UsgsDemImport::readProfiles(QIODevice &in, const UsgsDemData &dat
     return positives;
 }
 
-double UsgsDemImport::readSample(UsgsDemReader &in) const
-{
-    const double z = in.ReadNumber();
-    return z == m_voidValue ? 0.0 : z;
-}
-
 qint64 UsgsDemImport::readProfile(UsgsDemReader &in, bool stored, ElevationImage &image)
 {
     // Row, column, number of samples and of columns, which is always 1.
@@ -194,7 +189,9 @@ qint64 UsgsDemImport::readProfile(UsgsDemReader &in, bool stored, ElevationImage
     double previous = 0.0;
     qint64 positives = 0;
     for (int k = 0; k == 0 || k < count; ++k) {
-        const double z = readSample(in);
+        const double sample = in.ReadNumber();
+        const bool isVoid = sample == m_voidValue;
+        const double z = isVoid ? 0.0 : sample;
         if (in.isExhausted())
             return positives;
         // The last sample of a profile belongs to the neighbour, as the last profile.
@@ -204,6 +201,8 @@ qint64 UsgsDemImport::readProfile(UsgsDemReader &in, bool stored, ElevationImage
         if (m_checking && k > 0 && std::abs(z - previous) >= SuspiciousJump)
             m_checking = m_questions.continueChecking({previous, z, column, row});
         store(image, column, row, z);
+        m_losses.voids += isVoid ? 1 : 0;
+        m_losses.countHeight(z);
         previous = z;
         if (z > 0.0)
             ++positives;

@@ -2,6 +2,7 @@
 
 #include "base/progress.h"
 #include "base/result.h"
+#include "importers/importlosses.h"
 #include "importers/usgsdemdata.h"
 #include "raster/elevationimage.h"
 
@@ -75,6 +76,9 @@ public:
     [[nodiscard]] Result<qint64> readProfiles(QIODevice &in, const UsgsDemData &data,
                                               ElevationImage &image, Progress &progress);
 
+    /// Of the samples that the last run has stored.
+    [[nodiscard]] const ImportLosses &losses() const { return m_losses; }
+
     [[nodiscard]] const UsgsDemMosaic &mosaic() const { return m_mosaic; }
     void setMosaic(const UsgsDemMosaic &mosaic) { m_mosaic = mosaic; }
 
@@ -84,10 +88,10 @@ private:
                                           ElevationImage &image, Progress &progress);
     // The number of samples above 0.
     qint64 readProfile(UsgsDemReader &in, bool stored, ElevationImage &image);
-    double readSample(UsgsDemReader &in) const;
 
     double m_voidValue;
     UsgsDemQuestions &m_questions;
     UsgsDemMosaic m_mosaic;
+    ImportLosses m_losses;
     bool m_checking = true; // for suspicious elevations in the current file
 };

@@ -40,6 +40,7 @@ void ElevationToGrayDialog::accept()
         return showCouldNotOpen(lineEditFromFile->text());
     if (m_gray.found.hasCutOff() && userWantsNormalization() && !convert(true))
         return showCouldNotOpen(lineEditFromFile->text());
+    noteCut(qint64(m_gray.found.belowCount) + m_gray.found.aboveCount);
     ToolDialog::accept();
 }
 

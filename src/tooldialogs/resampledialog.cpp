@@ -132,8 +132,11 @@ Result<QImage> ResampleDialog::work(Progress &progress)
 {
     if (m_sourceWidth < 0 || m_sourceHeight < 0)
         return failed(couldNotLoadText(lineEditFromFile->text()));
-    return resampleFile(
-        lineEditFromFile->text(),
-        {.pixelX = spinBoxPixelX->value(), .pixelY = spinBoxPixelY->value()},
-        doubleSpinBoxZScale->value(), progress);
+    qint64 cut = 0;
+    Result<ElevationImage> image =
+        resampleFile(lineEditFromFile->text(),
+                     {.pixelX = spinBoxPixelX->value(), .pixelY = spinBoxPixelY->value()},
+                     doubleSpinBoxZScale->value(), progress, &cut);
+    noteCut(cut);
+    return image;
 }

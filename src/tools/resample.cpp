@@ -59,6 +59,11 @@ private:
 // ElevationImage::pixelOf gives for a z scale of 1.
 QRgb stepsToStore(double e) { return lowBitsOfTruncated<24>(halfAwayFromZero(e)); }
 
+bool isStored(double e)
+{
+    return e > ElevationImage::LowestStep - 0.5 && e < ElevationImage::HighestStep + 0.5;
+}
+
 void store(QRgb steps, uchar *pixel)
 {
     pixel[0] = static_cast<uchar>(steps >> 16);
@@ -93,7 +98,8 @@ QSize resampledSize(const QSize &source, const ResampleRequest &request)
 }
 
 Result<ElevationImage> resample(const ElevationImage &source,
-                                const ResampleOptions &options, Progress &progress)
+                                const ResampleOptions &options, Progress &progress,
+                                qint64 *cut)
 {
     const int width = options.size.width();
     const int height = options.size.height();
@@ -117,6 +123,7 @@ Result<ElevationImage> resample(const ElevationImage &source,
     for (int c = 0; c < width; ++c)
         columns.push_back(sampleAt(c * rx, source.width()));
 
+    qint64 beyond = 0;
     DecodedRows rows(pixels);
     for (int r = 0; r < height; ++r) {
         if (!progress.step(r, height))
@@ -139,9 +146,12 @@ Result<ElevationImage> resample(const ElevationImage &source,
                 e = bilinear(upper[i], upper[i + 1], lower[i], lower[i + 1], fx, fy) *
                     options.zScale;
             }
+            beyond += isStored(e) ? 0 : 1;
             store(stepsToStore(e), out);
             out += 3;
         }
     }
+    if (cut != nullptr)
+        *cut = beyond;
     return destination;
 }

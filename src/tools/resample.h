@@ -37,7 +37,7 @@ struct ResampleOptions {
 
 /// An RGB888 image with the elevations of `source`, stretched to another size. Reads
 /// are bilinear, so the last column and the bottom row of the source count as 0. Steps
-/// before each row.
+/// before each row. `cut` is told how many elevations were beyond what a pixel holds.
 [[nodiscard]] Result<ElevationImage> resample(const ElevationImage &source,
                                               const ResampleOptions &options,
-                                              Progress &progress);
+                                              Progress &progress, qint64 *cut = nullptr);

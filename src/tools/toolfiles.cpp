@@ -126,12 +126,13 @@ Result<QImage> rectifyFile(const QString &from, const RectifyCorners &corners,
 }
 
 Result<ElevationImage> resampleFile(const QString &from, const ResampleRequest &request,
-                                    double zScale, Progress &progress)
+                                    double zScale, Progress &progress, qint64 *cut)
 {
     const ElevationImage source(from);
     if (source.isNull())
         return failed(couldNotLoadText(from));
-    return resample(source, {resampledSize(source.size(), request), zScale}, progress);
+    return resample(source, {resampledSize(source.size(), request), zScale}, progress,
+                    cut);
 }
 
 Result<GrayPicture> elevationFileToGray(const QString &from, double zScale,

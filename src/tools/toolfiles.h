@@ -40,7 +40,8 @@
 rectifyFile(const QString &from, const RectifyCorners &corners, Progress &progress);
 [[nodiscard]] Result<ElevationImage> resampleFile(const QString &from,
                                                   const ResampleRequest &request,
-                                                  double zScale, Progress &progress);
+                                                  double zScale, Progress &progress,
+                                                  qint64 *cut = nullptr);
 
 [[nodiscard]] Result<GrayPicture> elevationFileToGray(const QString &from, double zScale,
                                                       Progress &progress);

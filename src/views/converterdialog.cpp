@@ -158,7 +158,32 @@ void ConverterDialog::noteOutput(const QImage &image)
 
 void ConverterDialog::noteFact(const QString &name, const QString &value)
 {
-    m_outcome.facts << OperationOutcome::Fact{name, value};
+    const auto before = std::find_if(
+        m_outcome.facts.begin(), m_outcome.facts.end(),
+        [&name](const OperationOutcome::Fact &fact) { return fact.name == name; });
+    if (before == m_outcome.facts.end())
+        m_outcome.facts << OperationOutcome::Fact{name, value};
+    else
+        before->value = value;
+}
+
+void ConverterDialog::noteVoids(qint64 voids)
+{
+    noteFact(tr("Voids"), QString::number(voids));
+}
+
+void ConverterDialog::noteCut(qint64 cut)
+{
+    const QString name = tr("Values cut");
+    if (cut > 0)
+        return noteFact(name, QString::number(cut));
+    m_outcome.facts.removeIf(
+        [&name](const OperationOutcome::Fact &fact) { return fact.name == name; });
+}
+
+void ConverterDialog::notePoints(qint64 used, qint64 read)
+{
+    noteFact(tr("Points used"), tr("%1 of %2").arg(used).arg(read));
 }
 
 // A box is complete when it is about to be shown for the first time.

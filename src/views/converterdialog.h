@@ -77,8 +77,14 @@ protected:
     /// Remembers for the report that the picture was written to the output file.
     /// saveOutput() does so.
     void noteOutput(const QImage &image);
-    /// Adds something that only the operation knows to the report on it.
+    /// Adds something that only the operation knows to the report on it, in place of what
+    /// an earlier try has noted under the name.
     void noteFact(const QString &name, const QString &value);
+    /// Samples without a height, and heights that no elevation file holds; of the latter
+    /// only where there are some.
+    void noteVoids(qint64 voids);
+    void noteCut(qint64 cut);
+    void notePoints(qint64 used, qint64 read);
     /// Boxes over the dialog go into the report.
     void childEvent(QChildEvent *event) override;
 

@@ -1,6 +1,7 @@
 #include "importdialogs/asciiirregulardialog.h"
 #include "importdialogs/asciiregulardialog.h"
 #include "raster/elevationimage.h"
+#include "support/factsof.h"
 #include "support/modalanswer.h"
 
 #include <QFile>
@@ -70,6 +71,7 @@ private slots:
     void init();
     void aRegularMeshBecomesAnElevationFile();
     void anIrregularMeshBecomesAnElevationFile();
+    void heightsThatHadToBeCutAreReported();
     void theScanOfASecondFileOnlyWidens();
     void linesToSkipCountWhenTheFileIsChosen();
     void typingIntoTheBoundariesHasNoEffect();
@@ -139,6 +141,7 @@ void TestAsciiDialogs::aRegularMeshBecomesAnElevationFile()
     QCOMPARE(image.size(), QSize(30, 20));
     QCOMPARE(image.elevation(0, 1), 256.0); // the z scale, once
     QCOMPARE(image.elevation(29, 19), 256.0 * 309);
+    QCOMPARE(factsOf(dialog.outcome()), QString("Points used 600 of 600"));
     QCOMPARE(m_answers->complaints(), QStringList());
 }
 
@@ -157,7 +160,24 @@ void TestAsciiDialogs::anIrregularMeshBecomesAnElevationFile()
     QCOMPARE(image.size(), QSize(60, 80));
     // u = 29 is x = 14.017 of the grid, row 40 from below is y = 9.5.
     QVERIFY(std::abs(image.elevation(29, 40) - 100 * (10 * 29 * 29 / 60.0 + 9.5)) < 40);
+    QCOMPARE(factsOf(dialog.outcome()), QString("Points used 600 of 600"));
     QCOMPARE(m_answers->complaints(), QStringList());
+}
+
+// The z scale of the form is 256. A file may have grown since it was scanned.
+void TestAsciiDialogs::heightsThatHadToBeCutAreReported()
+{
+    AsciiRegularDialog regular;
+    choose(regular, write("high.txt", "0 0 1\n1 0 40000\n0 1 -40000\n1 1 1e99\n"),
+           path("high.png"));
+    click(regular, "pushButtonOK");
+    QCOMPARE(factsOf(regular.outcome()), QString("Points used 4 of 4, Values cut 3"));
+    AsciiIrregularDialog irregular;
+    choose(irregular, write("out.txt", "0 0 1\n4 0 40000\n0 4 2\n4 4 3\n"),
+           path("low.png"));
+    write("out.txt", "0 0 1\n4 0 40000\n0 4 2\n4 4 3\n9 9 1\n");
+    click(irregular, "pushButtonOK");
+    QCOMPARE(factsOf(irregular.outcome()), QString("Points used 4 of 5, Values cut 1"));
 }
 
 void TestAsciiDialogs::theScanOfASecondFileOnlyWidens()

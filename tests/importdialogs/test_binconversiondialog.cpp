@@ -1,6 +1,7 @@
 #include "importdialogs/binconversiondialog.h"
 #include "raster/elevationimage.h"
 #include "raster/imagefile.h"
+#include "support/factsof.h"
 #include "support/modalanswer.h"
 
 #include <QCheckBox>
@@ -122,6 +123,22 @@ private slots:
         const QImage image = loadImageFile(path("out.png"));
         QCOMPARE(image.size(), QSize(2, 2));
         QCOMPARE(ElevationImage::stepsOf(image.pixel(1, 1)), 2 * 'e');
+    }
+
+    void voidsAndCutValuesAreReported()
+    {
+        ModalAnswers answers;
+        const QByteArray header = "nrows 2\nncols 2\nnbits 16\nbyteorder M\nulxmap 0\n"
+                                  "ulymap 1\nxdim 1\nydim 1\nnodata -9999\n";
+        // 1, -9999, 32767, -9999
+        chooseAll(answers, QByteArray("\0\1\xd8\xf1\x7f\xff\xd8\xf1", 8), header);
+        child<QDoubleSpinBox>("doubleSpinBoxExtentX")->setValue(2.0);
+        child<QDoubleSpinBox>("doubleSpinBoxExtentY")->setValue(2.0);
+        child<QDoubleSpinBox>("doubleSpinBoxZScale")->setValue(300.0);
+        expectRange(answers, "0", "8.38861e+06");
+        click("pushButtonOK");
+        QCOMPARE(answers.complaints(), QStringList());
+        QCOMPARE(factsOf(m_dialog->outcome()), QString("Voids 2, Values cut 1"));
     }
 
     void aLocaleWithACommaChangesNothing()

@@ -1,5 +1,6 @@
 #include "importdialogs/japanconversiondialog.h"
 #include "raster/imagefile.h"
+#include "support/factsof.h"
 #include "support/modalanswer.h"
 
 #include <QDir>
@@ -65,6 +66,7 @@ private slots:
         QCOMPARE(image.size(), QSize(2, 1));
         QCOMPARE(image.pixel(0, 0), QRgb(0xFFFFFFF4)); // -12
         QCOMPARE(image.pixel(1, 0), QRgb(0xFF000000));
+        QCOMPARE(factsOf(m_dialog->outcome()), QString("Voids 1"));
     }
 
     void theVoidValueCounts()

@@ -1,4 +1,5 @@
 #include "importdialogs/sdtsconversiondialog.h"
+#include "support/factsof.h"
 #include "support/modalanswer.h"
 #include "support/sdtstransfer.h"
 
@@ -25,6 +26,7 @@ private slots:
     void itStartsEmpty();
     void choosingACatalogFillsTheForm();
     void aTransferIsConverted();
+    void voidAndFillAreReported();
     void theSpinBoxesAreForShow();
     void metersBecomeFeet();
     void anUnknownUnitIsTakenForMillimeters();
@@ -141,6 +143,15 @@ void TestSdtsConversionDialog::aTransferIsConverted()
     QVERIFY(!m_dialog->isVisible());
     QCOMPARE(rowOfOutput(), QList<int>({100, 101, 102}));
     QCOMPARE(ElevationImage(path("out.png")).height(), 2);
+}
+
+void TestSdtsConversionDialog::voidAndFillAreReported()
+{
+    write("TR01DDOM.DDF", sdts::domain({{"101", "VOID"}, {"202", "FILL"}}));
+    chooseFiles();
+    click("pushButtonOK");
+    QCOMPARE(rowOfOutput(), QList<int>({100, 0, 102}));
+    QCOMPARE(factsOf(m_dialog->outcome()), QString("Voids 2"));
 }
 
 void TestSdtsConversionDialog::theSpinBoxesAreForShow()

@@ -2,6 +2,7 @@
 #include "importdialogs/usgsdemconversiondialog.h"
 #include "importers/usgsdemfile.h"
 #include "raster/imagefile.h"
+#include "support/factsof.h"
 #include "support/modalanswer.h"
 
 #include <QDir>
@@ -116,6 +117,20 @@ private slots:
         const QImage image = loadImageFile(path("out.png"));
         QCOMPARE(image.size(), QSize(4, 2));
         QCOMPARE(image.pixel(1, 0), QRgb(0xFF000004));
+        QCOMPARE(factsOf(m_dialog->outcome()), QString("Voids 0"));
+    }
+
+    void voidsAreReported()
+    {
+        writeTiles();
+        m_dialog->findChild<QSpinBox *>("spinBoxVoidValue")->setValue(4);
+        ModalAnswers answers;
+        chooseTiles(answers, "out.png");
+        expectHeader(answers);
+        expectHeader(answers);
+        click("pushButtonOK");
+        QCOMPARE(answers.complaints(), QStringList());
+        QCOMPARE(factsOf(m_dialog->outcome()), QString("Voids 2")); // one in each file
     }
 
     void cancelOfAHeaderSavesNothing()

@@ -1,3 +1,4 @@
+#include "support/factsof.h"
 #include "tooldialogs/changeblue0pixelsdialog.h"
 #include "tooldialogs/elevationtocolordialog.h"
 #include "tooldialogs/elevationtograydialog.h"
@@ -101,6 +102,7 @@ void TestConversionDialogs::graysBeyondRangeAreNormalizedOnDemand()
     VERIFY_ANSWERS();
     QVERIFY(!dialog.isVisible());
     const QImage out(output);
+    QCOMPARE(factsOf(dialog.outcome()), QString(normalize ? "" : "Values cut 1"));
     QCOMPARE(out.pixel(0, 0), gray(0));
     QCOMPARE(out.pixel(1, 0), gray(middle));
     QCOMPARE(out.pixel(2, 0), gray(255));

@@ -1,6 +1,7 @@
 #include "tooldialogs/resampledialog.h"
 
 #include "base/notices.h"
+#include "support/factsof.h"
 #include "tooldialogs/dialogtest.h"
 
 #include <QDoubleSpinBox>
@@ -22,6 +23,7 @@ private slots:
     void anotherInputStartsAfresh();
     void aFileThatIsNoImageIsNotTaken();
     void theOutputHasTheSizeAsked();
+    void elevationsBeyondWhatAPixelHoldsAreReported();
     void aSizeOfZeroIsRefused();
     void aSizeBeyondTheBudgetIsRefused();
     void anInputThatVanishedIsTold();
@@ -175,6 +177,19 @@ void TestResampleDialog::theOutputHasTheSizeAsked()
     const QImage out(path("out.png"));
     QCOMPARE(out.size(), QSize(4, 12));
     QCOMPARE(out.pixel(1, 5), QRgb(0xFF000000));
+}
+
+void TestResampleDialog::elevationsBeyondWhatAPixelHoldsAreReported()
+{
+    QImage steep(4, 3, QImage::Format_RGB32);
+    steep.fill(QColor(0x40, 0, 0)); // 4194304
+    chooseInput(*m_dialog, file("steep.png", steep));
+    chooseOutput(*m_dialog, path("out.png"));
+    find<QDoubleSpinBox>(*m_dialog, "doubleSpinBoxZScale")->setValue(3.0);
+    click(*m_dialog, "pushButtonOK");
+    VERIFY_ANSWERS();
+    // The last column and the bottom row count as 0.
+    QCOMPARE(factsOf(m_dialog->outcome()), QString("Values cut 6"));
 }
 
 void TestResampleDialog::aSizeOfZeroIsRefused()
