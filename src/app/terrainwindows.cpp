@@ -217,11 +217,29 @@ void TerrainWindows::openTrack(const QString &file)
     // The scenery may be closed while the window is open.
     connect(dialog, &PathFromTrackDialog::pathFound, child,
             [this, child](const SceneryDocument &flown, const QStringList &told) {
-                child->delegate().takePath(flown);
-                tell(told.join(QStringLiteral("; ")));
+                takePath(*child, flown, told);
             });
     connect(child, &QObject::destroyed, dialog, &QWidget::close);
     dialog->show();
+}
+
+void TerrainWindows::takePath(SceneryMdiChild &child, const SceneryDocument &flown,
+                              const QStringList &told)
+{
+    const bool asks = child.delegate().pathEditorHoldsChanges();
+    const QPointer<SceneryMdiChild> still = &child; // while the box is open
+    if (asks &&
+        QMessageBox::question(m_window, tr("Path From Track"),
+                              tr("The open path editor of \"%1\" holds changes.\nReplace "
+                                 "them by the path of the track?")
+                                  .arg(child.userFriendlyCurrentFile()),
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) != QMessageBox::Yes)
+        return tell(tr("The path of the track was not taken."));
+    if (!still)
+        return;
+    child.delegate().takePath(flown);
+    tell(told.join(QStringLiteral("; ")));
 }
 
 void TerrainWindows::savePathAs()

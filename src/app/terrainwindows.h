@@ -10,6 +10,7 @@ class MainWindow;
 class OpenTerrainDialog;
 class QAction;
 class SceneryMdiChild;
+struct SceneryDocument;
 struct TerrainReport;
 
 /// The windows around terrain: makes them, gives them what the main window knows, and
@@ -42,6 +43,8 @@ private:
     [[nodiscard]] SceneryMdiChild *scenery() const;
     [[nodiscard]] TerrainJobs &jobs();
     [[nodiscard]] QString elevationOfActive() const;
+    void takePath(SceneryMdiChild &child, const SceneryDocument &flown,
+                  const QStringList &told);
     void writePath(const QString &file);
     void tell(const QString &text);
     void report(const TerrainReport &report, const QString &title, const QString &file);

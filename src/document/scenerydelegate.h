@@ -68,7 +68,10 @@ public:
     [[nodiscard]] const SceneryDocument &document() const { return scenery; }
     /// The document with what the form shows.
     [[nodiscard]] SceneryDocument shown();
-    /// Gives the document the path of another one, and makes it fly on it.
+    /// Whether the path in the open editors is another one than the document's.
+    [[nodiscard]] bool pathEditorHoldsChanges() const;
+    /// Gives the document the path of another one, and makes it fly on it. Open editors
+    /// go on with it.
     void takePath(const SceneryDocument &flown);
     [[nodiscard]] const SceneryExtras &extras() const { return scenery.extras; }
     /// Changes extras as a user does: the document counts as modified where they differ.
@@ -137,6 +140,7 @@ private:
     /// Gives the fields of the form their ranges and decimals.
     void limitFields();
     void reposition(bool lastFrame);
+    void showPathInEditor();
     bool run(ImageMdiChild *target, bool preview);
     /// The folder of the scenery file; empty while there is none.
     [[nodiscard]] QString folder() const;

@@ -7,6 +7,8 @@
 
 #include <QLineEdit>
 
+#include <algorithm>
+
 void SceneryDelegate::setFlightPath()
 {
     viewToData();
@@ -46,10 +48,38 @@ SceneryDocument SceneryDelegate::shown()
     return scenery;
 }
 
+bool SceneryDelegate::pathEditorHoldsChanges() const
+{
+    if (!setFlightPathDialog || !setFlightPathDialog->isVisible())
+        return false;
+    // What lies on the curve follows it with each repaint and is no work of the user.
+    const auto isSamePoint = [](const ControlPoint &a, const ControlPoint &b) {
+        return a.x == b.x && a.y == b.y && a.z == b.z;
+    };
+    const auto isSameView = [](const Waypoint &a, const Waypoint &b) {
+        return a.a == b.a && a.p == b.p;
+    };
+    return dialogWaypointLevel != scenery.waypointLevel ||
+           !std::equal(dialogControlPoints.begin(), dialogControlPoints.end(),
+                       scenery.controlPoints.begin(), scenery.controlPoints.end(),
+                       isSamePoint) ||
+           !std::equal(dialogWaypoints.begin(), dialogWaypoints.end(),
+                       scenery.waypoints.begin(), scenery.waypoints.end(), isSameView);
+}
+
+void SceneryDelegate::showPathInEditor()
+{
+    if (!setFlightPathDialog || !setFlightPathDialog->isVisible())
+        return;
+    dialogControlPoints = scenery.controlPoints;
+    dialogWaypoints = scenery.waypoints;
+    dialogWaypointLevel = scenery.waypointLevel;
+    setFlightPathDialog->showLists();
+}
+
 void SceneryDelegate::takePath(const SceneryDocument &flown)
 {
     viewToData();
-    // An open editor works on copies of the lists before, which stay as they are.
     scenery.controlPoints = flown.controlPoints;
     scenery.waypoints = flown.waypoints;
     scenery.waypointLevel = flown.waypointLevel;
@@ -59,6 +89,8 @@ void SceneryDelegate::takePath(const SceneryDocument &flown)
     data.StartbildNr = flown.parameters.StartbildNr;
     data.EndbildNr = flown.parameters.EndbildNr;
     scenery.extras.FollowGround = flown.extras.FollowGround;
+    // Its OK would bring back the path before.
+    showPathInEditor();
     dataToView();
     setModified();
 }

@@ -206,6 +206,15 @@ void SetFlightPathDialog::followCurve()
     updatePlan(*controlPoints, *waypoints, *waypointLevel);
 }
 
+void SetFlightPathDialog::showLists()
+{
+    updateActionsAndWaypoints();
+    ui->actionRemoveWaypoints->setEnabled(*waypointLevel >= 1);
+    imageWidget->update();
+    if (profileDialog)
+        profileDialog->updateWaypointList();
+}
+
 void SetFlightPathDialog::addWaypoints()
 {
     ui->actionRemoveWaypoints->setEnabled(true);

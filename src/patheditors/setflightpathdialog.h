@@ -39,6 +39,9 @@ public:
         return profileDialog.get();
     }
 
+    /// Shows the lists after their owner has changed them, in both editors.
+    void showLists();
+
 signals:
     /// The user pressed OK: the lists are what he wants.
     void pathAccepted();

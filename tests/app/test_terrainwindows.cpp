@@ -5,9 +5,12 @@
 #include "base/appsettings.h"
 #include "document/scenerydelegate.h"
 #include "document/scenerymdichild.h"
+#include "patheditors/setflightpathdialog.h"
+#include "support/modalanswer.h"
 #include "views/imagemdichild.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QDoubleSpinBox>
@@ -16,6 +19,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -24,10 +28,13 @@
 #include <cmath>
 #include <memory>
 
+int qInitResources_Zephrant();
+
 class TestTerrainWindows : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() { qInitResources_Zephrant(); }
     void init()
     {
         AppSettings().clear();
@@ -101,23 +108,72 @@ private slots:
     {
         SceneryMdiChild *const scenery = openHills();
         QVERIFY(scenery);
-        QFile track(m_dir->filePath("track.csv"));
-        QVERIFY(track.open(QIODevice::WriteOnly));
-        track.write("x,y,z\n");
-        for (int i = 0; i < 40; ++i)
-            track.write(QByteArray::number(600200 + i * 20) + ',' +
-                        QByteArray::number(5300300 + 200 * std::sin(i / 6.0)) + ",900\n");
-        track.close();
-        action("action_PathFromTrack")->trigger();
-        auto *const dialog = m_window->findChild<QDialog *>("pathFromTrackDialog");
-        QVERIFY(dialog);
-        dialog->findChild<QLineEdit *>("lineEditTrack")->setText(track.fileName());
-        dialog->findChild<QPushButton *>("pushButtonOK")->click();
+        followTrack(200);
         QTRY_VERIFY(!scenery->delegate().document().controlPoints.isEmpty());
         QVERIFY(!scenery->delegate().sceneryData().isStraight);
         QCOMPARE(scenery->delegate().sceneryData().Bildanzahl, 300);
         QVERIFY(scenery->isModified());
         QVERIFY2(hint().contains("off the track"), qPrintable(hint()));
+    }
+
+    // Its OK would bring back the path before.
+    void anOpenPathEditorGoesOnWithThePathOfATrack()
+    {
+        SceneryMdiChild *const scenery = openHills();
+        QVERIFY(scenery);
+        SceneryDelegate &delegate = scenery->delegate();
+        delegate.setFlightPath();
+        followTrack(200);
+        QTRY_VERIFY(!delegate.document().controlPoints.isEmpty());
+        const QList<ControlPoint> flown = delegate.document().controlPoints;
+        QVERIFY(editor());
+        QTRY_VERIFY(!delegate.pathEditorHoldsChanges());
+        editor()->findChild<QPushButton *>("pushButtonOK")->click();
+        QCOMPARE(delegate.document().controlPoints.size(), flown.size());
+        QCOMPARE(delegate.document().controlPoints.constLast().x, flown.constLast().x);
+    }
+
+    void changesInAnOpenPathEditorAreAskedFor()
+    {
+        SceneryMdiChild *const scenery = openHills();
+        QVERIFY(scenery);
+        SceneryDelegate &delegate = scenery->delegate();
+        followTrack(200);
+        QTRY_VERIFY(!delegate.document().controlPoints.isEmpty());
+        const QList<ControlPoint> first = delegate.document().controlPoints;
+        delegate.setFlightPath();
+        QVERIFY(editor() && !delegate.pathEditorHoldsChanges());
+        editor()->findChild<QAction *>("actionEyesFront")->trigger();
+        editor()->findChild<QAction *>("actionAddWaypoints")->trigger();
+        QVERIFY(delegate.pathEditorHoldsChanges());
+        ModalAnswers answers;
+        const QString asked =
+            QString("The open path editor of \"%1\" holds changes.\nReplace them by the "
+                    "path of the track?")
+                .arg(scenery->userFriendlyCurrentFile());
+        answers.pressButton("Path From Track", asked, QMessageBox::No);
+        followTrack(100);
+        QTRY_COMPARE(hint(), QString("The path of the track was not taken."));
+        QVERIFY(delegate.document().controlPoints == first);
+        QVERIFY(delegate.pathEditorHoldsChanges());
+        answers.pressButton("Path From Track", asked, QMessageBox::Yes);
+        followTrack(100);
+        QTRY_VERIFY(!(delegate.document().controlPoints == first));
+        QVERIFY(!delegate.pathEditorHoldsChanges());
+        const int level = delegate.document().waypointLevel;
+        editor()->findChild<QPushButton *>("pushButtonOK")->click();
+        QCOMPARE(delegate.document().waypointLevel, level);
+        QCOMPARE(answers.complaints(), QStringList());
+    }
+
+    void aTableOfPlainCoordinatesFitsAGridOfThem()
+    {
+        SceneryMdiChild *const scenery = openHills({});
+        QVERIFY(scenery);
+        followTrack(200);
+        QTRY_VERIFY2(!scenery->delegate().document().controlPoints.isEmpty(),
+                     qPrintable(hint()));
+        QTRY_VERIFY2(hint().contains("off the track"), qPrintable(hint()));
     }
 
     void aTextureIsMadeOfAnElevationFile()
@@ -143,6 +199,36 @@ private:
     [[nodiscard]] QString hint() const
     {
         return m_window->findChild<QLabel *>("labelNotice")->toolTip();
+    }
+    /// Makes a track with bends of so many metres the path of the active scenery.
+    void followTrack(double bend)
+    {
+        QFile track(m_dir->filePath("track.csv"));
+        QVERIFY(track.open(QIODevice::WriteOnly));
+        track.write("x,y,z\n");
+        for (int i = 0; i < 40; ++i)
+            track.write(QByteArray::number(600200 + i * 20) + ',' +
+                        QByteArray::number(5300300 + bend * std::sin(i / 6.0)) +
+                        ",900\n");
+        track.close();
+        action("action_PathFromTrack")->trigger();
+        // Those that have closed are gone some time after.
+        QPointer<QDialog> dialog;
+        for (auto *const each : m_window->findChildren<QDialog *>("pathFromTrackDialog"))
+            if (each->isVisible())
+                dialog = each;
+        QVERIFY(dialog);
+        dialog->findChild<QLineEdit *>("lineEditTrack")->setText(track.fileName());
+        dialog->findChild<QPushButton *>("pushButtonOK")->click();
+        QTRY_VERIFY(!dialog || !dialog->isVisible());
+    }
+    [[nodiscard]] static SetFlightPathDialog *editor()
+    {
+        for (QWidget *const window : QApplication::topLevelWidgets())
+            if (auto *const found = qobject_cast<SetFlightPathDialog *>(window);
+                found && found->isVisible())
+                return found;
+        return nullptr;
     }
     /// An ASCII grid of 60 by 40 cells of 25 m.
     QString hills() const
@@ -177,13 +263,14 @@ private:
         return ready ? dialog : nullptr;
     }
     /// Drops the file on the program, presses OK.
-    SceneryMdiChild *openHills()
+    SceneryMdiChild *openHills(const QString &system = "EPSG:32632")
     {
         QDialog *const dialog = openedFrom(hills());
         if (!dialog)
             return nullptr;
         // The grid tells no system; tracks need one.
-        dialog->findChild<QComboBox *>("comboBoxCrs")->setCurrentText("EPSG:32632");
+        if (!system.isEmpty())
+            dialog->findChild<QComboBox *>("comboBoxCrs")->setCurrentText(system);
         if (!QTest::qWaitFor([&] {
                 return dialog->findChild<QDoubleSpinBox *>("doubleSpinBoxRectW")
                            ->value() == 600000.0;
