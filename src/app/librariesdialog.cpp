@@ -26,9 +26,9 @@ QList<LibraryNote> allLibraries()
     return libraries + pictureLibraries();
 }
 
-QTableWidget *makeTable(const QList<LibraryNote> &libraries, QWidget *parent)
+QTableWidget *makeTable(QWidget *parent)
 {
-    auto *const table = new QTableWidget(static_cast<int>(libraries.size()), 4, parent);
+    auto *const table = new QTableWidget(0, 4, parent);
     table->setObjectName(QStringLiteral("tableWidgetLibraries"));
     table->setAccessibleName(LibrariesDialog::tr("Libraries"));
     table->setToolTip(LibrariesDialog::tr("The libraries that the program uses."));
@@ -40,42 +40,46 @@ QTableWidget *makeTable(const QList<LibraryNote> &libraries, QWidget *parent)
     table->setHorizontalHeaderLabels(
         {LibrariesDialog::tr("Library"), LibrariesDialog::tr("Version"),
          LibrariesDialog::tr("Licence"), LibrariesDialog::tr("Used for")});
-    int row = 0;
-    for (const LibraryNote &library : libraries) {
-        int column = 0;
-        for (const QString &text :
-             {library.name, library.version, library.licence, library.use})
-            table->setItem(row, column++, new QTableWidgetItem(text));
-        ++row;
-    }
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false); // Tab leads on to the button
     table->verticalHeader()->hide();
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setStretchLastSection(true);
-    table->resizeColumnsToContents();
     return table;
 }
 
 } // namespace
 
-LibrariesDialog::LibrariesDialog(QWidget *parent) : LibrariesDialog({}, parent) {}
-
-LibrariesDialog::LibrariesDialog(const QList<LibraryNote> &more, QWidget *parent)
-    : QDialog(parent)
+LibrariesDialog::LibrariesDialog(QWidget *parent)
+    : QDialog(parent), m_table(makeTable(this))
 {
     setObjectName(QStringLiteral("librariesDialog"));
     setWindowTitle(tr("Libraries"));
-    QTableWidget *const table = makeTable(allLibraries() + more, this);
+    for (const LibraryNote &library : allLibraries())
+        add(library);
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton *const close = buttons->button(QDialogButtonBox::Close);
     close->setObjectName(QStringLiteral("pushButtonClose"));
     close->setWhatsThis(tr("Closes the dialog."));
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *const layout = new QVBoxLayout(this);
-    layout->addWidget(table);
+    layout->addWidget(m_table);
     layout->addWidget(buttons);
     completeHelp(this);
     resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 16);
+}
+
+void LibrariesDialog::add(const LibraryNote &library)
+{
+    const int row = m_table->rowCount();
+    m_table->insertRow(row);
+    int column = 0;
+    for (const QString &text :
+         {library.name, library.version, library.licence, library.use}) {
+        auto *const cell = new QTableWidgetItem(text);
+        cell->setToolTip(text); // a sentence on what is missing may be wide
+        m_table->setItem(row, column++, cell);
+    }
+    m_table->resizeColumnsToContents();
 }

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QPointer>
 
 namespace {
 
@@ -78,9 +79,18 @@ void MainWindow::aboutZephrantDialog() { runDialog(makeDialog<AboutZephrantDialo
 
 void MainWindow::librariesDialog()
 {
-    QList<LibraryNote> more;
-    if (terrain && !terrain->libraryVersion().isEmpty())
-        more << LibraryNote{QStringLiteral("GDAL"), terrain->libraryVersion(),
-                            QStringLiteral("MIT"), tr("Reads terrain for Open Terrain.")};
-    LibrariesDialog(more, this).exec();
+    LibrariesDialog dialog(this);
+    // It is loaded for this, beside the window: what is in use is what it says itself.
+    if (terrain)
+        terrain->askLibrary([shown =
+                                 QPointer(&dialog)](const Result<QStringList> &about) {
+            if (!shown)
+                return;
+            shown->add(about ? LibraryNote{about->value(0), about->value(1),
+                                           about->value(2),
+                                           tr("Reads terrain for Open Terrain.")}
+                             : LibraryNote{QStringLiteral("GDAL"), tr("missing"),
+                                           QStringLiteral("MIT"), about.error().text});
+        });
+    dialog.exec();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/result.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -19,6 +21,7 @@ public:
     /// not wait: the answer comes on the thread of the window, perhaps before the return.
     virtual void askWhetherRead(const QString &file,
                                 std::function<void(bool reads)> answer) = 0;
-    /// The version of the library; empty as long as it is not loaded.
-    [[nodiscard]] virtual QString libraryVersion() const = 0;
+    /// Asks for the library's name, version and licence, or the sentence that tells what
+    /// is missing; the answer comes in the same way.
+    virtual void askLibrary(std::function<void(const Result<QStringList> &)> answer) = 0;
 };

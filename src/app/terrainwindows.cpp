@@ -158,23 +158,27 @@ void TerrainWindows::openTerrain(const QStringList &files)
 void TerrainWindows::askWhetherRead(const QString &file,
                                     std::function<void(bool reads)> answer)
 {
-    const auto tell = [this, answer = std::move(answer)](bool reads,
-                                                         const QString &version) {
-        QMetaObject::invokeMethod(this, [this, answer, reads, version] {
-            m_version = version;
-            answer(reads);
-        });
+    const auto tell = [this, answer = std::move(answer)](bool reads) {
+        QMetaObject::invokeMethod(this, [answer, reads] { answer(reads); });
     };
     jobs().run(
         [file, tell](TerrainSource &source, Progress &progress) {
             const bool reads = source.canOpen(file) ||
                                source.track(file, QString(), progress).has_value();
-            tell(reads, source.about().value(0));
+            tell(reads);
         },
-        [tell](const Failure &) { tell(false, QString()); });
+        [tell](const Failure &) { tell(false); });
 }
 
-QString TerrainWindows::libraryVersion() const { return m_version; }
+void TerrainWindows::askLibrary(std::function<void(const Result<QStringList> &)> answer)
+{
+    const auto tell = [this,
+                       answer = std::move(answer)](const Result<QStringList> &about) {
+        QMetaObject::invokeMethod(this, [answer, about] { answer(about); });
+    };
+    jobs().run([tell](TerrainSource &source, Progress &) { tell(source.about()); },
+               [tell](const Failure &why) { tell(tl::unexpected(why)); });
+}
 
 QString TerrainWindows::elevationOfActive() const
 {

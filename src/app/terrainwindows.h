@@ -29,7 +29,7 @@ public:
     void openTrack(const QString &file) override;
     void askWhetherRead(const QString &file,
                         std::function<void(bool reads)> answer) override;
-    [[nodiscard]] QString libraryVersion() const override;
+    void askLibrary(std::function<void(const Result<QStringList> &)> answer) override;
 
 public slots:
     void openTerrainWindow();
@@ -52,7 +52,6 @@ private:
     MainWindow *m_window;
     QPointer<OpenTerrainDialog> m_open;
     std::unique_ptr<TerrainJobs> m_jobs; // for work without a window
-    QString m_version;
     QAction *m_pathFromTrack = nullptr;
     QAction *m_savePathAs = nullptr;
 };

@@ -39,7 +39,10 @@ public:
     {
         QTimer::singleShot(5, [file, answer] { answer(file.endsWith(".hgt")); });
     }
-    [[nodiscard]] QString libraryVersion() const override { return "3.6.2"; }
+    void askLibrary(std::function<void(const Result<QStringList> &)> answer) override
+    {
+        QTimer::singleShot(5, [answer] { answer(QStringList{"GDAL", "3.6.2", "MIT"}); });
+    }
 
 private:
     QStringList &m_heard;
@@ -219,6 +222,9 @@ private slots:
         QString all;
         answers.withDialog([&all](QDialog *dialog) {
             const auto *table = dialog->findChild<QTableWidget *>("tableWidgetLibraries");
+            // The last one answers for itself, some time after.
+            QVERIFY(QTest::qWaitFor(
+                [&] { return table->item(table->rowCount() - 1, 0)->text() == "GDAL"; }));
             for (int row = 0; row < table->rowCount(); ++row)
                 for (int column = 0; column < 3; ++column)
                     all += table->item(row, column)->text() + '|';

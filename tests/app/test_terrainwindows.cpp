@@ -93,6 +93,25 @@ private slots:
         QTRY_VERIFY2(hint().contains("rows 20, columns 30"), qPrintable(hint()));
     }
 
+    // Also where no window has needed it yet.
+    void theLibraryTellsItsVersion()
+    {
+        ModalAnswers answers;
+        QString version;
+        answers.withDialog([&version](QDialog *dialog) {
+            const auto *table = dialog->findChild<QTableWidget *>("tableWidgetLibraries");
+            const auto last = [table](int column) {
+                return table->item(table->rowCount() - 1, column)->text();
+            };
+            QVERIFY(QTest::qWaitFor([&] { return last(0) == "GDAL"; }, 20000));
+            version = last(1);
+            dialog->reject();
+        });
+        action("action_Libraries")->trigger();
+        QCOMPARE(answers.complaints(), QStringList());
+        QVERIFY2(version.count('.') >= 2 && version.at(0).isDigit(), qPrintable(version));
+    }
+
     void commandsOfPathsNeedAScenery()
     {
         QVERIFY(!action("action_PathFromTrack")->isEnabled());
