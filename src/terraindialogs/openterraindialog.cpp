@@ -23,6 +23,7 @@ OpenTerrainDialog::OpenTerrainDialog(TerrainSourceMaker make, QWidget *parent)
             &OpenTerrainDialog::browseOut);
     connect(lineEditOut, &QLineEdit::textChanged, this, &OpenTerrainDialog::enableFields);
     setUpForm();
+    alignLabels(tabTexture);
     terrainMapView->setMessage(emptyText());
     enableFields();
 }

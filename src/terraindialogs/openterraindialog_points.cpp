@@ -107,11 +107,13 @@ void OpenTerrainDialog::showPoints(const PointFileHead &head)
     const PointPreview &preview = head.preview;
     const PointFormat &format = preview.format;
     tableWidgetPoints->setPreview(preview);
-    labelPointHead->setText(preview.fault.isEmpty()
-                                ? tr("First &lines of \"%1\":")
-                                      .arg(QFileInfo(head.file).fileName().replace(
-                                          QLatin1Char('&'), QStringLiteral("&&")))
-                                : preview.fault);
+    const auto plain = [](QString text) {
+        return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    };
+    labelPointHead->setText(
+        preview.fault.isEmpty()
+            ? tr("Fir&st lines of \"%1\":").arg(plain(QFileInfo(head.file).fileName()))
+            : plain(preview.fault));
     // What has been chosen is no find.
     if (comboBoxSeparator->currentIndex() == 0)
         setFound(comboBoxSeparator, Separators, format.separator);

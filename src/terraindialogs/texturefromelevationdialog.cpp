@@ -29,6 +29,7 @@ TextureFromElevationDialog::TextureFromElevationDialog(QWidget *parent)
     connect(pushButtonBrowseOut, &QPushButton::clicked, this,
             &TextureFromElevationDialog::browseOut);
     setUpForm();
+    alignLabels(this);
     enableFields();
 }
 

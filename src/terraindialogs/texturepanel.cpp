@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileDialog>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -12,6 +13,17 @@ constexpr std::array Palettes = {"alpine", "temperate", "desert", "arctic",
                                  "autumn", "volcanic",  "atlas",  "grey"};
 
 } // namespace
+
+void alignLabels(const QWidget *window)
+{
+    const auto labels = window->findChildren<QLabel *>();
+    int widest = 0;
+    for (const QLabel *const label : labels)
+        widest = label->buddy() ? std::max(widest, label->sizeHint().width()) : widest;
+    for (QLabel *const label : labels)
+        if (label->buddy())
+            label->setMinimumWidth(widest);
+}
 
 TexturePanel::TexturePanel(QWidget *parent) : QWidget(parent)
 {

@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+/// Makes the labels of a window's fields equally wide, across its forms.
+void alignLabels(const QWidget *window);
+
 /// How a texture is made from heights: colours and light.
 class TexturePanel : public QWidget, private Ui::TexturePanel {
     Q_OBJECT

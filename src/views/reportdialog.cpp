@@ -70,7 +70,7 @@ QWidget *ReportDialog::makeFacts(const OperationOutcome &outcome)
 
 QWidget *ReportDialog::makeMessages(const OperationOutcome &outcome)
 {
-    auto *const group = new QGroupBox(tr("Messages"), this);
+    auto *const group = new QGroupBox(tr("&Messages"), this);
     auto *const list = new QListWidget(group);
     list->setObjectName(QStringLiteral("listWidgetMessages"));
     list->setAccessibleName(tr("Messages of the operation"));
