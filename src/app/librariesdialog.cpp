@@ -44,6 +44,7 @@ QTableWidget *makeTable(QWidget *parent)
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false); // Tab leads on to the button
     table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setStretchLastSection(true);
     return table;
@@ -81,5 +82,6 @@ void LibrariesDialog::add(const LibraryNote &library)
         cell->setToolTip(text); // a sentence on what is missing may be wide
         m_table->setItem(row, column++, cell);
     }
-    m_table->resizeColumnsToContents();
+    for (int i = 0; i + 1 < m_table->columnCount(); ++i) // the last has what is left
+        m_table->resizeColumnToContents(i);
 }
