@@ -121,11 +121,12 @@ void OpenTerrainDialog::showPoints(const PointFileHead &head)
         setFound(comboBoxDecimal, DecimalPoints, format.decimalPoint);
     if (spinBoxSkip->value() < 0)
         spinBoxSkip->setSpecialValueText(tr("Automatic: %1").arg(format.skippedLines));
-    if (preview.fault.isEmpty() && lineEditColumns->text().isEmpty())
-        lineEditColumns->setPlaceholderText(tr("%1,%2,%3, found in the file")
-                                                .arg(format.columns[0] + 1)
-                                                .arg(format.columns[1] + 1)
-                                                .arg(format.columns[2] + 1));
+    lineEditColumns->setPlaceholderText(preview.fault.isEmpty()
+                                            ? tr("%1,%2,%3, found in the file")
+                                                  .arg(format.columns[0] + 1)
+                                                  .arg(format.columns[1] + 1)
+                                                  .arg(format.columns[2] + 1)
+                                            : tr("found in the file"));
     enableFields();
 }
 

@@ -211,6 +211,8 @@ private slots:
         QCOMPARE(table->item(1, 0)->text(), QString("1;2;3"));
         QTRY_VERIFY(dialog.failure().contains("no lines with three numbers"));
         QCOMPARE(find<QLabel>(dialog, "labelPointHead")->text(), dialog.failure());
+        QCOMPARE(find<QLineEdit>(dialog, "lineEditColumns")->placeholderText(),
+                 QString("found in the file"));
         QVERIFY(!find<QPushButton>(dialog, "pushButtonOK")->isEnabled());
         QCOMPARE(tabs->currentWidget()->objectName(), QString("tabPoints"));
         separator->setCurrentIndex(0);
