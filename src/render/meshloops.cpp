@@ -1,17 +1,9 @@
 #include "render/meshloops.h"
 
+#include "base/alsowide.h"
 #include "render/transformation.h"
 
 #include <cmath>
-
-// A second version of each loop for processors with wider vectors. Operations and their
-// order are the same, so the values are.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) &&                   \
-    !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-#define ALSO_WIDE __attribute__((target_clones("avx2", "default")))
-#else
-#define ALSO_WIDE
-#endif
 
 ALSO_WIDE
 void rowNormals(const RowArms &arms, int count, double *__restrict normalX,

@@ -7,125 +7,153 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <tuple>
 
 namespace {
 
-constexpr float NoGround = -1e30f; // tangent of a horizon of nothing
-constexpr float OffGrid = std::numeric_limits<float>::quiet_NaN();
-constexpr double One = 4294967296.0; // row 1, see rowOf()
+// A point before the first one of a line: what stands before it is no ground, and no
+// other point is ever hidden by it.
+constexpr float DepthOfNothing = -1e30f;
+constexpr float NoGround = -1e20f; // tangent that only such a point has
+constexpr float NeverHidden = std::numeric_limits<float>::quiet_NaN();
+constexpr double One = 4294967296.0; // column 1, see columnOf()
 
-int wholeRow(qint64 row) { return static_cast<int>(row >> 32); }
+int wholeColumn(qint64 column) { return static_cast<int>(column >> 32); }
 
-// How far it lies below its whole row, 0 to 1.
-float shareOf(qint64 row)
+// How far it lies beyond its whole column, 0 to 1.
+float shareOf(qint64 column)
 {
-    return static_cast<float>(static_cast<quint32>(row)) * static_cast<float>(1.0 / One);
+    return static_cast<float>(static_cast<quint32>(column)) *
+           static_cast<float>(1.0 / One);
 }
 
-float orOther(float horizon, float other)
-{
-    return horizon == NoGround ? other : horizon;
-}
+float orOther(float horizon, float other) { return horizon < NoGround ? other : horizon; }
 
 } // namespace
 
-HorizonLines::Work::Work(const Heights &heights)
-    : height(std::size_t(heights.size.width())), line(height.size()), next(height.size()),
-      horizon(height.size()), row(height.size()), hullHeight(height.size()),
-      hullColumn(height.size())
-{
-}
-
-HorizonLines::HorizonLines(const Heights &heights, double slant, double step,
+HorizonLines::HorizonLines(const CellStrips &heights, double slant, double step,
                            bool towardHigher)
     : m_heights(heights), m_slant(std::llround(slant * One)),
-      m_perStep(static_cast<float>(1.0 / step)), m_towardHigher(towardHigher)
+      m_towardHigher(towardHigher), m_perSteps(std::size_t(heights.size().height()) + 1)
 {
-    const qint64 shift = -m_slant * (heights.size.width() - 1);
-    m_first = wholeRow(std::min<qint64>(0, shift));
-    const qint64 last = rowOf(heights.size.height() - 1, 0) + std::max<qint64>(0, shift);
-    m_count = wholeRow(last) - m_first + 1;
+    const qint64 shift = -m_slant * (heights.size().height() - 1);
+    m_first = wholeColumn(std::min<qint64>(0, shift));
+    const qint64 last =
+        columnOf(heights.size().width() - 1, 0) + std::max<qint64>(0, shift);
+    m_count = wholeColumn(last) - m_first + 1;
+    for (std::size_t i = 1; i < m_perSteps.size(); ++i)
+        m_perSteps[i] = static_cast<float>(1.0 / (step * double(i)));
 }
 
-// Columns in which a line lies in the grid or less than a row beside it, and perhaps one
-// more at either end.
-std::pair<int, int> HorizonLines::columnsOf(int k) const
+// Rows in which one of the lines lies in the grid or less than a column beside it, and
+// perhaps some more at either end.
+std::pair<int, int> HorizonLines::rowsOf(int first, int last) const
 {
-    const int width = m_heights.size.width();
-    if (std::abs(m_slant) < qint64(One) / width)
-        return {0, width};
+    const int rows = m_heights.size().height();
+    if (std::abs(m_slant) < qint64(One) / rows)
+        return {0, rows};
     const double slant = double(m_slant) / One;
-    const double enters = (-1.0 - k) / slant;
-    const double leaves = (m_heights.size.height() - k) / slant;
-    const double from = std::min(enters, leaves) - 1.0;
-    const double to = std::max(enters, leaves) + 2.0;
-    return {static_cast<int>(std::clamp(from, 0.0, double(width))),
-            static_cast<int>(std::clamp(to, 0.0, double(width)))};
+    const double west = -1.0 - last; // of the lines' columns in row 0
+    const double east = double(m_heights.size().width()) - first;
+    const double from = std::min(west / slant, east / slant) - 1.0;
+    const double to = std::max(west / slant, east / slant) + 2.0;
+    return {static_cast<int>(std::clamp(from, 0.0, double(rows))),
+            static_cast<int>(std::clamp(to, 0.0, double(rows)))};
 }
 
-// Lines go on for less than a row beyond the first and the last, so that all cells lie
-// between two of them; the ground there is that of the edge.
-void HorizonLines::readHeights(int k, Work &work) const
+HorizonLines::Walk::Walk(const HorizonLines &lines, int block)
+    : m_lines(lines), m_firstLine(lines.m_first + block * LinesOfBlock)
 {
-    const int rows = m_heights.size.height();
-    const auto [from, to] = columnsOf(k);
-    qint64 y = rowOf(k, from);
-    for (int x = from; x < to; ++x, y += m_slant) {
-        const int row = wholeRow(y);
-        if (row < -1 || row >= rows) {
-            work.height[std::size_t(x)] = OffGrid;
-            continue;
+    const auto [from, to] = lines.rowsOf(m_firstLine, m_firstLine + LinesOfBlock);
+    m_firstRow = from;
+    m_steps = std::max(to - from, 0);
+    // Most of it is never touched: a hull is much shorter than its line.
+    const std::size_t longest = std::size_t(m_steps) + 1;
+    m_points = std::make_unique_for_overwrite<Point[]>(longest * Lines);
+    for (std::size_t k = 0; k < Lines; ++k) {
+        m_nearest[k] = m_points.get() + k * longest;
+        *m_nearest[k] = {DepthOfNothing, NeverHidden, -1};
+    }
+}
+
+bool HorizonLines::Walk::next()
+{
+    const int columns = m_lines.m_heights.size().width();
+    while (m_step < m_steps) {
+        m_row = m_lines.m_towardHigher ? m_firstRow + m_steps - 1 - m_step
+                                       : m_firstRow + m_step;
+        const qint64 place = m_lines.columnOf(m_firstLine, m_row);
+        const int column = wholeColumn(place);
+        // Lines go on for less than a column beyond the first and the last, so that all
+        // cells lie between two of them.
+        const int from = std::clamp(-1 - column, 0, int(Lines));
+        const int to = std::clamp(columns - column, 0, int(Lines));
+        if (from < to) {
+            readHeights(column, shareOf(place));
+            followLines(from, to);
+            mixCells(column, shareOf(place));
         }
-        const float upper = m_heights.row(std::max(row, 0))[x];
-        const float lower = m_heights.row(std::min(row + 1, rows - 1))[x];
-        work.height[std::size_t(x)] = upper + shareOf(y) * (lower - upper);
+        ++m_step;
+        if (from < to && m_cells > 0)
+            return true;
     }
+    return false;
 }
 
-void HorizonLines::horizonOf(int k, std::vector<float> &horizon, Work &work) const
+// The ground beside the grid is that of its edge.
+void HorizonLines::Walk::readHeights(int column, float share)
 {
-    readHeights(k, work);
-    const auto [from, to] = columnsOf(k);
-    const float *const height = work.height.data();
-    float *const hullHeight = work.hullHeight.data();
-    int *const hullColumn = work.hullColumn.data();
-    int hull = 0; // points of the hull, the last the nearest
-    for (int i = 0; i < to - from; ++i) {
-        const int x = m_towardHigher ? to - 1 - i : from + i;
-        const float here = height[x];
-        if (std::isnan(here))
-            continue;
+    const CellStrips &cells = m_lines.m_heights;
+    const int last = cells.size().width() - 1;
+    const int from = std::clamp(column, 0, last);
+    const int to = std::clamp(column + Lines, 0, last);
+    float *const ground = m_ground.data();
+    const int before = from - column;
+    const int behind = column + Lines - to;
+    cells.copy(from, m_row, to - from + 1, ground + before);
+    std::fill_n(ground, before, ground[before]);
+    std::fill_n(ground + (to - column) + 1, behind, ground[to - column]);
+    for (std::size_t k = 0; k < Lines; ++k)
+        m_height[k] = m_ground[k] + share * (m_ground[k + 1] - m_ground[k]);
+}
+
+void HorizonLines::Walk::followLines(int from, int to)
+{
+    const float *const perSteps = m_lines.m_perSteps.data() + m_step;
+    for (int line = from; line < to; ++line) {
+        const auto k = std::size_t(line);
+        const float here = m_height[k];
+        Point *nearest = m_nearest[k];
+        const auto tangentTo = [&](const Point &point) {
+            return (point.height - here) * perSteps[-point.step];
+        };
         // A point below the line to the one behind it is never seen again.
-        while (hull > 1 &&
-               (hullHeight[hull - 1] - here) * float(i - hullColumn[hull - 2]) <=
-                   (hullHeight[hull - 2] - here) * float(i - hullColumn[hull - 1]))
-            --hull;
-        horizon[std::size_t(x)] = hull == 0 ? NoGround
-                                            : (hullHeight[hull - 1] - here) * m_perStep /
-                                                  float(i - hullColumn[hull - 1]);
-        hullHeight[hull] = here;
-        hullColumn[hull++] = i;
+        float horizon = tangentTo(*nearest);
+        while (horizon <= nearest->horizon)
+            horizon = tangentTo(*--nearest);
+        m_line[k] = horizon;
+        *++nearest = {here, horizon, m_step};
+        m_nearest[k] = nearest;
     }
 }
 
-void HorizonLines::between(int k, Work &work) const
+void HorizonLines::Walk::mixCells(int column, float share)
 {
-    const int rows = m_heights.size.height();
-    std::tie(work.from, work.to) = columnsOf(k);
-    qint64 y = rowOf(k, work.from);
-    for (int x = work.from; x < work.to; ++x, y += m_slant) {
-        const float share = shareOf(y);
-        const int cell = wholeRow(y) + (share > 0.0f ? 1 : 0);
-        const bool isThere = cell >= 0 && cell < rows;
-        work.row[std::size_t(x)] = isThere ? cell : -1;
-        if (!isThere)
-            continue;
+    // A cell on a line is only its own; others lie between a line and the next.
+    const int beyond = share > 0.0f ? 1 : 0;
+    const int columns = m_lines.m_heights.size().width();
+    const int from = std::clamp(-column - beyond, 0, LinesOfBlock);
+    const int to = std::clamp(columns - column - beyond, 0, LinesOfBlock);
+    m_column = column + from + beyond;
+    m_cells = std::max(to - from, 0);
+    const float *const line = m_line.data() + from;
+    if (beyond == 0) {
+        std::copy_n(line, m_cells, m_horizon.data());
+        return;
+    }
+    for (int i = 0; i < m_cells; ++i) {
         // Where one line has just entered the grid there is only the other's horizon.
-        const float line = work.line[std::size_t(x)];
-        const float next = work.next[std::size_t(x)];
-        const float upper = orOther(line, next);
-        const float lower = share > 0.0f ? orOther(next, line) : upper;
-        work.horizon[std::size_t(x)] = lower + share * (upper - lower);
+        const float upper = orOther(line[i], line[i + 1]);
+        const float lower = orOther(line[i + 1], line[i]);
+        m_horizon[std::size_t(i)] = lower + share * (upper - lower);
     }
 }

@@ -6,7 +6,8 @@
 #include "terrain/skyshare.h"
 #include "terrain/sloperows.h"
 
-#include <array>
+#include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -90,39 +91,34 @@ bool lightBySun(const Ground &ground, const TextureRequest &request, LightMap &m
     });
 }
 
-// Takes the cells of a sweep into a grid, which may have been exchanged.
-template <class Change>
-bool changeByHorizon(const Ground &ground, double azimuth, WorkerPool &pool,
-                     const Stretch &stretch, const Change &change)
-{
-    const Direction direction = directionTo(azimuth, ground.cellX, ground.cellY);
-    Heights exchanged;
-    if (direction.isTransposed) {
-        exchanged.size = ground.heights.size.transposed();
-        if (!transpose(ground.heights.metres, ground.heights.size, exchanged.metres, pool,
-                       stretch.part(0.0, 0.1)))
-            return false;
-    }
-    const Heights &heights = direction.isTransposed ? exchanged : ground.heights;
-    const auto take = [&](const HorizonLines::Work &work) {
-        for (int x = work.from; x < work.to; ++x)
-            if (const int y = work.row[std::size_t(x)]; y >= 0)
-                change(direction.isTransposed ? y : x, direction.isTransposed ? x : y,
-                       work.horizon[std::size_t(x)]);
-    };
-    return sweepHorizon(heights, direction, pool, stretch.part(0.1, 1.0), take);
-}
-
 bool castShadows(const Ground &ground, const TextureRequest &request, LightMap &map,
                  WorkerPool &pool, const Stretch &stretch)
 {
     if (request.sunHeight <= 0.0)
         return true;
     const SunOverHorizon sun(request.sunHeight);
-    const auto shade = [&](int x, int y, float horizon) {
-        map.row(y)[x] *= sun(horizon);
+    const Direction direction =
+        directionTo(radians(request.sunAzimuth), ground.cellX, ground.cellY);
+    const QSize size = map.size;
+    CellStrips heights(size, direction.isExchanged);
+    CellStrips visible(size, direction.isExchanged);
+    const auto look = [&](const HorizonLines::Walk &walk) {
+        const float *const horizon = walk.horizon();
+        visible.forParts(walk.column(), walk.row(), walk.count(),
+                         [&](float *cells, int i, int n) {
+                             std::transform(horizon + i, horizon + i + n, cells, sun);
+                         });
     };
-    return changeByHorizon(ground, radians(request.sunAzimuth), pool, stretch, shade);
+    const auto shade = [&](int first, int last) {
+        std::vector<float> shares(std::size_t(last - first) * std::size_t(size.width()));
+        visible.take(first, last, shares.data());
+        float *const light = map.row(first);
+        std::transform(shares.begin(), shares.end(), light, light, std::multiplies<>());
+    };
+    return putHeights(ground.heights, heights, pool, stretch.part(0.0, 0.1)) &&
+           sweepHorizon(heights, direction, pool, stretch.part(0.1, 0.9), look) &&
+           workOnPieces(pool, size.height(), CellStrips::Width, stretch.part(0.9, 1.0),
+                        shade);
 }
 
 bool addSky(const Ground &ground, bool isOpen, LightMap &map, WorkerPool &pool,

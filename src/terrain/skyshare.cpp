@@ -8,26 +8,30 @@
 
 #include "terrain/skyshare.h"
 
+#include "base/alsowide.h"
 #include "base/pi.h"
 #include "base/workerpool.h"
 #include "terrain/directions.h"
 #include "terrain/shading.h"
 #include "terrain/sloperows.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <functional>
 
 namespace {
 
 // Slopes of a grid and what its cells see of the sky so far.
 struct SkyGrid {
-    Heights heights;
-    std::vector<float> east, north; // slopes
-    std::vector<float> share;
-
-    [[nodiscard]] std::size_t place(int x, int y) const
+    SkyGrid(const QSize &size, bool isExchanged)
+        : heights(size, isExchanged), east(size, isExchanged), north(size, isExchanged),
+          share(size, isExchanged)
     {
-        return std::size_t(y) * std::size_t(heights.size.width()) + std::size_t(x);
     }
+    CellStrips heights;
+    CellStrips east, north; // slopes
+    CellStrips share;
 };
 
 // One direction's part of the share.
@@ -37,16 +41,18 @@ struct SkyOfDirection {
     float factor;
 
     // 90 degrees less the angle of a tangent that is not negative; within 0.00002.
+    // Without branches, as vector code has none.
     static float restOfAngle(float tangent)
     {
-        const float t = tangent > 1.0f ? 1.0f / tangent : tangent;
+        const float t = std::min(tangent, 1.0f / tangent);
         const float q = t * t;
         const float angle =
             t * (0.99997726f +
                  q * (-0.33262347f +
                       q * (0.19354346f +
                            q * (-0.11643287f + q * (0.05265332f + q * -0.01172120f)))));
-        return tangent > 1.0f ? angle : 1.57079633f - angle;
+        const float rest = 1.57079633f - angle;
+        return tangent > 1.0f ? angle : rest;
     }
 
     // What lies behind the plane of the slope is as hidden as what lies behind ground.
@@ -55,85 +61,71 @@ struct SkyOfDirection {
         const float rise = slopeEast * east + slopeNorth * north;
         const float up =
             1.0f / std::sqrt(1.0f + slopeEast * slopeEast + slopeNorth * slopeNorth);
-        const float tangent = std::max(std::max(horizon, rise), 0.0f);
+        // In this order, which makes 0 of -0 too.
+        const float tangent = std::max(0.0f, std::max(horizon, rise));
         const float square = 1.0f / (1.0f + tangent * tangent); // of the cosine
         return factor * up * (square - rise * (restOfAngle(tangent) - tangent * square));
     }
 };
 
+ALSO_WIDE
+void shareOfCells(const SkyOfDirection &sky, const float *__restrict east,
+                  const float *__restrict north, const float *__restrict horizon,
+                  int count, float *__restrict share)
+{
+    const SkyOfDirection from = sky;
+    for (int i = 0; i < count; ++i)
+        share[i] = from(east[i], north[i], horizon[i]);
+}
+
 bool readSlopes(const Ground &ground, SkyGrid &grid, WorkerPool &pool,
                 const Stretch &stretch)
 {
-    grid.east.resize(ground.heights.metres.size());
-    grid.north.resize(grid.east.size());
-    return workOnPieces(pool, ground.heights.size.height(), 16, stretch,
-                        [&](int first, int last) {
-                            SlopeRows slopes(ground.heights, ground.cellX, ground.cellY);
-                            const auto width = std::size_t(ground.heights.size.width());
-                            for (int y = first; y < last; ++y)
-                                slopes.read(y, grid.east.data() + std::size_t(y) * width,
-                                            grid.north.data() + std::size_t(y) * width);
+    const auto width = std::size_t(ground.heights.size.width());
+    const auto read = [&](int first, int last) {
+        SlopeRows slopes(ground.heights, ground.cellX, ground.cellY);
+        std::vector<float> east(std::size_t(last - first) * width), north(east);
+        for (int y = first; y < last; ++y) {
+            const std::size_t row = std::size_t(y - first) * width;
+            slopes.read(y, &east[row], &north[row]);
+        }
+        grid.east.put(first, last, east.data());
+        grid.north.put(first, last, north.data());
+    };
+    return workOnPieces(pool, ground.heights.size.height(), CellStrips::Width, stretch,
+                        read);
+}
+
+void addCells(const SkyOfDirection &sky, const HorizonLines::Walk &walk, SkyGrid &grid)
+{
+    constexpr int Most = HorizonLines::LinesOfBlock;
+    std::array<float, Most> east, north, share;
+    const int count = walk.count();
+    grid.east.copy(walk.column(), walk.row(), count, east.data());
+    grid.north.copy(walk.column(), walk.row(), count, north.data());
+    shareOfCells(sky, east.data(), north.data(), walk.horizon(), count, share.data());
+    grid.share.forParts(walk.column(), walk.row(), count,
+                        [&share](float *cells, int first, int n) {
+                            for (int i = 0; i < n; ++i)
+                                cells[i] += share[std::size_t(first + i)];
                         });
 }
 
-// Rows and columns exchanged, one array after the other for the sake of memory.
-bool exchange(SkyGrid &grid, WorkerPool &pool, const Stretch &stretch)
-{
-    const QSize size = grid.heights.size;
-    std::vector<float> exchanged;
-    for (std::vector<float> *const cells :
-         {&grid.heights.metres, &grid.east, &grid.north, &grid.share}) {
-        if (!transpose(*cells, size, exchanged, pool, stretch))
-            return false;
-        cells->swap(exchanged);
-    }
-    grid.heights.size = size.transposed();
-    return true;
-}
-
-// Gathers the cells of a sweep, so that the sums over them become vector code.
-void addCells(const HorizonLines::Work &work, const SkyOfDirection &sky, SkyGrid &grid)
-{
-    constexpr int Block = 256;
-    std::array<float, Block> east{}, north{}, horizon{};
-    std::array<std::size_t, Block> place{};
-    int count = 0;
-    const auto flush = [&] {
-        for (std::size_t i = 0; i < Block; ++i)
-            horizon[i] = sky(east[i], north[i], horizon[i]);
-        for (std::size_t i = 0; i < std::size_t(count); ++i)
-            grid.share[place[i]] += horizon[i];
-        count = 0;
-    };
-    for (int x = work.from; x < work.to; ++x) {
-        const int y = work.row[std::size_t(x)];
-        if (y < 0)
-            continue;
-        const auto i = std::size_t(count);
-        place[i] = grid.place(x, y);
-        east[i] = grid.east[place[i]];
-        north[i] = grid.north[place[i]];
-        horizon[i] = work.horizon[std::size_t(x)];
-        if (++count == Block)
-            flush();
-    }
-    flush();
-}
-
-bool addDirections(SkyGrid &grid, const Ground &ground, bool isTransposed,
+// Directions along the columns, or along the rows.
+bool addDirections(SkyGrid &grid, const Ground &ground, bool isExchanged,
                    WorkerPool &pool, const Stretch &stretch)
 {
     for (int i = 0; i < SkyDirections; ++i) {
         // Between the points of the compass, so that half of them run along each axis.
         const double azimuth = (i + 0.5) * (2.0 * Pi / SkyDirections);
         const Direction direction = directionTo(azimuth, ground.cellX, ground.cellY);
-        if (direction.isTransposed != isTransposed)
+        if (direction.isExchanged != isExchanged)
             continue;
         const SkyOfDirection sky{static_cast<float>(std::sin(azimuth)),
                                  static_cast<float>(std::cos(azimuth)),
                                  1.0f / SkyDirections};
-        const auto take = [&](const HorizonLines::Work &work) {
-            addCells(work, sky, grid);
+        const auto take = [&](const HorizonLines::Walk &walk) {
+            addCells(sky, walk, grid);
         };
         const Stretch part =
             stretch.part(double(i) / SkyDirections, (i + 1.0) / SkyDirections);
@@ -143,18 +135,31 @@ bool addDirections(SkyGrid &grid, const Ground &ground, bool isTransposed,
     return true;
 }
 
+// What the directions along one axis give, added to `share`.
+bool addAxis(const Ground &ground, bool isExchanged, std::vector<float> &share,
+             WorkerPool &pool, const Stretch &stretch)
+{
+    const QSize size = ground.heights.size;
+    SkyGrid grid(size, isExchanged);
+    const auto add = [&](int first, int last) {
+        std::vector<float> more(std::size_t(last - first) * std::size_t(size.width()));
+        grid.share.take(first, last, more.data());
+        float *const to = share.data() + std::size_t(first) * std::size_t(size.width());
+        std::transform(more.begin(), more.end(), to, to, std::plus<>());
+    };
+    return putHeights(ground.heights, grid.heights, pool, stretch.part(0.0, 0.02)) &&
+           readSlopes(ground, grid, pool, stretch.part(0.02, 0.05)) &&
+           addDirections(grid, ground, isExchanged, pool, stretch.part(0.05, 0.97)) &&
+           workOnPieces(pool, size.height(), CellStrips::Width, stretch.part(0.97, 1.0),
+                        add);
+}
+
 } // namespace
 
 bool skyShare(const Ground &ground, std::vector<float> &share, WorkerPool &pool,
               const Stretch &stretch)
 {
-    SkyGrid grid;
-    grid.heights = ground.heights;
-    grid.share.resize(ground.heights.metres.size());
-    if (!readSlopes(ground, grid, pool, stretch.part(0.0, 0.02)) ||
-        !addDirections(grid, ground, false, pool, stretch.part(0.02, 0.5)) ||
-        !exchange(grid, pool, stretch.part(0.5, 0.5)) ||
-        !addDirections(grid, ground, true, pool, stretch.part(0.5, 0.98)))
-        return false;
-    return transpose(grid.share, grid.heights.size, share, pool, stretch.part(0.98, 1.0));
+    share.assign(ground.heights.metres.size(), 0.0f);
+    return addAxis(ground, false, share, pool, stretch.part(0.0, 0.5)) &&
+           addAxis(ground, true, share, pool, stretch.part(0.5, 1.0));
 }
