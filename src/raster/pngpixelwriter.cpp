@@ -10,7 +10,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -22,14 +21,18 @@ constexpr qint64 BytesOfPiece = qint64(1) << 20;
 // For each thread, between two times of writing.
 constexpr int PiecesAtOnce = 8;
 
-// How much is done to find what is alike, and which part of the bytes of the level below
-// makes that worth its time. The first is that of frames, whose files come out about as
-// large as those of the toolkit; of other pictures the higher ones may save a tenth.
-struct Level {
-    int level;
-    double worthIt;
+// How much is done to find what is alike. At this level files of frames come out about as
+// large as those of the toolkit.
+constexpr int LevelOfFrames = 5;
+// Other pictures tell by samples whether the slower level is worth its time; numbers of a
+// palette, which no filter prepares, need more of it.
+struct Levels {
+    int fast;
+    int slow;
+    double worthIt; // part of the bytes of the fast one
 };
-constexpr std::array Levels{Level{4, 1.0}, Level{6, 0.98}, Level{7, 0.95}};
+constexpr Levels OfColours{4, 6, 0.985};
+constexpr Levels OfPalette{6, 7, 0.97};
 constexpr int Samples = 8;
 constexpr qint64 BytesOfSample = qint64(1) << 17;
 
@@ -68,10 +71,11 @@ struct PngPixelWriter::Piece {
 
 PngPixelWriter::PngPixelWriter(QIODevice &device, const QImage &image, PngPixels pixels,
                                int threads)
-    : m_device(device), m_image(image), m_pixels(pixels), m_level(Levels.front().level)
+    : m_device(device), m_image(image), m_pixels(pixels)
 {
     const qint64 row = qint64(image.width()) * pixels.channels() + 1;
-    const bool single = row * image.height() <= MostInOnePiece;
+    const bool single = pixels.colour != PngPixels::Colour::Palette &&
+                        row * image.height() <= MostInOnePiece;
     const auto rows = static_cast<int>(std::max(BytesOfPiece / row, qint64(1)));
     m_rowsOfPiece = single ? image.height() : std::min(rows, image.height());
     m_pieces = (image.height() + m_rowsOfPiece - 1) / m_rowsOfPiece;
@@ -84,8 +88,7 @@ PngPixelWriter::~PngPixelWriter() = default;
 bool PngPixelWriter::write(Progress &progress)
 {
     WorkerPool pool(m_threads);
-    if (m_pieces > 1)
-        chooseLevel(pool);
+    m_level = chooseLevel(pool);
     const int atOnce = std::min(m_pieces, m_threads * PiecesAtOnce);
     std::vector<Piece> pieces(static_cast<std::size_t>(atOnce));
     for (int first = 0; first < m_pieces; first += atOnce) {
@@ -104,9 +107,13 @@ PngPixelWriter::Worker &PngPixelWriter::workerOf(int index)
     return *worker;
 }
 
-// By samples from all over the picture.
-void PngPixelWriter::chooseLevel(WorkerPool &pool)
+int PngPixelWriter::chooseLevel(WorkerPool &pool)
 {
+    const bool isPalette = m_pixels.colour == PngPixels::Colour::Palette;
+    if (m_pieces == 1 && !isPalette)
+        return LevelOfFrames;
+    const Levels &levels = isPalette ? OfPalette : OfColours;
+    // From all over the picture.
     const int samples = std::min(Samples, m_pieces);
     const auto packed = [&](int level) {
         std::atomic<std::size_t> bytes = 0;
@@ -116,16 +123,8 @@ void PngPixelWriter::chooseLevel(WorkerPool &pool)
         });
         return double(bytes);
     };
-    double former = packed(m_level);
-    for (const Level &next : Levels) {
-        if (next.level <= m_level)
-            continue;
-        const double bytes = packed(next.level);
-        if (bytes > former * next.worthIt)
-            return;
-        m_level = next.level;
-        former = bytes;
-    }
+    const double fast = packed(levels.fast);
+    return packed(levels.slow) <= fast * levels.worthIt ? levels.slow : levels.fast;
 }
 
 std::size_t PngPixelWriter::packedSample(int index, int number, int level)

@@ -33,7 +33,7 @@ private:
     struct Piece;
 
     [[nodiscard]] Worker &workerOf(int index);
-    void chooseLevel(WorkerPool &pool);
+    [[nodiscard]] int chooseLevel(WorkerPool &pool);
     [[nodiscard]] std::size_t packedSample(int index, int number, int level);
     [[nodiscard]] bool writeBatch(WorkerPool &pool, int first, std::vector<Piece> &pieces,
                                   Progress &progress);
@@ -46,7 +46,7 @@ private:
     int m_rowsOfPiece = 1;
     int m_pieces = 1;
     int m_threads = 1;
-    int m_level;
+    int m_level = 0;
     std::vector<std::unique_ptr<Worker>> m_workers; // each thread makes its own
     std::uint32_t m_sum = 1;                        // of the rows that are written
     std::atomic<bool> m_stopped = false;

@@ -1,11 +1,21 @@
 #include "raster/pngrows.h"
 
+#include "base/alsowide.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <new>
 #include <utility>
 
 namespace {
+
+using Byte = unsigned char;
+
+// A row of bytes, and those to the left, above, and above to the left of each.
+struct Neighbours {
+    const Byte *here, *west, *north, *northWest;
+    int count;
+};
 
 // Which neighbour is nearest to west + north - northWest. Numbers of 16 bits, of which
 // more fit into a vector.
@@ -20,6 +30,58 @@ constexpr auto nearest = [](int west, int north, int northWest) {
     const auto nearer = Short(toNorth < toWest ? north : west);
     return toBoth < std::min(toWest, toNorth) ? Short(northWest) : nearer;
 };
+
+// What is left of a row, and the sum of that, taken as numbers with a sign.
+template <typename Foretell>
+[[gnu::always_inline]] inline unsigned int
+leave(const Neighbours &row, Byte *__restrict out, const Foretell &foretell)
+{
+    constexpr int Block = 256; // of which the sum fits into 16 bits
+    unsigned int whole = 0;
+    for (int from = 0; from < row.count; from += Block) {
+        const int end = std::min(from + Block, row.count);
+        std::uint16_t sum = 0;
+        for (int k = from; k < end; ++k) {
+            const auto left = static_cast<Byte>(
+                row.here[k] - foretell(row.west[k], row.north[k], row.northWest[k]));
+            out[k] = left;
+            sum = static_cast<std::uint16_t>(sum +
+                                             std::min(left, static_cast<Byte>(-left)));
+        }
+        whole += sum;
+    }
+    return whole;
+}
+
+ALSO_WIDE
+unsigned int leaveOfNone(const Neighbours &row, Byte *out)
+{
+    return leave(row, out, [](int, int, int) { return 0; });
+}
+
+ALSO_WIDE
+unsigned int leaveOfWest(const Neighbours &row, Byte *out)
+{
+    return leave(row, out, [](int west, int, int) { return west; });
+}
+
+ALSO_WIDE
+unsigned int leaveOfNorth(const Neighbours &row, Byte *out)
+{
+    return leave(row, out, [](int, int north, int) { return north; });
+}
+
+ALSO_WIDE
+unsigned int leaveOfMean(const Neighbours &row, Byte *out)
+{
+    return leave(row, out, [](int west, int north, int) { return (west + north) >> 1; });
+}
+
+ALSO_WIDE
+unsigned int leaveOfNearest(const Neighbours &row, Byte *out)
+{
+    return leave(row, out, nearest);
+}
 
 void unpackColours(const unsigned int *pixels, int width, int channels, unsigned char *to)
 {
@@ -57,14 +119,14 @@ QImage rowsToTake(const QImage &image, int from, int end)
 
 } // namespace
 
-bool PngPixels::of(QImage::Format format, PngPixels *pixels)
+bool PngPixels::of(const QImage &image, PngPixels *pixels)
 {
-    switch (format) {
+    switch (image.format()) {
     case QImage::Format_Grayscale8:
         pixels->colour = Colour::Gray;
         return true;
     case QImage::Format_Indexed8:
-        pixels->colour = Colour::Palette;
+        pixels->colour = image.isGrayscale() ? Colour::Gray : Colour::Palette;
         return true;
     case QImage::Format_RGB32:
     case QImage::Format_RGB888:
@@ -141,30 +203,11 @@ void PngRowFilter::filterRow(unsigned char *out)
 
 int PngRowFilter::tryAll()
 {
+    const Neighbours row{m_row.data() + m_channels, m_row.data(),
+                         m_above.data() + m_channels, m_above.data(), m_count};
     const std::array<unsigned int, 5> left = {
-        tryOne(0, [](int, int, int) { return 0; }),
-        tryOne(1, [](int west, int, int) { return west; }),
-        tryOne(2, [](int, int north, int) { return north; }),
-        tryOne(3, [](int west, int north, int) { return (west + north) >> 1; }),
-        tryOne(4, nearest)};
+        leaveOfNone(row, m_tried[0].data()), leaveOfWest(row, m_tried[1].data()),
+        leaveOfNorth(row, m_tried[2].data()), leaveOfMean(row, m_tried[3].data()),
+        leaveOfNearest(row, m_tried[4].data())};
     return static_cast<int>(std::min_element(left.begin(), left.end()) - left.begin());
-}
-
-// The sum of the differences, taken as numbers with a sign.
-template <typename Foretell>
-unsigned int PngRowFilter::tryOne(int kind, const Foretell &foretell)
-{
-    const unsigned char *const row = m_row.data() + m_channels;
-    const unsigned char *const west = m_row.data();
-    const unsigned char *const north = m_above.data() + m_channels;
-    const unsigned char *const northWest = m_above.data();
-    unsigned char *const out = m_tried[kind].data();
-    unsigned int sum = 0;
-    for (int k = 0; k < m_count; ++k) {
-        const auto difference = static_cast<unsigned char>(
-            row[k] - foretell(west[k], north[k], northWest[k]));
-        out[k] = difference;
-        sum += std::min(difference, static_cast<unsigned char>(-difference));
-    }
-    return sum;
 }

@@ -13,8 +13,9 @@ struct PngPixels {
 
     Colour colour = Colour::Rgb;
 
-    /// That of a format; false if this writer has no rows for it.
-    [[nodiscard]] static bool of(QImage::Format format, PngPixels *pixels);
+    /// That of a picture, by its format and whether its colours are those of their
+    /// numbers; false if this writer has no rows for it.
+    [[nodiscard]] static bool of(const QImage &image, PngPixels *pixels);
     /// Bytes of a pixel.
     [[nodiscard]] int channels() const;
 };
@@ -36,7 +37,6 @@ private:
     void take(const QImage &rows, int y);
     void filterRow(unsigned char *out);
     [[nodiscard]] int tryAll();
-    template <typename Foretell> unsigned int tryOne(int kind, const Foretell &foretell);
 
     PngPixels m_pixels;
     int m_channels;

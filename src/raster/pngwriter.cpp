@@ -80,7 +80,7 @@ bool setHeader(QByteArray &before, const QSize &size, PngPixels pixels)
 bool writeParts(QIODevice &device, const QImage &image, Progress &progress, int threads)
 {
     PngPixels pixels;
-    if (image.isNull() || !PngPixels::of(image.format(), &pixels))
+    if (image.isNull() || !PngPixels::of(image, &pixels))
         return false;
     std::optional<Surroundings> around = surroundingsOf(image);
     return around && setHeader(around->before, image.size(), pixels) &&
@@ -95,7 +95,7 @@ bool hasPngRows(const QImage &image)
 {
     PngPixels pixels;
     // Without its colours a picture of numbers is none of a palette.
-    return !image.isNull() && PngPixels::of(image.format(), &pixels) &&
+    return !image.isNull() && PngPixels::of(image, &pixels) &&
            (image.format() == QImage::Format_Indexed8) == (image.colorCount() > 0);
 }
 
