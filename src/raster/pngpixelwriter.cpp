@@ -13,13 +13,14 @@
 
 namespace {
 
-// A frame of 1280 by 960 is one piece, as it ever was; what is larger is worth the
-// waking of other threads.
-constexpr qint64 MostInOnePiece = qint64(4) << 20;
-// Each begins without a memory of what was before, which costs some 30 kB of matches.
-constexpr qint64 BytesOfPiece = qint64(1) << 20;
+// A frame of 1280 by 960 is a matter of one thread; what is larger is worth the waking of
+// others.
+constexpr qint64 MostForOneThread = qint64(4) << 20;
+// Each begins without a memory of what was before, which costs some 30 kB of matches, and
+// a stop waits for the end of one.
+constexpr qint64 BytesOfPiece = qint64(1) << 18;
 // For each thread, between two times of writing.
-constexpr int PiecesAtOnce = 8;
+constexpr int PiecesAtOnce = 32;
 
 // How much is done to find what is alike. At this level files of frames come out about as
 // large as those of the toolkit.
@@ -74,12 +75,12 @@ PngPixelWriter::PngPixelWriter(QIODevice &device, const QImage &image, PngPixels
     : m_device(device), m_image(image), m_pixels(pixels)
 {
     const qint64 row = qint64(image.width()) * pixels.channels() + 1;
-    const bool single = pixels.colour != PngPixels::Colour::Palette &&
-                        row * image.height() <= MostInOnePiece;
+    m_isFrame = pixels.colour != PngPixels::Colour::Palette &&
+                row * image.height() <= MostForOneThread;
     const auto rows = static_cast<int>(std::max(BytesOfPiece / row, qint64(1)));
-    m_rowsOfPiece = single ? image.height() : std::min(rows, image.height());
+    m_rowsOfPiece = std::min(rows, image.height());
     m_pieces = (image.height() + m_rowsOfPiece - 1) / m_rowsOfPiece;
-    m_threads = std::clamp(threads, 1, m_pieces);
+    m_threads = m_isFrame ? 1 : std::clamp(threads, 1, m_pieces);
     m_workers.resize(std::size_t(m_threads));
 }
 
@@ -88,7 +89,7 @@ PngPixelWriter::~PngPixelWriter() = default;
 bool PngPixelWriter::write(Progress &progress)
 {
     WorkerPool pool(m_threads);
-    m_level = chooseLevel(pool);
+    m_level = chooseLevel(pool, progress);
     const int atOnce = std::min(m_pieces, m_threads * PiecesAtOnce);
     std::vector<Piece> pieces(static_cast<std::size_t>(atOnce));
     for (int first = 0; first < m_pieces; first += atOnce) {
@@ -107,19 +108,23 @@ PngPixelWriter::Worker &PngPixelWriter::workerOf(int index)
     return *worker;
 }
 
-int PngPixelWriter::chooseLevel(WorkerPool &pool)
+int PngPixelWriter::chooseLevel(WorkerPool &pool, Progress &progress)
 {
-    const bool isPalette = m_pixels.colour == PngPixels::Colour::Palette;
-    if (m_pieces == 1 && !isPalette)
+    if (m_isFrame)
         return LevelOfFrames;
-    const Levels &levels = isPalette ? OfPalette : OfColours;
+    const Levels &levels =
+        m_pixels.colour == PngPixels::Colour::Palette ? OfPalette : OfColours;
     // From all over the picture.
     const int samples = std::min(Samples, m_pieces);
     const auto packed = [&](int level) {
         std::atomic<std::size_t> bytes = 0;
         pool.runPieces(samples, [&](int worker, int sample) {
+            if (m_stopped)
+                return;
             const int number = (2 * sample + 1) * m_pieces / (2 * samples);
             bytes += packedSample(worker, number, level);
+            if (worker == 0 && !progress.step(0, m_pieces))
+                m_stopped = true;
         });
         return double(bytes);
     };

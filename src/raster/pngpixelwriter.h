@@ -14,8 +14,9 @@ class WorkerPool;
 
 /// Writes the chunks of a PNG that hold its pixels.
 ///
-/// The rows of a large picture are filtered and packed in pieces, by as many threads as
-/// are wanted; how they are cut depends on the picture alone, and so does the file.
+/// The rows of a picture are filtered and packed in pieces, those of a large one by as
+/// many threads as are wanted; how they are cut depends on the picture alone, and so does
+/// the file.
 class PngPixelWriter {
 public:
     /// The picture has a format of PngPixels::of(); it and the device are borrowed.
@@ -33,7 +34,7 @@ private:
     struct Piece;
 
     [[nodiscard]] Worker &workerOf(int index);
-    [[nodiscard]] int chooseLevel(WorkerPool &pool);
+    [[nodiscard]] int chooseLevel(WorkerPool &pool, Progress &progress);
     [[nodiscard]] std::size_t packedSample(int index, int number, int level);
     [[nodiscard]] bool writeBatch(WorkerPool &pool, int first, std::vector<Piece> &pieces,
                                   Progress &progress);
@@ -43,6 +44,7 @@ private:
     QIODevice &m_device;
     const QImage &m_image;
     PngPixels m_pixels;
+    bool m_isFrame = false; // or as small as one
     int m_rowsOfPiece = 1;
     int m_pieces = 1;
     int m_threads = 1;
