@@ -8,8 +8,6 @@
 #include <QObject>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <new>
 
 namespace {
@@ -72,11 +70,7 @@ Result<bool> warpCells(const Mosaic &mosaic, const OutputGrid &grid, Heights &he
     if (!tiles)
         return tl::unexpected(tiles.error());
     const auto make = [&] { return makeWarpWorker(mosaic, grid, *tiles, heights); };
-    Result<bool> done = workOnPieces(tiles->rows(), make, progress);
-    // What is infinite is no height either.
-    for (float &height : heights.metres)
-        height = std::isfinite(height) ? height : std::numeric_limits<float>::quiet_NaN();
-    return done;
+    return workOnPieces(tiles->rows(), make, progress);
 }
 
 } // namespace

@@ -27,8 +27,19 @@ public:
         : m_size(heights.size), m_width(std::size_t(heights.size.width())),
           m_known(heights.metres.size()), m_open(heights.metres.size(), false)
     {
-        for (std::size_t i = 0; i < m_known.size(); ++i)
-            m_known[i] = std::isnan(heights.metres[i]) ? 0 : 255;
+    }
+    /// How many are void.
+    [[nodiscard]] Result<qint64> read(const Heights &heights, Progress &progress)
+    {
+        qint64 voids = 0;
+        for (std::size_t i = 0; i < m_known.size(); ++i) {
+            if (i % CellsAtATime == 0 && !progress.step(0, Steps))
+                return stopped();
+            const bool isVoid = std::isnan(heights.metres[i]);
+            m_known[i] = isVoid ? 0 : 255;
+            voids += isVoid ? 1 : 0;
+        }
+        return voids;
     }
     [[nodiscard]] Result<bool> openFromEdges(Progress &progress)
     {
@@ -51,10 +62,13 @@ public:
         return true;
     }
     /// The smallest part that holds all holes; empty where there are none.
-    [[nodiscard]] QRect holes() const
+    [[nodiscard]] Result<QRect> holes(Progress &progress) const
     {
+        constexpr int RowsAtATime = 64;
         QRect all;
         for (int y = 0; y < m_size.height(); ++y) {
+            if (y % RowsAtATime == 0 && !progress.step(0, Steps))
+                return stopped();
             int first = -1;
             int last = -1;
             for (int x = 0; x < m_size.width(); ++x) {
@@ -144,29 +158,47 @@ Result<bool> interpolate(Heights &heights, HoleMap &map, const QRect &part, doub
     return true;
 }
 
+// Voids that lie open stay; how many there are.
+Result<qint64> clearOpen(Heights &heights, const HoleMap &map, Progress &progress)
+{
+    qint64 voids = 0;
+    for (std::size_t i = 0; i < heights.metres.size(); ++i) {
+        if (i % CellsAtATime == 0 && !progress.step(Steps, Steps))
+            return stopped();
+        if (map.isOpen(i))
+            heights.metres[i] = std::numeric_limits<float>::quiet_NaN();
+        voids += std::isnan(heights.metres[i]) ? 1 : 0;
+    }
+    return voids;
+}
+
 Result<qint64> fillInMemory(Heights &heights, double cells, Progress &progress)
 {
-    const qint64 before = countVoids(heights);
-    if (before == 0 || !(cells > 0.0))
+    if (!(cells > 0.0))
         return qint64(0);
     HoleMap map(heights);
+    const Result<qint64> before = map.read(heights, progress);
+    if (!before || *before == 0)
+        return before;
     Result<bool> opened = map.openFromEdges(progress);
     if (!opened)
         return tl::unexpected(opened.error());
-    const QRect holes = map.holes();
-    if (holes.isEmpty())
+    const Result<QRect> holes = map.holes(progress);
+    if (!holes)
+        return tl::unexpected(holes.error());
+    if (holes->isEmpty())
         return qint64(0);
     // Cells further away have no say.
     const int reach = static_cast<int>(std::min(std::ceil(cells) + 1.0, 1e6));
     const QRect part =
-        holes.adjusted(-reach, -reach, reach, reach) & QRect(QPoint(), heights.size);
+        holes->adjusted(-reach, -reach, reach, reach) & QRect(QPoint(), heights.size);
     Result<bool> done = interpolate(heights, map, part, cells, progress);
     if (!done)
         return tl::unexpected(done.error());
-    for (std::size_t i = 0; i < heights.metres.size(); ++i)
-        if (map.isOpen(i))
-            heights.metres[i] = std::numeric_limits<float>::quiet_NaN();
-    return before - countVoids(heights);
+    const Result<qint64> after = clearOpen(heights, map, progress);
+    if (!after)
+        return after;
+    return *before - *after;
 }
 
 } // namespace

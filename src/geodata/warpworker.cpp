@@ -55,9 +55,16 @@ private:
             if (!done)
                 return done;
         }
-        for (int y = 0; y < tile.height(); ++y)
-            std::copy_n(m_cells.data() + std::size_t(y) * width, width,
-                        m_heights.row(tile.y() + y) + tile.x());
+        // What is infinite is no height either.
+        const auto known = [](float height) {
+            return std::isfinite(height) ? height
+                                         : std::numeric_limits<float>::quiet_NaN();
+        };
+        for (int y = 0; y < tile.height(); ++y) {
+            const float *const from = m_cells.data() + std::size_t(y) * width;
+            std::transform(from, from + width, m_heights.row(tile.y() + y) + tile.x(),
+                           known);
+        }
         return true;
     }
 

@@ -1,7 +1,9 @@
 #include "terrain/firstcamera.h"
 
 #include "base/pi.h"
+#include "base/progress.h"
 #include "base/vectors.h"
+#include "raster/elevationcolumns.h"
 #include "render/transformation.h"
 #include "scene/fieldlimits.h"
 #include "scene/standardcamera.h"
@@ -9,6 +11,7 @@
 #include <QRect>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -31,12 +34,48 @@ struct Box {
     double west, south, east, north;
 };
 
+// Asks every few milliseconds whether the search may go on.
+class Patience {
+public:
+    explicit Patience(Progress &progress) : m_progress(progress) {}
+
+    // `place` of all the places that may be looked at.
+    void come(int place, int places)
+    {
+        m_place = place;
+        m_places = places;
+    }
+    [[nodiscard]] bool mayGoOn()
+    {
+        constexpr int LooksAtOnce = 8;
+        constexpr std::chrono::milliseconds BetweenQuestions{5};
+        if (m_looks++ % LooksAtOnce != 0)
+            return !m_isStopped;
+        const auto now = std::chrono::steady_clock::now();
+        if (m_isStopped || now - m_asked < BetweenQuestions)
+            return !m_isStopped;
+        m_asked = now;
+        m_isStopped = !m_progress.step(m_place, m_places);
+        return !m_isStopped;
+    }
+    [[nodiscard]] bool isStopped() const { return m_isStopped; }
+
+private:
+    Progress &m_progress;
+    int m_place = 0;
+    int m_places = 1;
+    unsigned int m_looks = 0;
+    bool m_isStopped = false;
+    std::chrono::steady_clock::time_point m_asked;
+};
+
 // What one place of the camera shows.
 class Sight {
 public:
-    Sight(const MeshSurface &surface, const SceneryData &data, bool voidsCount)
-        : m_surface(surface), m_voidsCount(voidsCount), m_width(data.AusBreite),
-          m_height(data.AusHoehe),
+    Sight(const MeshSurface &surface, const SceneryData &data, bool voidsCount,
+          Patience &patience)
+        : m_surface(surface), m_patience(patience), m_voidsCount(voidsCount),
+          m_width(data.AusBreite), m_height(data.AusHoehe),
           m_view(nullptr, C4Vector{0.0, 0.0, -1.0, 0.0}, data.AusBreite, data.AusHoehe)
     {
         const double edgeX = std::min(EdgeTexels, LargestEdge * surface.width());
@@ -70,7 +109,7 @@ public:
     [[nodiscard]] bool fillsColumns() const
     {
         return allColumns([this](int x) {
-            for (int y = m_height - 1; y >= 0; y -= RowsApart)
+            for (int y = m_height - 1; y >= 0 && !m_patience.isStopped(); y -= RowsApart)
                 if (shows(x, y))
                     return true;
             return false;
@@ -90,9 +129,10 @@ private:
         return true;
     }
 
+    // A search that is stopped finds nothing any more.
     [[nodiscard]] bool shows(double px, double py) const
     {
-        return distance(px, py).has_value();
+        return m_patience.mayGoOn() && distance(px, py).has_value();
     }
 
     // Along the ray of a pixel to the ground inside the terrain; nothing without it.
@@ -146,6 +186,7 @@ private:
     }
 
     const MeshSurface &m_surface;
+    Patience &m_patience;
     bool m_voidsCount; // as terrain
     int m_width;
     int m_height;
@@ -171,15 +212,17 @@ struct Wish {
 };
 
 // The first place along the line of sight that is good; nothing where there is none
-// before the camera comes too near to the ground.
+// before the camera comes too near to the ground, or the search was stopped.
 std::optional<SceneryData> search(const MeshSurface &surface, const QSize &texture,
-                                  const SceneryData &data, const Wish &wish)
+                                  const SceneryData &data, const Wish &wish,
+                                  Patience &patience)
 {
     const double whole = 1.5 * std::sqrt(2.0) * texture.height(); // to the height of 0
-    for (int i = 0; i < StepsOfSearch; ++i) {
+    for (int i = 0; i < StepsOfSearch && !patience.isStopped(); ++i) {
+        patience.come(i, StepsOfSearch);
         const double way = whole * (1.0 - std::pow(1.0 - StepOfSearch, i));
         const SceneryData there = placed(data, texture, wish.raised, way);
-        const Sight sight(surface, there, wish.voidsCount);
+        const Sight sight(surface, there, wish.voidsCount, patience);
         if (!(wish.isLowestRow ? sight.fillsLowestRow() : sight.fillsColumns()))
             continue;
         if (sight.isClear())
@@ -190,7 +233,7 @@ std::optional<SceneryData> search(const MeshSurface &surface, const QSize &textu
 }
 
 std::optional<SceneryData> searchAll(const MeshSurface &surface, const QSize &texture,
-                                     const SceneryData &data)
+                                     const SceneryData &data, Patience &patience)
 {
     const double middle = surface.at(surface.width() * 0.5, surface.depth() * 0.5);
     const double above = std::max(middle, 0.0);
@@ -199,7 +242,7 @@ std::optional<SceneryData> searchAll(const MeshSurface &surface, const QSize &te
         {above, true, true}, {0.0, false, false},  {above, false, false},
         {0.0, false, true},  {above, false, true}, {surface.highest(), false, true}};
     for (const Wish &wish : wishes)
-        if (auto found = search(surface, texture, data, wish))
+        if (auto found = search(surface, texture, data, wish, patience))
             return found;
     return std::nullopt;
 }
@@ -230,12 +273,15 @@ MeshSurface::MeshSurface(const ElevationImage &elevation, const std::vector<bool
     m_lowest = std::numeric_limits<double>::max();
     m_highest = std::numeric_limits<double>::lowest();
     const double scale = data.HDateiSkalaZA;
+    std::vector<double> line(std::size_t(m_columns) + 1);
+    for (int column = 0; column <= m_columns; ++column)
+        line[std::size_t(column)] = column * (m_width / m_columns) * pixelsX;
+    const ElevationColumns columns(elevation, line);
     auto *to = m_heights.data();
     for (int row = 0; row <= m_rows; ++row) {
-        for (int column = 0; column <= m_columns; ++column) {
-            const double x = column * (m_width / m_columns);
-            const double y = row * (m_depth / m_rows);
-            const double height = elevation.elevation(x * pixelsX, y * pixelsY) * scale;
+        columns.read(row * (m_depth / m_rows) * pixelsY, 0, m_columns + 1, line.data());
+        for (const double steps : line) {
+            const double height = steps * scale;
             m_lowest = std::min(m_lowest, height);
             m_highest = std::max(m_highest, height);
             *to++ = static_cast<float>(height);
@@ -278,9 +324,12 @@ double MeshSurface::at(double x, double y) const
     return lower + up * (upper - lower);
 }
 
-void setFirstCamera(const MeshSurface &surface, const QSize &texture, SceneryData &data)
+bool setFirstCamera(const MeshSurface &surface, const QSize &texture, SceneryData &data,
+                    Progress &progress)
 {
     const SceneryData far = placed(data, texture, std::max(surface.highest(), 0.0), 0.0);
-    data = asShown(searchAll(surface, texture, data).value_or(far));
+    Patience patience(progress);
+    data = asShown(searchAll(surface, texture, data, patience).value_or(far));
     copyToLast(data);
+    return !patience.isStopped();
 }

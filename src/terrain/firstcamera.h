@@ -5,6 +5,8 @@
 
 #include <vector>
 
+class Progress;
+
 /// The surface that the renderer draws: heights at the points of its mesh, 0 where the
 /// elevation file gives none, which is so at its last column and row.
 class MeshSurface {
@@ -41,5 +43,6 @@ private:
 /// until the terrain fills the lowest row of the picture, so that every column of it
 /// shows terrain. Terrains that lie high above the sea for their size, which that line
 /// does not meet, are seen from a place that is higher by as much. Both ends of the
-/// flight.
-void setFirstCamera(const MeshSurface &surface, const QSize &texture, SceneryData &data);
+/// flight. False if it was stopped.
+[[nodiscard]] bool setFirstCamera(const MeshSurface &surface, const QSize &texture,
+                                  SceneryData &data, Progress &progress);

@@ -10,10 +10,13 @@
 #include <QFileInfo>
 
 #include <cmath>
+#include <limits>
+#include <mutex>
 
 namespace {
 
 constexpr int RowsOfPiece = 8;
+constexpr int RowsOfSurvey = 64;
 
 QRgb *pixelsOf(uchar *bits, qsizetype perLine, int y)
 {
@@ -69,23 +72,74 @@ void lightRow(const float *light, int width, QRgb *pixels)
     }
 }
 
+HeightSurvey surveyOf(const float *from, const float *end)
+{
+    constexpr float Beyond = std::numeric_limits<float>::infinity();
+    HeightSurvey survey;
+    float lowest = Beyond;
+    float highest = -Beyond;
+    for (const float *height = from; height != end; ++height) {
+        // What is no number is neither lower nor higher.
+        lowest = *height < lowest ? *height : lowest;
+        highest = *height > highest ? *height : highest;
+        survey.voids += std::isnan(*height) ? 1 : 0;
+    }
+    if (lowest <= highest)
+        survey.range.emplace(lowest, highest);
+    return survey;
+}
+
 } // namespace
 
-FilledHeights fillWithLowest(Heights heights)
+Result<HeightSurvey> surveyHeights(const Heights &heights, WorkerPool &pool,
+                                   const Stretch &stretch)
 {
+    HeightSurvey all;
+    std::mutex mutex;
+    const auto look = [&](int first, int last) {
+        const float *const end = heights.row(last);
+        const auto [range, voids] = surveyOf(heights.row(first), end);
+        const std::lock_guard lock(mutex);
+        all.voids += voids;
+        if (!range)
+            return;
+        const auto known = all.range.value_or(*range);
+        all.range.emplace(std::min(known.first, range->first),
+                          std::max(known.second, range->second));
+    };
+    if (!workOnPieces(pool, heights.size.height(), RowsOfSurvey, stretch, look))
+        return stopped();
+    return all;
+}
+
+Result<FilledHeights> fillWithLowest(Heights heights, WorkerPool &pool,
+                                     const Stretch &stretch)
+{
+    const Result<HeightSurvey> survey =
+        surveyHeights(heights, pool, stretch.part(0.0, 0.5));
+    if (!survey)
+        return tl::unexpected(survey.error());
     FilledHeights filled;
     filled.heights = std::move(heights);
-    filled.range = rangeOf(filled.heights).value_or(std::pair{0.0f, 0.0f});
-    filled.voids = countVoids(filled.heights);
+    filled.range = survey->range.value_or(std::pair{0.0f, 0.0f});
+    filled.voids = survey->voids;
     if (filled.voids == 0)
         return filled;
     std::vector<float> &metres = filled.heights.metres;
     filled.isVoid.resize(metres.size());
-    for (std::size_t i = 0; i < metres.size(); ++i) {
-        filled.isVoid[i] = std::isnan(metres[i]);
-        if (filled.isVoid[i])
-            metres[i] = filled.range.first;
-    }
+    const auto width = std::size_t(filled.heights.size.width());
+    // Pieces of 64 rows, for their bits are in words of their own.
+    const auto fill = [&](int first, int last) {
+        for (std::size_t i = std::size_t(first) * width; i < std::size_t(last) * width;
+             ++i)
+            if (std::isnan(metres[i])) {
+                filled.isVoid[i] = true;
+                metres[i] = filled.range.first;
+            }
+    };
+    if (!workOnPieces(pool, filled.heights.size.height(), RowsOfSurvey,
+                      stretch.part(0.5, 1.0), fill))
+        return stopped();
     return filled;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QImage>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -21,8 +22,20 @@ struct FilledHeights {
     qint64 voids = 0;
 };
 
-/// Gives voids the lowest height; 0 where all cells are void.
-[[nodiscard]] FilledHeights fillWithLowest(Heights heights);
+/// How high heights are, and how many are missing.
+struct HeightSurvey {
+    std::optional<std::pair<float, float>> range; ///< nothing where all are void
+    qint64 voids = 0;
+};
+
+/// Looks at all of them. Fails only where it is stopped.
+[[nodiscard]] Result<HeightSurvey> surveyHeights(const Heights &heights, WorkerPool &pool,
+                                                 const Stretch &stretch);
+
+/// Gives voids the lowest height; 0 where all cells are void. Fails only where it is
+/// stopped.
+[[nodiscard]] Result<FilledHeights> fillWithLowest(Heights heights, WorkerPool &pool,
+                                                   const Stretch &stretch);
 
 /// Colours of ground: a palette of the program, or a table of a file where that is not
 /// empty.

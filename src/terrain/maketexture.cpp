@@ -67,10 +67,15 @@ Result<Elevation> readElevation(const TextureFromElevation &job, WorkerPool &poo
         return tl::unexpected(place.error());
     elevation.place = std::move(*place);
     takeScales(job, elevation);
-    Result<Heights> heights = heightsOfPicture(image, elevation.unit, pool, stretch);
+    Result<Heights> heights =
+        heightsOfPicture(image, elevation.unit, pool, stretch.part(0.0, 0.8));
     if (!heights)
         return tl::unexpected(heights.error());
-    elevation.filled = fillWithLowest(std::move(*heights));
+    Result<FilledHeights> filled =
+        fillWithLowest(std::move(*heights), pool, stretch.part(0.8, 1.0));
+    if (!filled)
+        return tl::unexpected(filled.error());
+    elevation.filled = std::move(*filled);
     return elevation;
 }
 

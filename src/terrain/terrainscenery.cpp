@@ -90,8 +90,8 @@ double metresPerUnit(const TerrainScene &scene)
     return std::sqrt(x * y);
 }
 
-SceneryDocument sceneryOf(const TerrainScene &scene, const QImage &picture,
-                          const std::vector<bool> &isVoid)
+Result<SceneryDocument> sceneryOf(const TerrainScene &scene, const QImage &picture,
+                                  const std::vector<bool> &isVoid, Progress &progress)
 {
     SceneryDocument document;
     SceneryData &data = document.parameters;
@@ -102,7 +102,9 @@ SceneryDocument sceneryOf(const TerrainScene &scene, const QImage &picture,
     data = asShown(data); // the form shows the same as the file has
     const ElevationImage elevation(picture.constBits(), picture.width(), picture.height(),
                                    picture.bytesPerLine(), picture.format());
-    setFirstCamera(MeshSurface(elevation, isVoid, data), scene.texture, data);
+    const MeshSurface surface(elevation, isVoid, data);
+    if (!setFirstCamera(surface, scene.texture, data, progress))
+        return stopped();
     document.extras.MetresPerUnit = metresPerUnit(scene);
     return document;
 }

@@ -8,6 +8,7 @@
 
 #include <vector>
 
+class Progress;
 class QImage;
 
 /// What the scenery of a terrain is made of.
@@ -34,6 +35,8 @@ struct TerrainScene {
 /// A scenery that shows a terrain true to scale, but for the exaggeration: the mesh as
 /// fine as the elevation file, a camera that has it in view, light from the south-west, a
 /// blue background. `picture` is that of the heights, `isVoid` tells its pixels that had
-/// none, and is empty where all had one.
-[[nodiscard]] SceneryDocument sceneryOf(const TerrainScene &scene, const QImage &picture,
-                                        const std::vector<bool> &isVoid);
+/// none, and is empty where all had one. Fails only where it is stopped.
+[[nodiscard]] Result<SceneryDocument> sceneryOf(const TerrainScene &scene,
+                                                const QImage &picture,
+                                                const std::vector<bool> &isVoid,
+                                                Progress &progress);

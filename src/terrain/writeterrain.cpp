@@ -119,7 +119,7 @@ Result<void> Writer::checkNames() const
 
 Result<void> Writer::readHeights()
 {
-    StretchProgress progress(m_whole.part(0.05, 0.4));
+    StretchProgress progress(m_whole.part(0.05, 0.39));
     Result<Heights> heights = m_terrain.heights(m_grid, progress);
     if (!heights)
         return tl::unexpected(heights.error());
@@ -129,25 +129,32 @@ Result<void> Writer::readHeights()
     m_report.cellX = m_grid.metresX;
     m_report.cellY = m_grid.metresY;
     m_report.crs = crsNameOf(m_grid.crs);
-    m_report.voids = countVoids(m_filled.heights);
-    if (const auto range = rangeOf(m_filled.heights))
-        m_report.range.emplace(range->first, range->second);
-    else
+    const Result<HeightSurvey> survey =
+        surveyHeights(m_filled.heights, m_pool, m_whole.part(0.39, 0.4));
+    if (!survey)
+        return tl::unexpected(survey.error());
+    m_report.voids = survey->voids;
+    if (!survey->range)
         return failed(text("This part holds no heights."));
+    m_report.range.emplace(survey->range->first, survey->range->second);
     return {};
 }
 
 Result<void> Writer::fill()
 {
     if (m_request.fill && m_report.voids > 0) {
-        StretchProgress progress(m_whole.part(0.4, 0.5));
+        StretchProgress progress(m_whole.part(0.4, 0.49));
         const Result<qint64> filled =
             m_source.fillHoles(m_filled.heights, *m_request.fill, progress);
         if (!filled)
             return tl::unexpected(filled.error());
         m_report.filled = *filled;
     }
-    m_filled = fillWithLowest(std::move(m_filled.heights));
+    Result<FilledHeights> filled =
+        fillWithLowest(std::move(m_filled.heights), m_pool, m_whole.part(0.49, 0.5));
+    if (!filled)
+        return tl::unexpected(filled.error());
+    m_filled = std::move(*filled);
     return {};
 }
 
@@ -221,15 +228,19 @@ Result<void> Writer::makeElevation()
 Result<void> Writer::writeFiles()
 {
     const TerrainScene shown = scene();
-    const SceneryDocument document = sceneryOf(shown, m_picture.image, m_filled.isVoid);
-    if (document.parameters.HDateiSkalaZA == 0.0 && m_request.exaggeration != 0.0)
+    StretchProgress progress(m_whole.part(0.75, 0.77));
+    const Result<SceneryDocument> document =
+        sceneryOf(shown, m_picture.image, m_filled.isVoid, progress);
+    if (!document)
+        return tl::unexpected(document.error());
+    if (document->parameters.HDateiSkalaZA == 0.0 && m_request.exaggeration != 0.0)
         return failed(text("A height unit of %1 m is too small for a world unit of %2 m; "
                            "choose a larger one.")
                           .arg(m_unit)
                           .arg(metresPerUnit(shown)));
     Result<void> done = writePictures(m_whole.part(0.77, 0.98));
     if (done)
-        done = addScenery(m_group, m_names.scenery, document);
+        done = addScenery(m_group, m_names.scenery, *document);
     if (done && !m_whole.tell(0.99))
         return stopped();
     return done ? m_group.takePlaces() : done;

@@ -34,7 +34,8 @@ private:
     {
         WorkerPool pool(threads);
         NoProgress progress;
-        const FilledHeights filled = fillWithLowest(heights);
+        const FilledHeights filled =
+            fillWithLowest(heights, pool, Stretch{progress}).value();
         return paintGround(filled, {filled.heights, 10.0, 10.0},
                            groundColours(palette).value(),
                            size.isEmpty() ? heights.size : size, pool, Stretch{progress})
@@ -143,7 +144,9 @@ void TestGroundTexture::voidsStandOut()
     const QRgb ofVoid = picture.pixel(9, 7);
     QVERIFY(qBlue(ofVoid) > qRed(ofVoid));
     QVERIFY(picture.pixel(10, 7) != ofVoid);
-    const FilledHeights filled = fillWithLowest(ground);
+    WorkerPool pool(2);
+    NoProgress progress;
+    const FilledHeights filled = fillWithLowest(ground, pool, Stretch{progress}).value();
     QCOMPARE(filled.voids, qint64(1));
     QCOMPARE(filled.heights.row(7)[9], filled.range.first);
 }

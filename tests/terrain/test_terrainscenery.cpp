@@ -9,6 +9,7 @@
 #include "terrain/elevationpicture.h"
 #include "terrain/madeterrain.h"
 #include "terrain/rowwork.h"
+#include "terrain/stopsat.h"
 #include "terrain/terrainscenery.h"
 
 #include <QTest>
@@ -28,8 +29,14 @@ private slots:
     void everyColumnShowsTerrain_data();
     void everyColumnShowsTerrain();
     void cameraStaysOnTheLineOfSight();
+    void aStopEndsTheSearch();
 
 private:
+    static SceneryDocument made(const TerrainScene &scene, const QImage &heights)
+    {
+        NoProgress progress;
+        return sceneryOf(scene, heights, {}, progress).value();
+    }
     static QImage picture(const Heights &heights, double unit)
     {
         WorkerPool pool(2);
@@ -125,7 +132,7 @@ void TestTerrainScenery::scalesAreTrue()
     scene.exaggeration = exaggeration;
     const QImage heights = picture(
         madeHeights(elevation, [](int x, int y) { return x + 0.5 * y; }), scene.unit);
-    const SceneryDocument document = sceneryOf(scene, heights, {});
+    const SceneryDocument document = made(scene, heights);
     const SceneryData &data = document.parameters;
     const double perUnit = document.extras.MetresPerUnit;
     const auto isNear = [](double a, double b) { return std::abs(a - b) <= 1e-5 * b; };
@@ -154,7 +161,7 @@ void TestTerrainScenery::meshIsAsFineAsTheElevation()
     QFETCH(QSize, mesh);
     const QImage heights =
         picture(madeHeights(elevation, [](int, int) { return 1.0; }), 0.01);
-    const SceneryData data = sceneryOf(sceneOf(elevation, 30.0), heights, {}).parameters;
+    const SceneryData data = made(sceneOf(elevation, 30.0), heights).parameters;
     QCOMPARE(QSize(data.AusAuflX, data.AusAuflY), mesh);
     QCOMPARE(QSize(data.AusBreite, data.AusHoehe), QSize(1280, 960));
     QCOMPARE(data.GenauRechnen, 1);
@@ -170,7 +177,7 @@ void TestTerrainScenery::namesAreRelativeAndSafe()
     scene.name = "100% rock";
     const QImage heights =
         picture(madeHeights({10, 10}, [](int, int) { return 1.0; }), 0.01);
-    const SceneryData data = sceneryOf(scene, heights, {}).parameters;
+    const SceneryData data = made(scene, heights).parameters;
     QCOMPARE(data.HDateiname, QString("100% rock_elevation.png"));
     QCOMPARE(data.TDateiname, QString("100% rock_texture.png"));
     QCOMPARE(data.AusDateiname, QString("100%% rock_%04d"));
@@ -205,7 +212,7 @@ void TestTerrainScenery::everyColumnShowsTerrain()
     });
     TerrainScene scene = sceneOf(size, 30.0);
     const QImage heights = picture(ground, scene.unit);
-    const SceneryData data = sceneryOf(scene, heights, {}).parameters;
+    const SceneryData data = made(scene, heights).parameters;
     const QImage frame = drawn(data, heights, size);
     int empty = 0;
     for (int x = 0; x < frame.width(); ++x) {
@@ -224,7 +231,7 @@ void TestTerrainScenery::cameraStaysOnTheLineOfSight()
     const Heights ground = madeHeights(
         size, [](int x, int y) { return 300.0 + 100.0 * std::sin(x * 0.05 + y * 0.03); });
     const TerrainScene scene = sceneOf(size, 30.0);
-    const SceneryData data = sceneryOf(scene, picture(ground, scene.unit), {}).parameters;
+    const SceneryData data = made(scene, picture(ground, scene.unit)).parameters;
     QCOMPARE(data.BeobXA, 150.0);
     QVERIFY(std::abs(data.BeobYA + data.BeobZA - 130.0) < 0.02);
     QVERIFY(data.BeobYA >= -260.0 && data.BeobZA > 0.0);
@@ -234,6 +241,20 @@ void TestTerrainScenery::cameraStaysOnTheLineOfSight()
     QCOMPARE(data.VerkantenA, 0.0);
     QCOMPARE(data.BeobYE, data.BeobYA);
     QCOMPARE(data.BeobZE, data.BeobZA);
+}
+
+void TestTerrainScenery::aStopEndsTheSearch()
+{
+    const QImage heights =
+        picture(madeHeights({300, 200}, [](int x, int) { return x; }), 0.01);
+    for (const int question : {0, 1, 5}) {
+        StopsAt progress(question);
+        const auto document =
+            sceneryOf(sceneOf(heights.size(), 30.0), heights, {}, progress);
+        QVERIFY(progress.wasAsked() || question > 0);
+        QCOMPARE(document.has_value(), !progress.wasAsked());
+        QVERIFY(document || document.error().stopped);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestTerrainScenery)
