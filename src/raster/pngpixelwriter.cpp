@@ -25,17 +25,30 @@ constexpr int PiecesAtOnce = 32;
 // How much is done to find what is alike. At this level files of frames come out about as
 // large as those of the toolkit.
 constexpr int LevelOfFrames = 5;
-// Other pictures tell by samples whether the slower level is worth its time; numbers of a
-// palette, which no filter prepares, need more of it.
+// Other pictures tell by samples whether the slower level is worth its time. Greys gain
+// more by it, and numbers of a palette, which no filter prepares, need most.
 struct Levels {
     int fast;
     int slow;
     double worthIt; // part of the bytes of the fast one
 };
-constexpr Levels OfColours{4, 6, 0.985};
+constexpr Levels OfColours{4, 5, 0.985};
+constexpr Levels OfGreys{4, 6, 0.985};
 constexpr Levels OfPalette{6, 7, 0.97};
 constexpr int Samples = 8;
 constexpr qint64 BytesOfSample = qint64(1) << 17;
+
+const Levels &levelsOf(PngPixels::Colour colour)
+{
+    switch (colour) {
+    case PngPixels::Colour::Gray:
+        return OfGreys;
+    case PngPixels::Colour::Palette:
+        return OfPalette;
+    default:
+        return OfColours;
+    }
+}
 
 void appendNumber(std::vector<unsigned char> &bytes, std::uint32_t value)
 {
@@ -112,8 +125,7 @@ int PngPixelWriter::chooseLevel(WorkerPool &pool, Progress &progress)
 {
     if (m_isFrame)
         return LevelOfFrames;
-    const Levels &levels =
-        m_pixels.colour == PngPixels::Colour::Palette ? OfPalette : OfColours;
+    const Levels &levels = levelsOf(m_pixels.colour);
     // From all over the picture.
     const int samples = std::min(Samples, m_pieces);
     const auto packed = [&](int level) {
