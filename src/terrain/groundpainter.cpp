@@ -6,9 +6,6 @@
 namespace {
 
 constexpr int Places = 1024; // of the tables of colours
-// Terrains that are all but level have the colour of low ground.
-constexpr float PlaceOfLevel = 0.2f * Places;
-constexpr float LevelRange = 1e-3f; // metres
 // Ground below the sea is under water; where it is hardly lower, such as in a polder,
 // only what is level at about 0 is.
 constexpr float HardlyLower = -10.0f;
@@ -26,15 +23,10 @@ unsigned int channel(float value)
 
 } // namespace
 
-GroundPainter::GroundPainter(const GroundPalette &palette, std::pair<float, float> range,
-                             double cell, int width)
+GroundPainter::GroundPainter(const GroundPalette &palette, const GroundPlaces &places,
+                             float lowest, double cell, int width)
     : m_palette(palette), m_ground(table(palette.ground)), m_rock(table(palette.rock)),
-      m_lowest(range.first),
-      m_lowestLand(palette.hasSea && range.second > 0.0f ? std::max(range.first, 0.0f)
-                                                         : range.first),
-      m_perMetre(range.second - m_lowestLand > LevelRange
-                     ? float(Places - 1) / (range.second - m_lowestLand)
-                     : 0.0f),
+      m_places(places), m_lowest(lowest),
       m_slopeFactor(
           static_cast<float>(std::clamp(std::pow(cell / UsualCell, 0.25), 0.8, 3.0))),
       m_speckle(width), m_patches(std::size_t(width)), m_grain(std::size_t(width))
@@ -80,8 +72,7 @@ GroundPainter::Colour GroundPainter::sea(float metres) const
 
 GroundPainter::Colour GroundPainter::land(float metres, float slope, float patch) const
 {
-    const float place =
-        m_perMetre > 0.0f ? (metres - m_lowestLand) * m_perMetre : PlaceOfLevel;
+    const float place = m_places.at(metres) * float(Places - 1);
     const float wavering = place + patch * m_palette.belts * float(Places) * 0.5f;
     const auto at = [](float p) {
         return static_cast<std::size_t>(std::clamp(p, 0.0f, float(Places - 1)));

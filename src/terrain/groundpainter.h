@@ -1,11 +1,11 @@
 #pragma once
 
 #include "terrain/groundpalettes.h"
+#include "terrain/groundplaces.h"
 #include "terrain/speckle.h"
 
 #include <QRgb>
 
-#include <utility>
 #include <vector>
 
 /// Heights and slopes of a row of pixels.
@@ -19,9 +19,9 @@ struct GroundRow {
 /// Paints ground in the colours of a palette.
 class GroundPainter {
 public:
-    /// `range` of all heights, metres; `cell` of the heights, metres: slopes of wide
-    /// cells are flatter than the ground that they stand for.
-    GroundPainter(const GroundPalette &palette, std::pair<float, float> range,
+    /// `lowest` of all heights, metres; `cell` of the heights, metres: slopes of wide
+    /// cells are flatter than the ground that they stand for. `places` must outlive it.
+    GroundPainter(const GroundPalette &palette, const GroundPlaces &places, float lowest,
                   double cell, int width);
 
     void paint(int y, const GroundRow &row, QRgb *pixels);
@@ -37,9 +37,8 @@ private:
 
     const GroundPalette &m_palette;
     std::vector<Colour> m_ground, m_rock; // by height
-    float m_lowest;                       // of all heights
-    float m_lowestLand;
-    float m_perMetre; // places of the tables
+    const GroundPlaces &m_places;
+    float m_lowest; // of all heights
     float m_slopeFactor;
     SpeckleRows m_speckle;
     std::vector<float> m_patches, m_grain;

@@ -60,25 +60,28 @@ constexpr float Never = 1e30f; // a slope that no ground has
 constexpr std::array<int, 3> Nothing = {160, 208, 255};
 constexpr std::array<int, 3> GreyNothing = {232, 232, 232};
 
+// Of natural ground: half by height, half by how much ground lies lower.
+constexpr float Shared = 0.5f;
+
 using Rgb = std::array<float, 3>;
 
 constexpr GroundPalette Palettes[] = {
     {"alpine", AlpineGround, AlpineRock, 0.62f, 1.15f, 0.12f, 0.13f, true,
-     Rgb{132, 190, 206}, Rgb{28, 78, 130}, Nothing},
+     Rgb{132, 190, 206}, Rgb{28, 78, 130}, Nothing, Shared},
     {"temperate", TemperateGround, TemperateRock, 0.62f, 1.15f, 0.12f, 0.13f, true,
-     Rgb{128, 190, 210}, Rgb{30, 84, 138}, Nothing},
+     Rgb{128, 190, 210}, Rgb{30, 84, 138}, Nothing, Shared},
     {"desert", DesertGround, DesertRock, 0.42f, 0.95f, 0.10f, 0.08f, false,
-     Rgb{126, 192, 200}, Rgb{36, 98, 140}, Nothing},
+     Rgb{126, 192, 200}, Rgb{36, 98, 140}, Nothing, Shared},
     {"arctic", ArcticGround, ArcticRock, 0.58f, 0.95f, 0.09f, 0.05f, true,
-     Rgb{140, 184, 206}, Rgb{22, 66, 110}, Nothing},
+     Rgb{140, 184, 206}, Rgb{22, 66, 110}, Nothing, Shared},
     {"autumn", AutumnGround, AutumnRock, 0.62f, 1.15f, 0.14f, 0.16f, true,
-     Rgb{122, 172, 190}, Rgb{32, 78, 118}, Nothing},
+     Rgb{122, 172, 190}, Rgb{32, 78, 118}, Nothing, Shared},
     {"volcanic", VolcanicGround, VolcanicRock, 0.50f, 1.00f, 0.11f, 0.13f, true,
-     Rgb{92, 154, 172}, Rgb{20, 56, 96}, Nothing},
+     Rgb{92, 154, 172}, Rgb{20, 56, 96}, Nothing, Shared},
     {"atlas", AtlasGround, AtlasGround, Never, 2.0f * Never, 0.0f, 0.0f, true,
-     Rgb{196, 228, 242}, Rgb{76, 142, 200}, Nothing},
+     Rgb{196, 228, 242}, Rgb{76, 142, 200}, Nothing, 0.0f},
     {"grey", GreyGround, GreyRock, 0.55f, 1.20f, 0.0f, 0.03f, false, Rgb{186, 186, 186},
-     Rgb{104, 104, 104}, GreyNothing},
+     Rgb{104, 104, 104}, GreyNothing, 0.0f},
 };
 
 } // namespace

@@ -25,6 +25,7 @@ struct GroundPalette {
     std::array<float, 3> shallow;
     std::array<float, 3> deep;
     std::array<int, 3> ofVoids; ///< for cells without a height
+    float evenness;             ///< 0: colours by height, 1: by the share of lower ground
 };
 
 /// The palettes of the program by their names; null for another name.

@@ -176,6 +176,9 @@ Result<QImage> paintGround(const FilledHeights &filled, const Ground &ground,
     std::optional<ColourRamp> ramp;
     if (isRamp)
         ramp.emplace(colours.table, filled.range);
+    std::optional<GroundPlaces> places;
+    if (!isRamp)
+        places.emplace(filled, *colours.palette);
     const QRgb ofVoids = ramp ? ramp->ofVoids() : colourOfVoids(*colours.palette);
     const double cell = std::sqrt(ground.cellX * ground.cellY);
     const bool painted =
@@ -183,7 +186,8 @@ Result<QImage> paintGround(const FilledHeights &filled, const Ground &ground,
             ScaledGround rows(ground, size);
             std::optional<GroundPainter> painter;
             if (!isRamp)
-                painter.emplace(*colours.palette, filled.range, cell, size.width());
+                painter.emplace(*colours.palette, *places, filled.range.first, cell,
+                                size.width());
             for (int y = first; y < last; ++y) {
                 QRgb *const pixels = pixelsOf(bits, perLine, y);
                 const GroundRow row = rows.row(y);

@@ -18,6 +18,7 @@ private slots:
     void thereAreEightPalettes();
     void everyPalettePaintsItsOwnGround();
     void heightAndSlopeTellTheColour();
+    void plainsBelowAHillHaveMoreThanOneColour();
     void seaIsBlueWhereItIsSea_data();
     void seaIsBlueWhereItIsSea();
     void levelGroundIsNotOneColour();
@@ -97,6 +98,22 @@ void TestGroundTexture::heightAndSlopeTellTheColour()
     QVERIFY(low[1] > low[0] && low[1] > low[2] + 20.0);
     QVERIFY(high[0] > 225.0 && high[1] > 225.0 && high[2] > 225.0);
     QVERIFY(cliff[0] < 190.0 && std::abs(cliff[0] - cliff[2]) < 60.0);
+}
+
+void TestGroundTexture::plainsBelowAHillHaveMoreThanOneColour()
+{
+    // A plain that rises by 50 m, and one hill of 1000 m in its corner.
+    const Heights ground = madeHeights({200, 100}, [](int x, int y) {
+        return x < 6 && y < 6 ? 1000.0 : 1.0 + 0.25 * x;
+    });
+    const auto difference = [&ground](const char *palette) {
+        const QImage picture = paint(ground, palette);
+        const auto low = mean(picture, {20, 20, 30, 70});
+        const auto high = mean(picture, {160, 20, 30, 70});
+        return std::abs(high[0] - low[0]) + std::abs(high[1] - low[1]);
+    };
+    QVERIFY(difference("temperate") > 80.0);
+    QVERIFY(difference("atlas") < 30.0); // a map's colours tell the height alone
 }
 
 void TestGroundTexture::seaIsBlueWhereItIsSea_data()
