@@ -88,6 +88,12 @@ QString decimalsOf(const Option &option)
                : QStringLiteral(" with at most %1 decimals").arg(option.decimals);
 }
 
+// A range stands apart from what is said of several numbers.
+QString afterNumbers(const QString &range, bool one)
+{
+    return one || range.isEmpty() ? range : QLatin1Char(',') + range;
+}
+
 } // namespace
 
 QString takenBy(const Option &option)
@@ -96,14 +102,15 @@ QString takenBy(const Option &option)
     const QString count = one ? QStringLiteral("a") : QString::number(option.numbers);
     const QString kind =
         option.kind == OptionKind::Integer ? QStringLiteral(" whole") : QString();
-    const QString plural = one ? QString() : QStringLiteral("s, with commas between,");
+    const QString plural = one ? QString() : QStringLiteral("s, with commas between");
     switch (option.kind) {
     case OptionKind::Flag:
         return QStringLiteral("no value");
     case OptionKind::Integer:
     case OptionKind::Real:
-        return QStringLiteral("%1%2 number%3%4%5")
-            .arg(count, kind, plural, rangeOf(option), decimalsOf(option));
+        return QStringLiteral("%1%2 number%3%4")
+            .arg(count, kind, plural,
+                 afterNumbers(rangeOf(option) + decimalsOf(option), one));
     case OptionKind::Size:
         return QStringLiteral("WxH with sides%1").arg(rangeOf(option));
     case OptionKind::Choice:

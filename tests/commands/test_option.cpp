@@ -52,6 +52,19 @@ private slots:
                                     value + "\".");
     }
 
+    void severalNumbersAreToldBeforeTheirRange()
+    {
+        Option cell{.name = "cell", .kind = OptionKind::Real, .numbers = 2};
+        QCOMPARE(complaintOf(cell, "1,2"), QString());
+        QCOMPARE(complaintOf(cell, "1"),
+                 "--cell takes 2 numbers, with commas between, not \"1\".");
+        cell.lowest = 0;
+        cell.highest = 9;
+        QCOMPARE(complaintOf(cell, "1,10"),
+                 "--cell takes 2 numbers, with commas between, from 0 to 9, not "
+                 "\"1,10\".");
+    }
+
     void wholeNumbersAreWhole_data()
     {
         QTest::addColumn<QString>("value");
