@@ -1,6 +1,7 @@
 #include "terrain/maketexture.h"
 
 #include "base/workerpool.h"
+#include "raster/heightkinds.h"
 #include "raster/imagefile.h"
 #include "terrain/elevationpicture.h"
 #include "terrain/rowwork.h"
@@ -58,6 +59,8 @@ Result<Elevation> readElevation(const TextureFromElevation &job, WorkerPool &poo
         return failed(
             text("Cannot read \"%1\": %2.").arg(job.elevation, file.errorString()));
     file.close();
+    if (const QString other = otherHeightsNotice(job.elevation); !other.isEmpty())
+        return failed(other);
     const QImage image = loadImageFile(job.elevation);
     if (image.isNull())
         return failed(text("\"%1\" is no picture that can be read.").arg(job.elevation));

@@ -126,6 +126,14 @@ void TestMakeTexture::whatCannotBeReadIsTold()
     const Result<TerrainReport> unread = makeTexture(job, progress);
     QVERIFY(!unread);
     QVERIFY(unread.error().text.contains("junk.png"));
+    // What holds other heights would give a texture of rubbish.
+    QImage other(8, 8, QImage::Format_Grayscale16);
+    other.fill(300);
+    job.elevation = folder.filePath("other.png");
+    QVERIFY(other.save(job.elevation));
+    const Result<TerrainReport> rubbish = makeTexture(job, progress);
+    QVERIFY(!rubbish);
+    QVERIFY(rubbish.error().text.contains("16 bits"));
     QVERIFY(!QFile::exists(job.out));
 }
 
