@@ -1,6 +1,7 @@
 #include "geodata/photos.h"
 
 #include "base/memorybudget.h"
+#include "geodata/mosaic.h"
 #include "geodata/pieces.h"
 #include "geodata/warp.h"
 
@@ -30,6 +31,19 @@ bool isPlaced(GDALDatasetH file)
     GeoTransform transform{};
     return GDALGetGeoTransform(file, transform.data()) == CE_None ||
            GDALGetGCPCount(file) > 0;
+}
+
+// Whether a file with a world file alone counts in longitudes and latitudes: a place of a
+// projection within some hundred metres of its origin is none that people photograph.
+bool isInDegrees(GDALDatasetH file)
+{
+    RasterFile raster;
+    raster.size = {GDALGetRasterXSize(file), GDALGetRasterYSize(file)};
+    if (GDALGetGeoTransform(file, raster.transform.data()) != CE_None)
+        return false;
+    const Extent extent = extentOf(raster);
+    return extent.west >= -360.0 && extent.east <= 360.0 && extent.south >= -90.5 &&
+           extent.north <= 90.5;
 }
 
 // What gdal_translate is to do so that a file has red, green and blue bytes.
@@ -90,7 +104,9 @@ Result<Dataset> placed(const QString &file, const OutputGrid &grid, const QSize 
         arguments << "-t_srs" << grid.crs;
         const QByteArray own = GDALGetProjectionRef(photo.get());
         if (own.isEmpty() && GDALGetGCPCount(photo.get()) == 0)
-            arguments << "-s_srs" << grid.crs;
+            arguments << "-s_srs"
+                      << (isInDegrees(photo.get()) ? QStringLiteral("EPSG:4326")
+                                                   : grid.crs);
     }
     arguments << "-dstalpha"
               << "-r" << (size.isEmpty() ? "near" : "cubic");
@@ -162,15 +178,16 @@ private:
     std::vector<std::uint8_t> m_bytes;
 };
 
-bool isOpaque(const QImage &picture)
+// Whether some pixel of a picture is opaque, or not.
+bool hasPixels(const QImage &picture, bool opaque)
 {
     for (int y = 0; y < picture.height(); ++y) {
         const auto *const row = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
         if (std::any_of(row, row + picture.width(),
-                        [](QRgb pixel) { return qAlpha(pixel) == 0; }))
-            return false;
+                        [opaque](QRgb pixel) { return (qAlpha(pixel) != 0) == opaque; }))
+            return true;
     }
-    return true;
+    return false;
 }
 
 } // namespace
@@ -223,7 +240,10 @@ Result<QImage> photoOn(const QStringList &files, const OutputGrid &grid,
     Result<bool> done = workOnPieces(pieces, make, progress);
     if (!done)
         return tl::unexpected(done.error());
-    if (isOpaque(picture))
+    if (!hasPixels(picture, true))
+        return failed(QObject::tr("\"%1\" does not lie on this part of the terrain.")
+                          .arg(files.join(QLatin1String("\", \""))));
+    if (!hasPixels(picture, false))
         picture.reinterpretAsFormat(QImage::Format_RGB32);
     return picture;
 }
