@@ -33,17 +33,19 @@ bool isPlaced(GDALDatasetH file)
            GDALGetGCPCount(file) > 0;
 }
 
-// Whether a file with a world file alone counts in longitudes and latitudes: a place of a
-// projection within some hundred metres of its origin is none that people photograph.
-bool isInDegrees(GDALDatasetH file)
+// Whether a file with a world file alone counts in longitudes and latitudes: it may, and
+// in the system of the terrain it would lie beside it.
+bool isInDegrees(GDALDatasetH file, const Extent &terrain)
 {
     RasterFile raster;
     raster.size = {GDALGetRasterXSize(file), GDALGetRasterYSize(file)};
     if (GDALGetGeoTransform(file, raster.transform.data()) != CE_None)
         return false;
     const Extent extent = extentOf(raster);
-    return extent.west >= -360.0 && extent.east <= 360.0 && extent.south >= -90.5 &&
-           extent.north <= 90.5;
+    const bool meets = extent.west < terrain.east && terrain.west < extent.east &&
+                       extent.south < terrain.north && terrain.south < extent.north;
+    return !meets && extent.west >= -360.0 && extent.east <= 360.0 &&
+           extent.south >= -90.5 && extent.north <= 90.5;
 }
 
 // What gdal_translate is to do so that a file has red, green and blue bytes.
@@ -105,8 +107,8 @@ Result<Dataset> placed(const QString &file, const OutputGrid &grid, const QSize 
         const QByteArray own = GDALGetProjectionRef(photo.get());
         if (own.isEmpty() && GDALGetGCPCount(photo.get()) == 0)
             arguments << "-s_srs"
-                      << (isInDegrees(photo.get()) ? QStringLiteral("EPSG:4326")
-                                                   : grid.crs);
+                      << (isInDegrees(photo.get(), extent) ? QStringLiteral("EPSG:4326")
+                                                           : grid.crs);
     }
     arguments << "-dstalpha"
               << "-r" << (size.isEmpty() ? "near" : "cubic");
