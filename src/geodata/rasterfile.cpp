@@ -1,6 +1,7 @@
 #include "geodata/rasterfile.h"
 
 #include "geodata/crs.h"
+#include "geodata/mosaic.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -79,6 +80,25 @@ bool isUsable(const GeoTransform &t, const QSize &size)
     return std::abs(t[1] * t[5] - t[2] * t[4]) > Finest * Finest;
 }
 
+// A file of metres whose system counts in degrees, by a mistake or a wrong file beside
+// it.
+void leaveOutOtherDegrees(RasterFile &raster)
+{
+    constexpr double MostLatitude = 92.0; // with half a cell beyond the pole
+    constexpr double MostLongitude = 720.0;
+    if (!raster.isPlaced || raster.crs.isEmpty() || !isGeographic(raster.crs))
+        return;
+    const Extent extent = extentOf(raster);
+    if (extent.south >= -MostLatitude && extent.north <= MostLatitude &&
+        extent.west >= -MostLongitude && extent.east <= MostLongitude)
+        return;
+    raster.crs.clear();
+    raster.notes.append(QObject::tr("The coordinates of \"%1\" are no longitudes and "
+                                    "latitudes, as its reference system has them, which "
+                                    "is left out.")
+                            .arg(raster.name));
+}
+
 void readPlace(GDALDatasetH file, RasterFile &raster)
 {
     constexpr GeoTransform Cells{0.0, 1.0, 0.0, 0.0, 0.0, -1.0};
@@ -103,6 +123,7 @@ void readPlace(GDALDatasetH file, RasterFile &raster)
         raster.transform = Cells;
         raster.crs.clear();
     }
+    leaveOutOtherDegrees(raster);
 }
 
 void readHeights(GDALRasterBandH band, RasterFile &raster)

@@ -24,6 +24,7 @@ private slots:
     void aFileThatIsCutOffIsTold();
     void aTransformOfNoUseIsLeftOut_data();
     void aTransformOfNoUseIsLeftOut();
+    void metresUnderASystemOfDegreesStayMetres();
     void foldersAndArchivesAreOpened();
     void requestsThatCannotBeMetAreTold_data();
     void requestsThatCannotBeMetAreTold();
@@ -188,6 +189,22 @@ void TestBadTerrain::aTransformOfNoUseIsLeftOut()
     QCOMPARE(heights->row(3)[5], float(hills(5, 3)));
     // A cell of no size is not written into the file to begin with.
     QVERIFY(cell == 0.0 || !(*terrain)->facts().notes.isEmpty());
+}
+
+void TestBadTerrain::metresUnderASystemOfDegreesStayMetres()
+{
+    GeoFile file;
+    file.name = at("wrong.tif");
+    file.crs = "EPSG:4326";
+    QVERIFY(write(file));
+    const auto terrain = opened(file.name);
+    QVERIFY2(terrain, qPrintable(terrain ? QString() : terrain.error().text));
+    const auto grid = (*terrain)->plan({});
+    QVERIFY2(grid, qPrintable(grid ? QString() : grid.error().text));
+    QCOMPARE(grid->size, file.size);
+    QCOMPARE(grid->metresX, 30.0);
+    QCOMPARE(grid->metresY, 30.0);
+    QVERIFY((*terrain)->facts().notes.join(u' ').contains("wrong.tif"));
 }
 
 void TestBadTerrain::foldersAndArchivesAreOpened()
