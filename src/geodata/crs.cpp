@@ -47,6 +47,20 @@ Result<QString> wktOf(const QString &code)
     return wkt;
 }
 
+Result<QString> wktOfMap(const QString &code)
+{
+    Result<QString> wkt = wktOf(code);
+    const Srs srs = wkt ? systemOf(*wkt) : nullptr;
+    if (!srs)
+        return wkt;
+    const bool isOfHeights =
+        OSRIsVertical(srs.get()) != 0 && OSRIsCompound(srs.get()) == 0;
+    if (OSRIsGeocentric(srs.get()) != 0 || isOfHeights)
+        return failed(
+            QObject::tr("\"%1\" is no reference system in which maps lie.").arg(code));
+    return wkt;
+}
+
 bool isSameCrs(const QString &one, const QString &other)
 {
     if (one == other)

@@ -21,6 +21,9 @@ using Srs = std::unique_ptr<void, SrsDeleter>;
 
 /// The well-known text of a code such as "EPSG:25833".
 [[nodiscard]] Result<QString> wktOf(const QString &code);
+/// The same of a system of two axes on the earth: one of heights alone, or of places in
+/// space, is refused.
+[[nodiscard]] Result<QString> wktOfMap(const QString &code);
 
 /// Whether two systems, as well-known text, are the same; empty ones are.
 [[nodiscard]] bool isSameCrs(const QString &one, const QString &other);

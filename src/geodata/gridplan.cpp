@@ -109,7 +109,7 @@ Result<QString> wantedCrs(const Mosaic &mosaic, const std::vector<Part> &parts,
     if (wanted == QLatin1String("keep"))
         return own;
     if (wanted != QLatin1String("utm"))
-        return wktOf(wanted);
+        return wktOfMap(wanted);
     const QPointF middle((all.west + all.east) / 2.0, (all.south + all.north) / 2.0);
     const Result<QList<QPointF>> places = toDegrees({middle}, own);
     if (!places)
