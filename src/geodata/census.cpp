@@ -76,6 +76,18 @@ QList<QRect> windowsOf(const Sheet &sheet, bool all)
     return windows;
 }
 
+QList<QRect> quartersOf(const QRect &part)
+{
+    const QSize half((part.width() + 1) / 2, (part.height() + 1) / 2);
+    QList<QRect> quarters;
+    for (const int y : {0, half.height()})
+        for (const int x : {0, half.width()})
+            if (const QRect quarter = QRect(part.topLeft() + QPoint(x, y), half) & part;
+                !quarter.isEmpty())
+                quarters.append(quarter);
+    return quarters;
+}
+
 class CensusWorker final : public PieceWorker {
 public:
     CensusWorker(std::unique_ptr<SheetReader> reader, const QList<QRect> &windows,
@@ -100,6 +112,66 @@ private:
     std::vector<Census> &m_found;
     std::vector<float> m_cells;
 };
+
+Result<Census> censusOf(const Sheet &sheet, const QList<QRect> &windows,
+                        Progress &progress)
+{
+    const Census none(sheet.rasters.front());
+    std::vector<Census> found(std::size_t(windows.size()), none);
+    const auto make = [&]() -> Result<std::unique_ptr<PieceWorker>> {
+        Result<std::unique_ptr<SheetReader>> reader = SheetReader::open(sheet);
+        if (!reader)
+            return tl::unexpected(reader.error());
+        return std::make_unique<CensusWorker>(std::move(*reader), windows, found);
+    };
+    Result<bool> done = workOnPieces(static_cast<int>(windows.size()), make, progress);
+    if (!done)
+        return tl::unexpected(done.error());
+    Census all = none;
+    for (const Census &part : found)
+        all.add(part);
+    return all;
+}
+
+// Windows of a sheet of one file in which that says to hold cells, the first few of them;
+// none where it does not know.
+QList<QRect> heldWindows(const Sheet &sheet)
+{
+    constexpr int MostLooks = 10000;
+    const GdalMessages messages;
+    Result<Dataset> file = sheet.rasters.size() == 1
+                               ? openRaster(sheet.rasters.front().name)
+                               : Result<Dataset>(Dataset());
+    if (!file || !*file)
+        return {};
+    GDALRasterBandH band = GDALGetRasterBand(file->get(), 1);
+    QList<QRect> held;
+    QList<QRect> open{QRect(QPoint(), sheet.size)};
+    for (int i = 0; i < MostLooks && !open.isEmpty(); ++i) {
+        const QRect part = open.takeLast();
+        const int status = GDALGetDataCoverageStatus(
+            band, part.x(), part.y(), part.width(), part.height(),
+            GDAL_DATA_COVERAGE_STATUS_DATA, nullptr);
+        if ((status & GDAL_DATA_COVERAGE_STATUS_UNIMPLEMENTED) != 0)
+            return {};
+        if ((status & GDAL_DATA_COVERAGE_STATUS_DATA) == 0)
+            continue;
+        if (std::max(part.width(), part.height()) > WindowSide)
+            open += quartersOf(part);
+        else
+            held.append(part);
+        if (held.size() >= SampleSide * SampleSide)
+            break;
+    }
+    return held;
+}
+
+// More than voids, and than the zeros of what was never written.
+bool tellsHeights(const Census &census)
+{
+    const auto range = census.range();
+    return range && range->first < range->second;
+}
 
 } // namespace
 
@@ -184,22 +256,17 @@ std::optional<std::pair<double, double>> Census::range() const
 Result<Census> takeCensus(const Sheet &sheet, qint64 most, Progress &progress)
 {
     const qint64 cells = qint64(sheet.size.width()) * sheet.size.height();
-    const QList<QRect> windows = windowsOf(sheet, cells <= most);
-    const Census none(sheet.rasters.front());
-    std::vector<Census> found(std::size_t(windows.size()), none);
-    const auto make = [&]() -> Result<std::unique_ptr<PieceWorker>> {
-        Result<std::unique_ptr<SheetReader>> reader = SheetReader::open(sheet);
-        if (!reader)
-            return tl::unexpected(reader.error());
-        return std::make_unique<CensusWorker>(std::move(*reader), windows, found);
-    };
-    Result<bool> done = workOnPieces(static_cast<int>(windows.size()), make, progress);
-    if (!done)
-        return tl::unexpected(done.error());
-    Census all = none;
-    for (const Census &part : found)
-        all.add(part);
-    return all;
+    const bool isWhole = cells <= most;
+    Result<Census> found = censusOf(sheet, windowsOf(sheet, isWhole), progress);
+    if (!found || isWhole || tellsHeights(*found))
+        return found;
+    // What little a huge file holds may lie between the windows.
+    const QList<QRect> held = heldWindows(sheet);
+    const Result<Census> more = censusOf(sheet, held, progress);
+    if (!more)
+        return more;
+    found->add(*more);
+    return found;
 }
 
 bool mayHideVoids(const RasterFile &raster)

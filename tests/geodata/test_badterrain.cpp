@@ -255,6 +255,8 @@ void TestBadTerrain::requestsThatCannotBeMetAreTold_data()
     QTest::addColumn<QSize>("size");
     QTest::newRow("unknown system") << "EPSG:999999" << QRect() << QSize();
     QTest::newRow("junk for a system") << "junk" << QRect() << QSize();
+    QTest::newRow("heights alone") << "EPSG:5773" << QRect() << QSize();
+    QTest::newRow("places in space") << "EPSG:4978" << QRect() << QSize();
     QTest::newRow("cells outside") << "keep" << QRect(100, 100, 5, 5) << QSize();
     QTest::newRow("too many cells") << "keep" << QRect() << QSize(2000000, 2000000);
     QTest::newRow("a system that is far away") << "EPSG:2193" << QRect() << QSize();
@@ -309,6 +311,7 @@ void TestBadTerrain::hugeSparseFilesAreSeenAtOnce()
     NoProgress progress;
     const auto scan = (*terrain)->scan(progress);
     QVERIFY(scan && scan->isApproximate);
+    QVERIFY(scan->range && scan->range->second == 700.0); // of the one part that it holds
     const auto grid = (*terrain)->plan({});
     QVERIFY(grid);
     QCOMPARE(grid->size, QSize(4096, 4096));
