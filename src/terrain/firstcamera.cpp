@@ -294,17 +294,24 @@ double MeshSurface::step() const
     return std::min(m_width / m_columns, m_depth / m_rows);
 }
 
+// The renderer mixes the heights and colours of the cells around a place, so that one of
+// them shows from a little way off.
 bool MeshSurface::isVoid(double x, double y) const
 {
+    constexpr int Around = 4; // cells, as at the edge
     if (m_isVoid.empty())
         return false;
-    const int column = static_cast<int>(x / m_width * m_pixels.width());
+    const int column = static_cast<int>(x / m_width * m_pixels.width() + 0.5);
     const int row =
-        m_pixels.height() - 1 - static_cast<int>(y / m_depth * m_pixels.height());
-    if (!QRect(QPoint(0, 0), m_pixels).contains(column, row))
-        return false;
-    return m_isVoid[std::size_t(row) * std::size_t(m_pixels.width()) +
-                    std::size_t(column)];
+        m_pixels.height() - 1 - static_cast<int>(y / m_depth * m_pixels.height() + 0.5);
+    const QRect near =
+        QRect(column - Around, row - Around, 2 * Around + 1, 2 * Around + 1) &
+        QRect(QPoint(0, 0), m_pixels);
+    for (int j = near.top(); j <= near.bottom(); ++j)
+        for (int i = near.left(); i <= near.right(); ++i)
+            if (m_isVoid[std::size_t(j) * std::size_t(m_pixels.width()) + std::size_t(i)])
+                return true;
+    return false;
 }
 
 double MeshSurface::at(double x, double y) const

@@ -28,6 +28,8 @@ private slots:
     void namesAreRelativeAndSafe();
     void everyColumnShowsTerrain_data();
     void everyColumnShowsTerrain();
+    void voidsStayOutOfTheLowestRow_data();
+    void voidsStayOutOfTheLowestRow();
     void cameraStaysOnTheLineOfSight();
     void aStopEndsTheSearch();
 
@@ -54,17 +56,25 @@ private:
         scene.unit = unitFor(cell, 1.0);
         return scene;
     }
-    // The frame, white on black, without light and shade.
+    // The frame, without light and shade.
     static QImage drawn(const SceneryData &data, const QImage &heights,
-                        const QSize &texture);
+                        const QImage &texture);
+    // White on black.
+    static QImage drawn(const SceneryData &data, const QImage &heights,
+                        const QSize &texture)
+    {
+        QImage white(texture, QImage::Format_RGB32);
+        white.fill(Qt::white);
+        return drawn(data, heights, white);
+    }
 };
 
 QImage TestTerrainScenery::drawn(const SceneryData &data, const QImage &heights,
-                                 const QSize &texture)
+                                 const QImage &texture)
 {
     const QSize frame(data.AusBreite, data.AusHoehe);
-    TextureImage white(texture, QImage::Format_RGB32);
-    white.fill(Qt::white);
+    TextureImage white(texture.size(), QImage::Format_RGB32);
+    static_cast<QImage &>(white) = texture;
     white.setBackgroundColor(0xFFFFFFFFu);
     // Scales come with a file alone.
     ElevationImage stretched("", data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
@@ -83,6 +93,7 @@ QImage TestTerrainScenery::drawn(const SceneryData &data, const QImage &heights,
     setup.meshCellsY = data.AusAuflY;
     setup.terrainX = heights.width() * data.HDateiSkalaX;
     setup.terrainY = heights.height() * data.HDateiSkalaY;
+    setup.quality = data.GenauRechnen;
     setup.useBackground = true;
     setup.background = 0xFF123456u;
     const double turn = Pi / 180.0;
@@ -222,6 +233,47 @@ void TestTerrainScenery::everyColumnShowsTerrain()
         empty += shows ? 0 : 1;
     }
     QCOMPARE(empty, 0);
+}
+
+void TestTerrainScenery::voidsStayOutOfTheLowestRow_data()
+{
+    QTest::addColumn<int>("cells"); // for which an edge moves by one
+    for (const int cells : {14, 20, 30})
+        QTest::addRow("1 in %d", cells) << cells;
+}
+
+// As turned degrees have it: wedges without heights at the edges.
+void TestTerrainScenery::voidsStayOutOfTheLowestRow()
+{
+    QFETCH(int, cells);
+    const QSize size(220, 260);
+    Heights heights = madeHeights(size, [](int x, int y) {
+        return 500.0 + 300.0 * std::sin(x * 0.09) * std::cos(y * 0.07);
+    });
+    std::vector<bool> isVoid(heights.metres.size(), false);
+    QImage texture(size, QImage::Format_RGB32);
+    texture.fill(Qt::white);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x) {
+            const int east = size.width() - x;
+            const int south = size.height() - y;
+            if (x * cells > y && east * cells > south && south * cells > x + 1)
+                continue;
+            isVoid[std::size_t(y * size.width() + x)] = true;
+            heights.row(y)[x] = 200.0F;
+            texture.setPixel(x, y, qRgb(255, 0, 0));
+        }
+    const TerrainScene scene = sceneOf(size, 30.0);
+    const QImage image = picture(heights, scene.unit);
+    NoProgress progress;
+    const SceneryData data = sceneryOf(scene, image, isVoid, progress)->parameters;
+    const QImage frame = drawn(data, image, texture);
+    int red = 0;
+    for (int x = 0; x < frame.width(); ++x) {
+        const QRgb pixel = frame.pixel(x, frame.height() - 1);
+        red += qRed(pixel) - qGreen(pixel) > 8 ? 1 : 0;
+    }
+    QCOMPARE(red, 0);
 }
 
 // A terrain that is not high for its size is seen from the line of Reposition.
