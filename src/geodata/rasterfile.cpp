@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <cpl_string.h>
+#include <cpl_vsi.h>
 #include <ogr_srs_api.h>
 
 #include <cmath>
@@ -151,6 +152,30 @@ void readHeights(GDALRasterBandH band, RasterFile &raster)
     raster.metres = metresOfUnit(raster.unit).value_or(1.0);
 }
 
+// Whether a file that keeps its cells as they are, and whose reader takes what is missing
+// for zeros, is shorter than they are.
+bool isCutOff(GDALDatasetH file)
+{
+    const QByteArray driver = GDALGetDriverShortName(GDALGetDatasetDriver(file));
+    if (driver != "netCDF" && driver != "ENVI")
+        return false;
+    const CPLStringList names(GDALGetFileList(file), TRUE);
+    VSILFILE *const bytes = names.empty() ? nullptr : VSIFOpenL(names[0], "rb");
+    if (!bytes)
+        return false;
+    QByteArray magic(3, '\0');
+    magic.resize(qsizetype(VSIFReadL(magic.data(), 1, std::size_t(magic.size()), bytes)));
+    VSIFSeekL(bytes, 0, SEEK_END);
+    const auto length = qint64(VSIFTellL(bytes));
+    VSIFCloseL(bytes);
+    const bool isPlain = driver == "ENVI" ? !magic.startsWith("\x1f\x8b") // gzip
+                                          : magic == "CDF";
+    const GDALDataType type = GDALGetRasterDataType(GDALGetRasterBand(file, 1));
+    const qint64 needed = qint64(GDALGetRasterXSize(file)) * GDALGetRasterYSize(file) *
+                          GDALGetDataTypeSizeBytes(type);
+    return isPlain && length < needed;
+}
+
 } // namespace
 
 std::optional<double> metresOfUnit(const QString &unit)
@@ -210,6 +235,8 @@ Result<Dataset> openRaster(const QString &name)
         return refuse(messages.reason(QObject::tr("it is no raster that GDAL knows")));
     if (isPicture(file.get()))
         return refuse(QObject::tr("it holds the colours of a picture, no heights"));
+    if (isCutOff(file.get()))
+        return refuse(QObject::tr("it is cut off"));
     return file;
 }
 

@@ -22,6 +22,8 @@ private slots:
     void aFileThatCannotBeReadIsTold_data();
     void aFileThatCannotBeReadIsTold();
     void aFileThatIsCutOffIsTold();
+    void whatIsCutOffIsNoZeros_data();
+    void whatIsCutOffIsNoZeros();
     void aTransformOfNoUseIsLeftOut_data();
     void aTransformOfNoUseIsLeftOut();
     void metresUnderASystemOfDegreesStayMetres();
@@ -160,6 +162,31 @@ void TestBadTerrain::aFileThatIsCutOffIsTold()
         }
         QVERIFY2(told.contains("cut.tif") && told.endsWith(u'.'), qPrintable(told));
     }
+}
+
+void TestBadTerrain::whatIsCutOffIsNoZeros_data()
+{
+    QTest::addColumn<QByteArray>("driver");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("NetCDF") << QByteArray("netCDF") << "cut.nc";
+    QTest::newRow("ENVI") << QByteArray("ENVI") << "cut.img";
+}
+
+// Their readers give zeros for what is missing.
+void TestBadTerrain::whatIsCutOffIsNoZeros()
+{
+    QFETCH(QByteArray, driver);
+    QFETCH(QString, name);
+    GeoFile file;
+    file.name = at(name);
+    file.driver = driver.constData();
+    QVERIFY(write(file));
+    QVERIFY(opened(file.name));
+    QFile whole(file.name);
+    QVERIFY(whole.resize(whole.size() / 2));
+    const auto terrain = opened(file.name);
+    QVERIFY(!terrain);
+    QVERIFY2(terrain.error().text.contains("cut off"), qPrintable(terrain.error().text));
 }
 
 void TestBadTerrain::aTransformOfNoUseIsLeftOut_data()
