@@ -301,9 +301,9 @@ bool MeshSurface::isVoid(double x, double y) const
     constexpr int Around = 4; // cells, as at the edge
     if (m_isVoid.empty())
         return false;
-    const int column = static_cast<int>(x / m_width * m_pixels.width() + 0.5);
-    const int row =
-        m_pixels.height() - 1 - static_cast<int>(y / m_depth * m_pixels.height() + 0.5);
+    const int column = static_cast<int>(std::lround(x / m_width * m_pixels.width()));
+    const int row = m_pixels.height() - 1 -
+                    static_cast<int>(std::lround(y / m_depth * m_pixels.height()));
     const QRect near =
         QRect(column - Around, row - Around, 2 * Around + 1, 2 * Around + 1) &
         QRect(QPoint(0, 0), m_pixels);
