@@ -5,6 +5,8 @@
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools
                 qt6-image-formats-plugins libgl-dev libdeflate-dev zlib1g-dev
                 libbenchmark-dev libexpected-dev libboost-dev libgdal-dev)
+# What tests compare with, and make archives with: without them they leave that out.
+test_packages=(gdal-bin python3)
 # What builds with clang and its sanitizers.
 clang_packages=(clang libclang-rt-14-dev)
 
