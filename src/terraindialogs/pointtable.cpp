@@ -47,9 +47,9 @@ void PointTable::fillRows()
 {
     clear();
     setRowCount(int(m_preview.rows.size()));
-    setColumnCount(m_preview.columns);
+    setColumnCount(std::min(m_preview.columns, MostColumns));
     QStringList heads;
-    for (int column = 0; column < m_preview.columns; ++column)
+    for (int column = 0; column < columnCount(); ++column)
         heads << headOf(column);
     setHorizontalHeaderLabels(heads);
     for (int row = 0; row < rowCount(); ++row) {

@@ -11,6 +11,9 @@ class PointTable : public QTableWidget {
     Q_OBJECT
 
 public:
+    /// Columns that are shown; a line of a file may have half a million.
+    static constexpr int MostColumns = 500;
+
     explicit PointTable(QWidget *parent = nullptr);
 
     void setPreview(const PointPreview &preview);
