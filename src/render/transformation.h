@@ -61,15 +61,31 @@ public:
     /// World point to whole screen position; 0 on success, 1 if it has none.
     [[nodiscard]] int Bildschirmpunkt(const C4Vector *point, C4Vector *screen) const;
 
+    /// What makes the rays of a frame, in itself: for loops over pixels.
+    struct RayCaster {
+        C4Vector view, right, up; // as sightline and axes of the camera
+        double rollSin, rollCos, middleX, middleY;
+
+        /// Direction of the ray through a screen position.
+        [[nodiscard]] PixelRay ray(double px, double py) const
+        {
+            const double a = px - middleX;
+            const double b = -py - middleY;
+            const double u = rollCos * a + rollSin * b;
+            const double v = rollCos * b - rollSin * a;
+            return {view.x + u * right.x + v * up.x, view.y + u * right.y + v * up.y,
+                    view.z + u * right.z + v * up.z};
+        }
+    };
+    [[nodiscard]] RayCaster rayCaster() const
+    {
+        return {Sicht, Rechts, Oben, RollSin, RollCos, MitteX, MitteY};
+    }
+
     /// Direction of the ray through a screen position.
     [[nodiscard]] PixelRay ray(double px, double py) const
     {
-        const double a = px - MitteX;
-        const double b = -py - MitteY;
-        const double u = RollCos * a + RollSin * b;
-        const double v = RollCos * b - RollSin * a;
-        return {Sicht.x + u * Rechts.x + v * Oben.x, Sicht.y + u * Rechts.y + v * Oben.y,
-                Sicht.z + u * Rechts.z + v * Oben.z};
+        return rayCaster().ray(px, py);
     }
 
     /// The plane through three points, as the colour of pixels needs it.
