@@ -21,6 +21,7 @@ void draw(benchmark::State &state, const View &view)
 {
     FastFrame frame(view, int(state.range(0)));
     frame.setup.threads = int(state.range(1));
+    frame.setup.seenWholeOnly = state.range(2) != 0;
     for (auto _ : state)
         frame.draw();
 }
@@ -43,13 +44,13 @@ BENCHMARK_CAPTURE(drawPlain, overview, Overview)
     ->Arg(1)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(draw, flight, Flight)
-    ->ArgNames({"quality", "threads"})
-    ->ArgsProduct({{0, 1}, {1, 2}})
+    ->ArgNames({"quality", "threads", "whole"})
+    ->ArgsProduct({{0, 1}, {1, 2}, {0, 1}})
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(draw, overview, Overview)
-    ->ArgNames({"quality", "threads"})
-    ->ArgsProduct({{0, 1}, {1, 2}})
+    ->ArgNames({"quality", "threads", "whole"})
+    ->ArgsProduct({{0, 1}, {1, 2}, {0, 1}})
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
@@ -58,6 +59,7 @@ void preview(benchmark::State &state)
 {
     FastFrame frame(Flight, 0, 640, 480, 256);
     frame.setup.threads = int(state.range(0));
+    frame.setup.seenWholeOnly = true;
     for (auto _ : state)
         frame.draw();
 }

@@ -25,6 +25,9 @@ struct FrameSetup {
     bool useBackground = false; ///< otherwise the colour of flat land
     QRgb background = 0;
     int quality = 0;
+    /// Nobody looks at the target before the frame is whole: it may be drawn near ones
+    /// first, and what a stopped one shows is open.
+    bool seenWholeOnly = false;
     int threads = 0; ///< that draw; 0 stands for all cores
     /// How many cores other work of this program takes at the moment; may be empty.
     std::function<int()> coresTaken;

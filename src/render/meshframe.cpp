@@ -44,9 +44,17 @@ MeshFrame::MeshFrame(WorkerPool &workers)
 void MeshFrame::begin(const MeshSetup &setup)
 {
     m_setup = setup;
+    if (setup.nearFirst)
+        m_covered.begin(setup.target->size());
     for (Worker &worker : m_workers) {
-        worker.trigon.emplace(setup.target, setup.texture, setup.light, setup.camera,
-                              setup.quality);
+        worker.trigon.reset();
+        worker.nearTrigon.reset();
+        if (setup.nearFirst)
+            worker.nearTrigon.emplace(setup.target, setup.texture, setup.light,
+                                      setup.camera, setup.quality, &m_covered);
+        else
+            worker.trigon.emplace(setup.target, setup.texture, setup.light, setup.camera,
+                                  setup.quality);
         worker.builder.reset();
     }
     m_reach = RowReach(*setup.camera, {setup.target->width(), setup.target->height()},
@@ -93,8 +101,11 @@ void MeshFrame::drawPending()
     m_pending.clear();
 
     qint64 painted = 0;
-    for (Worker &worker : m_workers)
-        painted += worker.trigon->takePainted();
+    if (m_setup.nearFirst)
+        forgetRows();
+    else
+        for (Worker &worker : m_workers)
+            painted += worker.trigon->takePainted();
     m_mostNumbers += painted;
     const double colouring = static_cast<double>(painted) * m_secondsAPixel;
     const double taken = secondsSince(start) + colouring;
@@ -112,7 +123,7 @@ void MeshFrame::drawRows(std::size_t firstRow)
         computeRows(m_workers[worker], piece, pieces, firstRow);
     });
     m_pool.runPieces(pieces, [&](int worker, int piece) {
-        paintShare(*m_workers[worker].trigon, {piece, pieces});
+        paintShare(m_workers[worker], {piece, pieces});
     });
     for (int piece = 0; piece < pieces; ++piece)
         m_paintedRows.unite(m_lists[piece].rows());
@@ -126,10 +137,15 @@ void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t f
     const int height = m_setup.target->height();
     if (pieces > 1) {
         lists.begin(width, height, pieces);
+    } else if (worker.nearTrigon) {
+        worker.nearTrigon->setShare({});
+        lists.begin(width, height, *worker.nearTrigon, m_triangles);
     } else {
         worker.trigon->setShare({});
         lists.begin(width, height, *worker.trigon);
     }
+    if (worker.nearTrigon)
+        lists.passOver(m_covered);
     const auto rowsBefore = [&](int k) {
         return m_pending.size() * std::size_t(k) / std::size_t(pieces);
     };
@@ -142,16 +158,39 @@ void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t f
                                m_setup.stepY, m_store);
     for (std::size_t k = from; k < to; ++k) {
         MeshRow row = worker.builder->build(m_pending[k]);
-        m_triangles.put(firstRow + k, std::move(row), worker.builder->drawable(), lists);
+        m_triangles.put(firstRow + k, std::move(row), worker.builder->drawable(),
+                        m_setup.nearFirst, lists);
     }
 }
 
-void MeshFrame::paintShare(ScreenTrigon &trigon, RowShare share) const
+void MeshFrame::paintShare(Worker &worker, RowShare share) const
 {
-    trigon.setShare(share);
-    for (int piece = 0; piece < share.count; ++piece)
-        for (const auto &[x, row, number] : m_lists[piece].of(share.index))
-            trigon.Rechnen({x[0], row[0]}, {x[1], row[1]}, {x[2], row[2]}, number);
+    const auto overList = [&](const auto &paint) {
+        for (int piece = 0; piece < share.count; ++piece)
+            for (const auto &[x, row, number] : m_lists[piece].of(share.index))
+                paint({x[0], row[0]}, {x[1], row[1]}, {x[2], row[2]}, number);
+    };
+    using Corner = const ScreenCorner &;
+    if (worker.nearTrigon) {
+        worker.nearTrigon->setShare(share);
+        overList([&](Corner a, Corner b, Corner c, unsigned int number) {
+            worker.nearTrigon->paint(a, b, c, number, m_triangles);
+        });
+        worker.nearTrigon->flush();
+    } else {
+        worker.trigon->setShare(share);
+        overList([&](Corner a, Corner b, Corner c, unsigned int number) {
+            worker.trigon->Rechnen(a, b, c, number);
+        });
+    }
+}
+
+// Their pixels have got their colours.
+void MeshFrame::forgetRows()
+{
+    m_triangles.clear();
+    m_store.reclaim();
+    m_paintedRows = {};
 }
 
 // Two threads on one core would hold up all others at the end of each piece of work.
@@ -180,10 +219,8 @@ void MeshFrame::colourNumbers()
     overPaintedRows([this](ScreenTrigon &trigon, RowRange rows) {
         trigon.resolve(m_triangles, rows);
     });
-    m_triangles.clear();
-    m_store.reclaim();
+    forgetRows();
     m_mostNumbers = 0;
-    m_paintedRows = {};
 }
 
 // Colours the picture if that has come to take long: somebody who stops the frame waits

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "render/coveredpixels.h"
 #include "render/meshrow.h"
 #include "render/meshtriangles.h"
+#include "render/neartrigon.h"
 #include "render/paintlists.h"
 #include "render/pointrowstore.h"
 #include "render/screentrigon.h"
@@ -31,6 +33,7 @@ struct MeshSetup {
     double stepY = 1.0;
     int mostCells = 1; // of a row; more are allowed but cost
     int quality = 0;
+    bool nearFirst = false;          // in which order the rows come
     std::function<int()> coresTaken; // by other work of this program; may be empty
 };
 
@@ -42,6 +45,9 @@ struct MeshSetup {
 /// painted, in each of them in the order of the rows. Pixels get their colours when
 /// resolve() asks for it, and now and then before, so that resolve() never has much to
 /// do.
+///
+/// Where rows come near ones first, pixels get their colours as they are painted, and
+/// what is covered already is passed over.
 class MeshFrame {
 public:
     explicit MeshFrame(WorkerPool &workers);
@@ -58,14 +64,16 @@ public:
 private:
     // What one thread works with.
     struct Worker {
-        std::optional<ScreenTrigon> trigon;
+        std::optional<ScreenTrigon> trigon;    // far ones first
+        std::optional<NearTrigon> nearTrigon;  // near ones first
         std::optional<MeshRowBuilder> builder; // of the walk in hand
     };
 
     void drawPending();
     void drawRows(std::size_t firstRow);
     void computeRows(Worker &worker, int piece, int pieces, std::size_t firstRow);
-    void paintShare(ScreenTrigon &trigon, RowShare share) const;
+    void paintShare(Worker &worker, RowShare share) const;
+    void forgetRows();
     [[nodiscard]] int freeThreads() const;
     void colourNumbers();
     void colourWhatTakesLong();
@@ -73,6 +81,7 @@ private:
 
     MeshSetup m_setup;
     RowReach m_reach;
+    CoveredPixels m_covered; // near ones first
     WorkerPool &m_pool;
     PointRowStore m_store;
     std::deque<Worker> m_workers;

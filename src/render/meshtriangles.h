@@ -27,9 +27,10 @@ public:
     /// Takes rows in, which have nothing in them yet; the first one's index.
     std::size_t append(std::size_t rows, const MeshColumns &columns);
     /// Puts a row into its place and lists those of its triangles that are drawn, in the
-    /// order of the walk. Threads may do so side by side, each with rows of its own.
+    /// order of the walk or the reverse of that. Threads may do so side by side, each
+    /// with rows of its own.
     void put(std::size_t index, MeshRow row, const std::vector<std::uint8_t> &drawable,
-             PaintLists &lists);
+             bool nearFirst, PaintLists &lists);
 
     [[nodiscard]] Triangle triangle(unsigned int number) const override;
 

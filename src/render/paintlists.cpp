@@ -2,12 +2,21 @@
 
 #include <algorithm>
 
+namespace {
+
+// Of what is higher on the screen something is mostly seen.
+constexpr int MostRowsLookedAt = 4;
+
+} // namespace
+
 void PaintLists::begin(int width, int height, int shares)
 {
     m_xMax = width - 1;
     m_yMax = height - 1;
     m_shares = shares;
     m_painter = nullptr;
+    m_nearPainter = nullptr;
+    m_covered = nullptr;
     m_rows = {};
     m_listOf.resize(RowShare::stripOf(m_yMax) + 1);
     for (std::size_t strip = 0; strip < m_listOf.size(); ++strip)
@@ -24,16 +33,41 @@ void PaintLists::begin(int width, int height, ScreenTrigon &painter)
     m_painter = &painter;
 }
 
+void PaintLists::begin(int width, int height, NearTrigon &painter,
+                       const TriangleSource &source)
+{
+    begin(width, height, 1);
+    m_nearPainter = &painter;
+    m_source = &source;
+}
+
+bool PaintLists::hides(const ScreenBox &box) const
+{
+    // The ends of a row can lie a rounding beyond the corners, never a column.
+    if (box.top > m_yMax || box.bottom < 0 || box.left > m_xMax + 1 || box.right < -1)
+        return true;
+    if (!m_covered || box.bottom - box.top > MostRowsLookedAt)
+        return false;
+    const int left = std::clamp(box.left - 1, 0, m_xMax);
+    const int right = std::clamp(box.right + 1, 0, m_xMax);
+    const int bottom = std::min(box.bottom, m_yMax);
+    for (int row = std::max(box.top, 0); row <= bottom; ++row)
+        if (!m_covered->surelyCovers(row, left, right))
+            return false;
+    return true;
+}
+
 void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number)
 {
     const auto [top, bottom] = std::minmax({a.row, b.row, c.row});
     const auto [left, right] = std::minmax({a.x, b.x, c.x});
-    // The ends of a row can lie a rounding beyond the corners, never a column.
-    if (top > m_yMax || bottom < 0 || left > m_xMax + 1 || right < -1)
+    if (hides({left, right, top, bottom}))
         return;
     const RowRange rows = {std::max(top, 0), std::min(bottom, m_yMax)};
     m_rows.unite(rows);
-    if (m_painter)
+    if (m_nearPainter)
+        m_nearPainter->paint(a, b, c, number, *m_source);
+    else if (m_painter)
         m_painter->Rechnen(a, b, c, number);
     else
         wait({a, b, c}, rows, number);

@@ -1,9 +1,15 @@
 #pragma once
 
+#include "render/neartrigon.h"
 #include "render/screentrigon.h"
 
 #include <cstdint>
 #include <vector>
+
+/// A part of the screen, ends included.
+struct ScreenBox {
+    int left, right, top, bottom;
+};
 
 /// Triangles that wait to be painted, dealt out to the threads that paint them. Where one
 /// thread does everything nothing waits: a painter gets each triangle as it comes.
@@ -24,6 +30,13 @@ public:
     void begin(int width, int height, int shares);
     /// The same for one thread, of which `painter` is borrowed.
     void begin(int width, int height, ScreenTrigon &painter);
+    /// The same near ones first; `source` knows the triangles by then.
+    void begin(int width, int height, NearTrigon &painter, const TriangleSource &source);
+    /// Drops what these pixels cover. To be called after begin(); borrowed.
+    void passOver(const CoveredPixels &covered) { m_covered = &covered; }
+
+    /// Whether nothing of what has its corners in this box will be seen.
+    [[nodiscard]] bool hides(const ScreenBox &box) const;
     /// Corners are within Transformation::ScreenLimit.
     void add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number);
     [[nodiscard]] const std::vector<Entry> &of(int share) const
@@ -43,7 +56,11 @@ private:
 
     int m_xMax = -1, m_yMax = -1; // last column and row of the picture
     int m_shares = 0;
-    ScreenTrigon *m_painter = nullptr; // of what does not wait
+    // Of what does not wait.
+    ScreenTrigon *m_painter = nullptr;
+    NearTrigon *m_nearPainter = nullptr;
+    const TriangleSource *m_source = nullptr;
+    const CoveredPixels *m_covered = nullptr;
     RowRange m_rows;
     std::vector<std::uint8_t> m_listOf; // for each strip of the picture
     std::vector<List> m_lists;          // at least as many as shares

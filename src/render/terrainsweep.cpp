@@ -84,6 +84,7 @@ void TerrainSweep::beginFrame()
     mesh.dustRange = m_dustRange;
     mesh.stepY = m_limits.stepY;
     mesh.quality = m_setup->quality;
+    mesh.nearFirst = m_setup->seenWholeOnly;
     mesh.coresTaken = m_setup->coresTaken;
     const double most = m_setup->terrainX / m_limits.stepX + 2;
     mesh.mostCells = most < 65536.0 ? static_cast<int>(most) : 65536;

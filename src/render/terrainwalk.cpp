@@ -6,8 +6,10 @@
 #include "render/meshmargin.h"
 #include "render/terrainsweep.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -77,13 +79,24 @@ void TerrainSweep::walkAll()
     const qint64 rows =
         std::accumulate(m_walks.begin(), m_walks.end(), qint64(0),
                         [](qint64 sum, const Walk &walk) { return sum + walk.rows; });
+    if (m_setup->seenWholeOnly)
+        std::reverse(m_walks.begin(), m_walks.end());
     qint64 begun = 0;
+    std::vector<double> places; // of the rows of a walk
     for (Walk &walk : m_walks) {
         m_frame->beginWalk(std::move(walk.columns));
+        places.resize(walk.rows);
         double y = walk.from;
-        for (int row = 0; row < walk.rows && m_progress->step(begun++, rows); ++row) {
-            m_frame->addRow(y);
+        for (double &place : places) {
+            place = y;
             y += walk.step;
+        }
+        if (m_setup->seenWholeOnly)
+            std::reverse(places.begin(), places.end());
+        for (const double place : places) {
+            if (!m_progress->step(begun++, rows))
+                break;
+            m_frame->addRow(place);
         }
     }
 }

@@ -141,6 +141,7 @@ FrameSetup FlightRun::setupOf(const ElevationImage &elevation) const
     setup.meshCellsY = cells(data.AusAuflY);
     setup.terrainX = elevation.width() * data.HDateiSkalaX;
     setup.terrainY = elevation.height() * data.HDateiSkalaY;
+    setup.seenWholeOnly = !m_options.shown;
     setup.threads = m_options.threads;
     setup.coresTaken = [this] { return m_writer->busy(); };
     return setup;

@@ -61,12 +61,16 @@ private slots:
             background.fill(expected.pixel(0, 0));
             withTerrain += expected != background;
             for (const int threads : {1, 2, 3}) {
-                FastRun run(scene);
-                run.setup.threads = threads;
-                QVERIFY2(
-                    run.frame() == expected,
-                    qPrintable(
-                        QStringLiteral("scene %1, %2 threads").arg(seed).arg(threads)));
+                for (const bool seenWholeOnly : {false, true}) {
+                    FastRun run(scene);
+                    run.setup.threads = threads;
+                    run.setup.seenWholeOnly = seenWholeOnly;
+                    QVERIFY2(run.frame() == expected,
+                             qPrintable(QStringLiteral("scene %1, %2 threads, %3")
+                                            .arg(seed)
+                                            .arg(threads)
+                                            .arg(seenWholeOnly)));
+                }
             }
         }
         // Scenes that show nothing but the background would prove little.
