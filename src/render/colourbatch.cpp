@@ -44,7 +44,8 @@ void ColourBatch::begin(const Triangle &triangle)
 
 void ColourBatch::add(int row, int first, int from, std::uint64_t bits)
 {
-    const int count = std::popcount(bits);
+    // At least as many as there are, quicker than a count on each processor.
+    const int count = static_cast<int>(std::bit_width(bits)) - std::countr_zero(bits);
     if (m_pixelCount + count > PixelArrays::Most || m_runCount == PixelArrays::Most)
         makeRoom();
     m_runs[m_runCount++] = {m_triangles.count - 1, row, first, from, bits};

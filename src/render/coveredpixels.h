@@ -36,6 +36,19 @@ public:
                (bitsOf(0, last & 63) & ~p[1]) == 0;
     }
 
+    /// Whether two columns, ascending, stand in one group of columns, for covers().
+    static bool areNear(int first, int last) { return first >> 6 == last >> 6; }
+    /// The bit of a column in its group.
+    static std::uint64_t bitOf(int column) { return std::uint64_t(1) << (column & 63); }
+    /// Whether all pixels from the lowest to the highest of these bits, of which there is
+    /// one, are covered, in the group that the column belongs to.
+    [[nodiscard]] bool covers(int row, int column, std::uint64_t bits) const
+    {
+        const std::uint64_t lowest = bits & (~bits + 1);
+        const std::uint64_t span = (std::bit_floor(bits) << 1) - lowest;
+        return (span & ~wordsOf(row)[column >> 6]) == 0;
+    }
+
     /// Covers a part of a row: taken(column, bits) for those of its pixels that were not
     /// covered, bit 0 at that column, from left to right. None if `last` is before
     /// `first`.

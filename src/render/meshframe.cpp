@@ -60,7 +60,8 @@ void MeshFrame::begin(const MeshSetup &setup)
     m_reach = RowReach(*setup.camera, {setup.target->width(), setup.target->height()},
                        setup.heights);
     m_pending.clear();
-    m_triangles.begin(setup.mostCells, Dust(setup.observer, setup.dustRange));
+    m_triangles.begin(setup.mostCells,
+                      Dust(setup.observer, setup.dustRange, setup.heights));
     m_store.reclaim();
     m_mostNumbers = 0;
     m_paintedRows = {};
@@ -158,8 +159,8 @@ void MeshFrame::computeRows(Worker &worker, int piece, int pieces, std::size_t f
                                m_setup.stepY, m_store);
     for (std::size_t k = from; k < to; ++k) {
         MeshRow row = worker.builder->build(m_pending[k]);
-        m_triangles.put(firstRow + k, std::move(row), worker.builder->drawable(),
-                        m_setup.nearFirst, lists);
+        m_triangles.put(firstRow + k, std::move(row), *worker.builder, m_setup.nearFirst,
+                        lists);
     }
 }
 
@@ -174,7 +175,7 @@ void MeshFrame::paintShare(Worker &worker, RowShare share) const
     if (worker.nearTrigon) {
         worker.nearTrigon->setShare(share);
         overList([&](Corner a, Corner b, Corner c, unsigned int number) {
-            worker.nearTrigon->paint(a, b, c, number, m_triangles);
+            worker.nearTrigon->paint(a, b, c, boxAround(a, b, c), number, m_triangles);
         });
         worker.nearTrigon->flush();
     } else {

@@ -3,6 +3,7 @@
 #include "base/alsowide.h"
 #include "render/transformation.h"
 
+#include <algorithm>
 #include <cmath>
 
 ALSO_WIDE
@@ -79,5 +80,17 @@ void rowFacing(const RowCells &cells, int count, std::uint8_t *__restrict facing
         const double facing1 = middle1[k] * x1 + middleY1 * y1 + middleZ1 * z1 + middleW;
         facing[k] =
             static_cast<std::uint8_t>(int(facing0 > 0.0) | int(facing1 > 0.0) << 1);
+    }
+}
+
+ALSO_WIDE
+void rowBounds(const std::int16_t *south, const std::int16_t *north, int count,
+               std::int16_t *__restrict least, std::int16_t *__restrict greatest)
+{
+    for (int k = 0; k < count; ++k) {
+        least[k] =
+            std::min(std::min(south[k], south[k + 1]), std::min(north[k], north[k + 1]));
+        greatest[k] =
+            std::max(std::max(south[k], south[k + 1]), std::max(north[k], north[k + 1]));
     }
 }

@@ -3,6 +3,7 @@
 #include "base/c4matrix.h"
 
 #include <cstdint>
+#include <vector>
 
 // The loops over the points and cells of one row of the mesh, apart from everything else
 // so that the compiler turns them into vector code. Nothing that is written may overlap
@@ -40,3 +41,20 @@ struct RowCells {
 /// the south-east one. A triangle is if its normal, which here points down into the
 /// terrain, and the way from the observer to its middle go the same way.
 void rowFacing(const RowCells &cells, int count, std::uint8_t *__restrict facing);
+
+/// Where cells lie on the screen, ends included: an array a side. Of a cell with a corner
+/// that is not on the screen it has no meaning.
+struct CellBoxes {
+    std::vector<std::int16_t> left, right, top, bottom;
+
+    void resize(int cells)
+    {
+        for (std::vector<std::int16_t> *side : {&left, &right, &top, &bottom})
+            side->resize(cells);
+    }
+};
+
+/// The least and the greatest of the four corners of `count` cells, in columns or in
+/// rows.
+void rowBounds(const std::int16_t *south, const std::int16_t *north, int count,
+               std::int16_t *__restrict least, std::int16_t *__restrict greatest);

@@ -80,6 +80,7 @@ MeshRowBuilder::MeshRowBuilder(std::shared_ptr<const MeshColumns> columns,
     for (Heights &heights : m_heights)
         heights.z.resize(m_columns->inner.size());
     m_drawable.resize(m_columns->cells);
+    m_boxes.resize(m_columns->cells);
 }
 
 const double *MeshRowBuilder::xOf(const Heights &heights) const
@@ -207,6 +208,10 @@ void MeshRowBuilder::testTriangles(const MeshRow &row)
                m_centroidX[0].data() + first, m_centroidX[1].data() + first,
                m_camera.Beobachter()},
               last - first, drawable + first);
+    rowBounds(row.south->column.data() + first, row.north->column.data() + first,
+              last - first, m_boxes.left.data() + first, m_boxes.right.data() + first);
+    rowBounds(row.south->row.data() + first, row.north->row.data() + first, last - first,
+              m_boxes.top.data() + first, m_boxes.bottom.data() + first);
     // A corner behind the observer or too far aside drops the triangle.
     const std::int16_t *const s = row.south->column.data();
     const std::int16_t *const n = row.north->column.data();

@@ -2,6 +2,7 @@
 
 #include "base/vectors.h"
 #include "raster/elevationcolumns.h"
+#include "render/meshloops.h"
 #include "render/rowreach.h"
 
 #include <array>
@@ -81,6 +82,8 @@ public:
     /// Of the row built last: for each cell between its corners the triangles that are
     /// seen from above and have all corners on the screen, as bits of CellTriangle.
     [[nodiscard]] const std::vector<std::uint8_t> &drawable() const { return m_drawable; }
+    /// Where those cells lie on the screen.
+    [[nodiscard]] const CellBoxes &boxes() const { return m_boxes; }
 
 private:
     // Elevations of all points at one y.
@@ -111,4 +114,5 @@ private:
     std::array<std::shared_ptr<const PointRow>, 2> m_points; // of the row before
     std::vector<double> m_centroidX[2]; // of both triangles, from the observer
     std::vector<std::uint8_t> m_drawable;
+    CellBoxes m_boxes;
 };

@@ -16,15 +16,6 @@ ScreenCorner corner(const PointRow &points, int k)
     return {points.column[k], points.row[k]};
 }
 
-ScreenBox boxOf(const PointRow &south, const PointRow &north, int cell)
-{
-    const auto [left, right] = std::minmax({south.column[cell], south.column[cell + 1],
-                                            north.column[cell], north.column[cell + 1]});
-    const auto [top, bottom] = std::minmax(
-        {south.row[cell], south.row[cell + 1], north.row[cell], north.row[cell + 1]});
-    return {left, right, top, bottom};
-}
-
 } // namespace
 
 void MeshTriangles::begin(int mostCells, const Dust &dust)
@@ -57,15 +48,16 @@ std::size_t MeshTriangles::append(std::size_t rows, const MeshColumns &columns)
     return first;
 }
 
-void MeshTriangles::put(std::size_t index, MeshRow placed,
-                        const std::vector<std::uint8_t> &drawable, bool nearFirst,
-                        PaintLists &lists)
+void MeshTriangles::put(std::size_t index, MeshRow placed, const MeshRowBuilder &built,
+                        bool nearFirst, PaintLists &lists)
 {
     // In its place before it is listed: what paints at once asks for it.
     m_rows[index] = std::move(placed);
     const MeshRow &row = m_rows[index];
     const PointRow &south = *row.south;
     const PointRow &north = *row.north;
+    const std::uint8_t *const drawable = built.drawable().data();
+    const CellBoxes &boxes = built.boxes();
     const auto number = static_cast<unsigned int>(index) * m_stride;
     const auto list = [&](int cell, CellTriangle triangle) {
         const unsigned int first = number + numbersOf(cell);
@@ -78,19 +70,24 @@ void MeshTriangles::put(std::size_t index, MeshRow placed,
             lists.add(corner(south, cell), corner(north, cell + 1),
                       corner(south, cell + 1), first + 1);
     };
-    const bool northWestFirst = row.columns->northWestFirst != nearFirst;
+    const CellTriangle then =
+        row.columns->northWestFirst != nearFirst ? SouthEast : NorthWest;
+    const CellTriangle now = then == SouthEast ? NorthWest : SouthEast;
     const bool westward = row.columns->westward != nearFirst;
     const auto [first, last] = row.corners;
+    const double *const x = row.columns->inner.data() + 1;
+    const bool allNear = first < last && m_dust.surelyShows(x[first], x[last], south.y);
     for (int k = first; k < last; ++k) {
         const int cell = westward ? first + last - 1 - k : k;
         if (!drawable[cell] ||
-            m_dust.hides(row.columns->inner[cell + 1], south.y, south.z[cell]))
+            (!allNear && m_dust.hides(x[cell], south.y, south.z[cell])))
             continue;
-        if (drawable[cell] == (NorthWest | SouthEast) &&
-            lists.hides(boxOf(south, north, cell)))
+        const ScreenBox box = {boxes.left[cell], boxes.right[cell], boxes.top[cell],
+                               boxes.bottom[cell]};
+        if (drawable[cell] == (NorthWest | SouthEast) && lists.hides(box))
             continue;
-        list(cell, northWestFirst ? NorthWest : SouthEast);
-        list(cell, northWestFirst ? SouthEast : NorthWest);
+        list(cell, now);
+        list(cell, then);
     }
 }
 

@@ -29,8 +29,8 @@ public:
     /// Puts a row into its place and lists those of its triangles that are drawn, in the
     /// order of the walk or the reverse of that. Threads may do so side by side, each
     /// with rows of its own.
-    void put(std::size_t index, MeshRow row, const std::vector<std::uint8_t> &drawable,
-             bool nearFirst, PaintLists &lists);
+    void put(std::size_t index, MeshRow row, const MeshRowBuilder &built, bool nearFirst,
+             PaintLists &lists);
 
     [[nodiscard]] Triangle triangle(unsigned int number) const override;
 

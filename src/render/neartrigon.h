@@ -24,12 +24,16 @@ public:
 
     /// Takes the pixels of a triangle that nothing covers yet; what it looks like is
     /// asked of the source where there are some.
-    void paint(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number,
-               const TriangleSource &source);
+    /// `box` is what the corners lie in.
+    void paint(ScreenCorner a, ScreenCorner b, ScreenCorner c, const ScreenBox &box,
+               unsigned int number, const TriangleSource &source);
     /// Writes the colours of all pixels taken so far.
     void flush() { m_colours.flush(); }
 
 private:
+    [[nodiscard]] bool isLowAndCovered(const ScreenCorner (&corners)[3],
+                                       const ScreenBox &box) const;
+
     int m_xMax, m_yMax; // last column and row of the target
     RowShare m_share;
     CoveredPixels *m_covered;

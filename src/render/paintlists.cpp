@@ -43,13 +43,14 @@ void PaintLists::begin(int width, int height, NearTrigon &painter,
 
 bool PaintLists::hides(const ScreenBox &box) const
 {
-    // The ends of a row can lie a rounding beyond the corners, never a column.
-    if (box.top > m_yMax || box.bottom < 0 || box.left > m_xMax + 1 || box.right < -1)
+    if (isOutside(box))
         return true;
     if (!m_covered || box.bottom - box.top > MostRowsLookedAt)
         return false;
-    const int left = std::clamp(box.left - 1, 0, m_xMax);
-    const int right = std::clamp(box.right + 1, 0, m_xMax);
+    // Over one row at most there is nothing to round.
+    const int beyond = box.bottom - box.top > 1 ? 1 : 0;
+    const int left = std::clamp(box.left - beyond, 0, m_xMax);
+    const int right = std::clamp(box.right + beyond, 0, m_xMax);
     const int bottom = std::min(box.bottom, m_yMax);
     for (int row = std::max(box.top, 0); row <= bottom; ++row)
         if (!m_covered->surelyCovers(row, left, right))
@@ -59,15 +60,16 @@ bool PaintLists::hides(const ScreenBox &box) const
 
 void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number)
 {
-    const auto [top, bottom] = std::minmax({a.row, b.row, c.row});
-    const auto [left, right] = std::minmax({a.x, b.x, c.x});
-    if (hides({left, right, top, bottom}))
+    const ScreenBox box = boxAround(a, b, c);
+    if (m_nearPainter && !isOutside(box)) {
+        m_nearPainter->paint(a, b, c, box, number, *m_source);
         return;
-    const RowRange rows = {std::max(top, 0), std::min(bottom, m_yMax)};
+    }
+    if (hides(box))
+        return;
+    const RowRange rows = {std::max(box.top, 0), std::min(box.bottom, m_yMax)};
     m_rows.unite(rows);
-    if (m_nearPainter)
-        m_nearPainter->paint(a, b, c, number, *m_source);
-    else if (m_painter)
+    if (m_painter)
         m_painter->Rechnen(a, b, c, number);
     else
         wait({a, b, c}, rows, number);

@@ -6,11 +6,6 @@
 #include <cstdint>
 #include <vector>
 
-/// A part of the screen, ends included.
-struct ScreenBox {
-    int left, right, top, bottom;
-};
-
 /// Triangles that wait to be painted, dealt out to the threads that paint them. Where one
 /// thread does everything nothing waits: a painter gets each triangle as it comes.
 ///
@@ -47,6 +42,12 @@ public:
     [[nodiscard]] RowRange rows() const { return m_rows; }
 
 private:
+    // The ends of a row can lie a rounding beyond the corners, never a column.
+    [[nodiscard]] bool isOutside(const ScreenBox &box) const
+    {
+        return box.top > m_yMax || box.bottom < 0 || box.left > m_xMax + 1 ||
+               box.right < -1;
+    }
     void wait(const ScreenCorner (&corners)[3], RowRange rows, unsigned int number);
 
     /// What waits for one thread.

@@ -14,6 +14,20 @@ struct ScreenCorner {
     int x = 0, row = 0;
 };
 
+/// A part of the screen, ends included.
+struct ScreenBox {
+    int left, right, top, bottom;
+};
+
+/// What three corners lie in.
+[[nodiscard]] inline ScreenBox boxAround(const ScreenCorner &a, const ScreenCorner &b,
+                                         const ScreenCorner &c)
+{
+    return {std::min(std::min(a.x, b.x), c.x), std::max(std::max(a.x, b.x), c.x),
+            std::min(std::min(a.row, b.row), c.row),
+            std::max(std::max(a.row, b.row), c.row)};
+}
+
 /// Sorts corners: s[0] becomes the highest in the picture, s[2] the lowest.
 /// `swapOthers` is told the places that were exchanged.
 template <typename Swap> void sortByRow(ScreenCorner (&s)[3], const Swap &swapOthers)
