@@ -22,19 +22,18 @@ void ColourBatch::begin(const Triangle &triangle)
 {
     if (m_triangles.count == TriangleArrays::Most)
         flush();
-    ScreenCorner screen[3] = {triangle.screen[0], triangle.screen[1], triangle.screen[2]};
-    int corners[3] = {0, 1, 2};
-    sortByRow(screen, [&corners](int i, int k) { std::swap(corners[i], corners[k]); });
+    const CornerOrder order =
+        orderByRow(triangle.screen[0], triangle.screen[1], triangle.screen[2]);
     TriangleArrays &t = m_triangles;
     const int slot = t.count++;
     for (int k = 0; k < 3; ++k) {
-        t.column[k][slot] = screen[k].x;
-        t.row[k][slot] = screen[k].row;
-        const C4Vector &vertex = triangle.vertices[corners[k]];
+        t.column[k][slot] = triangle.screen[order[k]].x;
+        t.row[k][slot] = triangle.screen[order[k]].row;
+        const C4Vector &vertex = triangle.vertices[order[k]];
         t.vertex[k][0][slot] = vertex.x;
         t.vertex[k][1][slot] = vertex.y;
         t.vertex[k][2][slot] = vertex.z;
-        const C4Vector &normal = triangle.normals[corners[k]];
+        const C4Vector &normal = triangle.normals[order[k]];
         t.normal[k][0][slot] = normal.x;
         t.normal[k][1][slot] = normal.y;
         t.normal[k][2][slot] = normal.z;

@@ -36,17 +36,24 @@ public:
                (bitsOf(0, last & 63) & ~p[1]) == 0;
     }
 
-    /// Whether two columns, ascending, stand in one group of columns, for covers().
-    static bool areNear(int first, int last) { return first >> 6 == last >> 6; }
-    /// The bit of a column in its group.
+    // Columns stand in groups, whose bits are taken at once.
+    static bool inOneGroup(int first, int last) { return first >> 6 == last >> 6; }
+    /// The first column of a column's group; its bit is bit 0.
+    static int groupOf(int column) { return column & ~63; }
     static std::uint64_t bitOf(int column) { return std::uint64_t(1) << (column & 63); }
-    /// Whether all pixels from the lowest to the highest of these bits, of which there is
-    /// one, are covered, in the group that the column belongs to.
-    [[nodiscard]] bool covers(int row, int column, std::uint64_t bits) const
+    /// From the lowest to the highest of these bits, of which there is one.
+    static std::uint64_t between(std::uint64_t bits)
     {
-        const std::uint64_t lowest = bits & (~bits + 1);
-        const std::uint64_t span = (std::bit_floor(bits) << 1) - lowest;
-        return (span & ~wordsOf(row)[column >> 6]) == 0;
+        return (std::bit_floor(bits) << 1) - (bits & (~bits + 1));
+    }
+    /// Covers these pixels of the group that the column belongs to; those of them that
+    /// were not covered.
+    std::uint64_t take(int row, int column, std::uint64_t bits)
+    {
+        std::uint64_t &word = wordsOf(row)[column >> 6];
+        const std::uint64_t free = bits & ~word;
+        word |= bits;
+        return free;
     }
 
     /// Covers a part of a row: taken(column, bits) for those of its pixels that were not
@@ -54,15 +61,11 @@ public:
     /// `first`.
     template <typename Taken> void take(int row, int first, int last, const Taken &taken)
     {
-        std::uint64_t *const p = wordsOf(row);
         for (int from = first; from <= last; from = (from | 63) + 1) {
             const int to = std::min(last, from | 63);
-            std::uint64_t &word = p[from >> 6];
-            const std::uint64_t free = bitsOf(from & 63, to & 63) & ~word;
-            if (free == 0)
-                continue;
-            word |= free;
-            taken(from & ~63, free);
+            const std::uint64_t free = take(row, from, bitsOf(from & 63, to & 63));
+            if (free != 0)
+                taken(groupOf(from), free);
         }
     }
 

@@ -3,6 +3,7 @@
 #include "raster/textureimage.h"
 
 #include <algorithm>
+#include <bit>
 
 NearTrigon::NearTrigon(TextureImage *target, const TextureImage *texture, C4Vector light,
                        const Transformation *camera, int quality, CoveredPixels *covered)
@@ -15,10 +16,12 @@ void NearTrigon::paint(ScreenCorner a, ScreenCorner b, ScreenCorner c,
                        const ScreenBox &box, unsigned int number,
                        const TriangleSource &source)
 {
-    ScreenCorner s[3] = {a, b, c};
-    if (isLowAndCovered(s, box))
+    if (isLowInGroup(box)) {
+        paintLow({a, b, c}, box, number, source);
         return;
-    sortByRow(s, [](int, int) {});
+    }
+    const SortedCorners sorted(a, b, c);
+    const auto &s = sorted.s;
     bool begun = false;
     const auto take = [&](int row, int first, int last) {
         m_covered->take(row, first, last, [&](int from, std::uint64_t free) {
@@ -45,20 +48,49 @@ void NearTrigon::paint(ScreenCorner a, ScreenCorner b, ScreenCorner c,
     fillUpward(s, m_yMax, m_share, takeRow);
 }
 
-// Most triangles of a mesh fill some pixels of one row or two, and most of those that
-// come late find them covered: told here without a look at which corner is which.
-bool NearTrigon::isLowAndCovered(const ScreenCorner (&corners)[3],
-                                 const ScreenBox &box) const
+// Most triangles of a mesh are of that kind.
+bool NearTrigon::isLowInGroup(const ScreenBox &box) const
 {
-    if (box.bottom - box.top > 1 || box.left < 0 || box.right > m_xMax || box.top < 0 ||
-        box.bottom > m_yMax || !CoveredPixels::areNear(box.left, box.right) ||
-        !m_share.owns(box.top) || !m_share.owns(box.bottom))
-        return false;
+    return box.bottom - box.top <= 1 && box.left >= 0 && box.right <= m_xMax &&
+           box.top >= 0 && box.bottom <= m_yMax &&
+           CoveredPixels::inOneGroup(box.left, box.right) && m_share.owns(box.top) &&
+           m_share.owns(box.bottom);
+}
+
+// What fillLow() fills, in bits: each row from the lowest to the highest of the corners
+// on it, but that a triangle in one row has its first and last corner alone.
+void NearTrigon::paintLow(const ScreenCorner (&corners)[3], const ScreenBox &box,
+                          unsigned int number, const TriangleSource &source)
+{
     std::uint64_t ends[2] = {}; // of both rows
     for (const ScreenCorner &corner : corners)
         ends[corner.row - box.top] |= CoveredPixels::bitOf(corner.x);
-    // Of a triangle in one row nothing but two corners is filled; that what lies between
-    // is asked for as well makes no difference but in time.
-    return m_covered->covers(box.top, box.left, ends[0]) &&
-           (ends[1] == 0 || m_covered->covers(box.bottom, box.left, ends[1]));
+    const bool flat = box.top == box.bottom;
+    const std::uint64_t upper =
+        flat ? CoveredPixels::bitOf(corners[0].x) | CoveredPixels::bitOf(corners[2].x)
+             : CoveredPixels::between(ends[0]);
+    const std::uint64_t freeUpper = m_covered->take(box.top, box.left, upper);
+    const std::uint64_t freeLower =
+        flat ? 0 : m_covered->take(box.bottom, box.left, CoveredPixels::between(ends[1]));
+    if ((freeUpper | freeLower) == 0)
+        return;
+    m_colours.begin(source.triangle(number));
+    const int from = CoveredPixels::groupOf(box.left);
+    const auto add = [&](int row, int first, std::uint64_t bits) {
+        if (bits != 0)
+            m_colours.add(row, first, from, bits);
+    };
+    const auto lowest = [from](std::uint64_t bits) {
+        return from + std::countr_zero(bits);
+    };
+    // The upper part begins with the first of the corners on the upper row, whose normal
+    // is its own; the others of that row have theirs added up from the left.
+    const int highest = corners[0].row == box.top   ? corners[0].x
+                        : corners[1].row == box.top ? corners[1].x
+                                                    : corners[2].x;
+    const std::uint64_t own = CoveredPixels::bitOf(highest);
+    add(box.top, highest, freeUpper & own);
+    add(box.top, flat ? corners[2].x : lowest(ends[0]), freeUpper & ~own);
+    if (!flat)
+        add(box.bottom, lowest(ends[1]), freeLower);
 }

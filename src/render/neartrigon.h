@@ -31,8 +31,11 @@ public:
     void flush() { m_colours.flush(); }
 
 private:
-    [[nodiscard]] bool isLowAndCovered(const ScreenCorner (&corners)[3],
-                                       const ScreenBox &box) const;
+    /// Whether a triangle fills one row or two, of the picture and the share, within one
+    /// group of columns.
+    [[nodiscard]] bool isLowInGroup(const ScreenBox &box) const;
+    void paintLow(const ScreenCorner (&corners)[3], const ScreenBox &box,
+                  unsigned int number, const TriangleSource &source);
 
     int m_xMax, m_yMax; // last column and row of the target
     RowShare m_share;

@@ -35,8 +35,8 @@ unsigned int *ScreenTrigon::pixels(int row) const
 void ScreenTrigon::Rechnen(ScreenCorner a, ScreenCorner b, ScreenCorner c,
                            unsigned int number)
 {
-    ScreenCorner s[3] = {a, b, c};
-    sortByRow(s, [](int, int) {});
+    const SortedCorners sorted(a, b, c);
+    const auto &s = sorted.s;
     const auto paint = [this, number](int row, int first, int last) {
         unsigned int *const p = pixels(row);
         for (int x = first; x <= last; ++x)
@@ -90,8 +90,9 @@ std::int64_t ScreenTrigon::countNumbers(RowRange rows) const
 void ScreenTrigon::collect(const Triangle &triangle, unsigned int number, RowRange rows)
 {
     colours.begin(triangle);
-    ScreenCorner s[3] = {triangle.screen[0], triangle.screen[1], triangle.screen[2]};
-    sortByRow(s, [](int, int) {});
+    const SortedCorners sorted(triangle.screen[0], triangle.screen[1],
+                               triangle.screen[2]);
+    const auto &s = sorted.s;
     const auto collectEdges = [&](int row, const TrigonEdges &edges) {
         collectRow(row, edges.first(), edges.last(xMax), number);
     };

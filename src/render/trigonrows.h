@@ -1,6 +1,8 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <utility>
 
 // The rows of a triangle on the screen, the same for whoever paints or colours them.
@@ -28,17 +30,44 @@ struct ScreenBox {
             std::max(std::max(a.row, b.row), c.row)};
 }
 
-/// Sorts corners: s[0] becomes the highest in the picture, s[2] the lowest.
-/// `swapOthers` is told the places that were exchanged.
-template <typename Swap> void sortByRow(ScreenCorner (&s)[3], const Swap &swapOthers)
+/// Which corner is the highest in the picture, which comes next, and which is the lowest.
+using CornerOrder = std::array<std::uint8_t, 3>;
+
+/// The order of corners by their rows. Which of two on one row comes first is part of the
+/// pictures' bytes; no branch is taken, for none could be foreseen.
+[[nodiscard]] inline CornerOrder orderByRow(const ScreenCorner &a, const ScreenCorner &b,
+                                            const ScreenCorner &c)
 {
-    for (const auto &[i, k] : {std::pair{0, 1}, {0, 2}, {1, 2}}) {
-        if (s[k].row < s[i].row) {
-            std::swap(s[i], s[k]);
-            swapOthers(i, k);
+    constexpr auto keyOf = [](int p, int q, int r) {
+        return int(q < p) | int(r < p) << 1 | int(r < q) << 2 | int(p < q) << 3;
+    };
+    static constexpr std::array<CornerOrder, 16> Orders = [keyOf] {
+        std::array<CornerOrder, 16> orders{};
+        for (int places = 0; places < 27; ++places) { // all ways in which rows compare
+            const int rows[3] = {places / 9, places / 3 % 3, places % 3};
+            CornerOrder order = {0, 1, 2};
+            for (const auto &[i, k] : {std::pair{0, 1}, {0, 2}, {1, 2}})
+                if (rows[order[k]] < rows[order[i]])
+                    std::swap(order[i], order[k]);
+            orders[keyOf(rows[0], rows[1], rows[2])] = order;
         }
-    }
+        return orders;
+    }();
+    return Orders[keyOf(a.row, b.row, c.row)];
 }
+
+/// Three corners, sorted: s[0] is the highest in the picture, s[2] the lowest.
+struct SortedCorners {
+    SortedCorners(const ScreenCorner &a, const ScreenCorner &b, const ScreenCorner &c)
+    {
+        const ScreenCorner corners[3] = {a, b, c};
+        const CornerOrder order = orderByRow(a, b, c);
+        for (int k = 0; k < 3; ++k)
+            s[k] = corners[order[k]];
+    }
+
+    ScreenCorner s[3];
+};
 
 /// Left and right end of the row in hand, moved along the two edges of a part. Slopes are
 /// in columns a row. A part without height paints one pixel, its corner: the other part
