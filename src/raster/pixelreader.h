@@ -2,6 +2,8 @@
 
 #include <QImage>
 
+#include <cstring>
+
 /// Reads pixels of one image and gives what QImage::pixel gives, without its
 /// cost: rows are addressed by pointer.
 ///
@@ -29,6 +31,21 @@ public:
             break;
         }
         return m_image->pixel(x, y);
+    }
+
+    /// Four pixels of row y, from column x on.
+    void readFour(int x, int y, QRgb *out) const
+    {
+        if (m_layout == Layout::Argb32 || m_layout == Layout::Rgb32) {
+            std::memcpy(out, m_bits + y * m_bytesPerLine + qsizetype(x) * 4,
+                        4 * sizeof(QRgb));
+            if (m_layout == Layout::Rgb32)
+                for (int k = 0; k < 4; ++k)
+                    out[k] |= 0xFF000000u;
+            return;
+        }
+        for (int k = 0; k < 4; ++k)
+            out[k] = (*this)(x + k, y);
     }
 
     /// All pixels of row y, into a buffer of the image's width.

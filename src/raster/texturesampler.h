@@ -1,6 +1,7 @@
 #pragma once
 
 #include "raster/pixelreader.h"
+#include "raster/smoothread.h"
 #include "raster/textureimage.h"
 
 #include <array>
@@ -53,9 +54,8 @@ public:
         const int iy = static_cast<int>(gy);
         std::array<QRgb, 16> block;
         for (int r = 0; r < 4; ++r)
-            for (int c = 0; c < 4; ++c)
-                block[r * 4 + c] = m_read(ix + c, iy + r);
-        return blend(block.data(), gx - ix, gy - iy, m_weights);
+            m_read.readFour(ix, iy + r, block.data() + r * 4);
+        return smoothColour(block.data(), gx - ix, gy - iy, m_weights);
     }
 
     /// The colour at (fx, fy) between the inner texels of a 4-by-4 block.

@@ -1,5 +1,6 @@
 #include "render/colourbatch.h"
 
+#include "base/alsowide.h"
 #include "base/vectormath.h"
 #include "raster/textureimage.h"
 #include "render/transformation.h"
@@ -160,6 +161,7 @@ void ColourBatch::readNearest()
 
 // Antialiased: one ray, or the mean of five points, of which rays make three and
 // mirroring two.
+ALSO_WIDE
 void ColourBatch::readSmoothly()
 {
     PixelArrays &p = m_pixels;

@@ -1,9 +1,13 @@
 #include "raster/textureimage.h"
 
+#include "raster/texturesampler.h"
+
+#include <QRandomGenerator>
 #include <QSettings>
 #include <QTest>
 #include <QtNumeric>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -184,6 +188,42 @@ private slots:
         QVERIFY(first != other);
         QCOMPARE(smooth(texture, 2.5, 6.5), first);
         QCOMPARE(smooth(texture, 2.5, 6.5), first);
+    }
+
+    // The reads of pictures against those that are written down plainly.
+    void vectorReadsAgree_data()
+    {
+        QTest::addColumn<QImage::Format>("format");
+        QTest::newRow("RGB32") << QImage::Format_RGB32;
+        QTest::newRow("ARGB32") << QImage::Format_ARGB32;
+        QTest::newRow("RGB888") << QImage::Format_RGB888;
+        QTest::newRow("grey") << QImage::Format_Grayscale8;
+        QTest::newRow("indexed") << QImage::Format_Indexed8;
+    }
+    void vectorReadsAgree()
+    {
+        QFETCH(QImage::Format, format);
+        QRandomGenerator random(7);
+        QImage picture(23, 17, QImage::Format_ARGB32);
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                picture.setPixel(x, y, random.generate());
+        const QImage held = picture.convertToFormat(format);
+        TextureImage texture(held.width(), held.height(), format);
+        texture.setColorTable(held.colorTable());
+        for (int y = 0; y < held.height(); ++y)
+            std::copy_n(held.constScanLine(y), held.bytesPerLine(), texture.scanLine(y));
+        texture.setBackgroundColor(0xFF0000FFu);
+        const TextureSampler sampler(texture);
+        for (int k = 0; k < 5000; ++k) {
+            const double x = random.generateDouble() * 27.0 - 2.0;
+            const double y = random.generateDouble() * 21.0 - 2.0;
+            // Whole positions too, where the weights of columns change places.
+            const C4Vector at = {k % 5 ? x : std::floor(x), k % 7 ? y : std::floor(y),
+                                 0.0, 1.0};
+            QCOMPARE(sampler.smooth(at), smooth(texture, at.x, at.y));
+            QCOMPARE(sampler.nearest(at), nearest(texture, at.x, at.y));
+        }
     }
 
     void reversedBilinearRead()
