@@ -44,8 +44,11 @@ MeshFrame::MeshFrame(WorkerPool &workers)
 void MeshFrame::begin(const MeshSetup &setup)
 {
     m_setup = setup;
-    if (setup.nearFirst)
+    if (setup.nearFirst) {
         m_covered.begin(setup.target->size());
+        for (PaintLists &lists : m_lists)
+            lists.beginPicture(setup.target->width(), setup.target->height());
+    }
     for (Worker &worker : m_workers) {
         worker.trigon.reset();
         worker.nearTrigon.reset();

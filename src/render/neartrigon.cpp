@@ -1,6 +1,7 @@
 #include "render/neartrigon.h"
 
 #include "raster/textureimage.h"
+#include "render/lowtrigon.h"
 
 #include <algorithm>
 #include <bit>
@@ -16,7 +17,8 @@ void NearTrigon::paint(ScreenCorner a, ScreenCorner b, ScreenCorner c,
                        const ScreenBox &box, unsigned int number,
                        const TriangleSource &source)
 {
-    if (isLowInGroup(box)) {
+    if (LowTrigon::fits(box, m_xMax, m_yMax) && m_share.owns(box.top) &&
+        m_share.owns(box.bottom)) {
         paintLow({a, b, c}, box, number, source);
         return;
     }
@@ -48,30 +50,12 @@ void NearTrigon::paint(ScreenCorner a, ScreenCorner b, ScreenCorner c,
     fillUpward(s, m_yMax, m_share, takeRow);
 }
 
-// Most triangles of a mesh are of that kind.
-bool NearTrigon::isLowInGroup(const ScreenBox &box) const
-{
-    return box.bottom - box.top <= 1 && box.left >= 0 && box.right <= m_xMax &&
-           box.top >= 0 && box.bottom <= m_yMax &&
-           CoveredPixels::inOneGroup(box.left, box.right) && m_share.owns(box.top) &&
-           m_share.owns(box.bottom);
-}
-
-// What fillLow() fills, in bits: each row from the lowest to the highest of the corners
-// on it, but that a triangle in one row has its first and last corner alone.
 void NearTrigon::paintLow(const ScreenCorner (&corners)[3], const ScreenBox &box,
                           unsigned int number, const TriangleSource &source)
 {
-    std::uint64_t ends[2] = {}; // of both rows
-    for (const ScreenCorner &corner : corners)
-        ends[corner.row - box.top] |= CoveredPixels::bitOf(corner.x);
-    const bool flat = box.top == box.bottom;
-    const std::uint64_t upper =
-        flat ? CoveredPixels::bitOf(corners[0].x) | CoveredPixels::bitOf(corners[2].x)
-             : CoveredPixels::between(ends[0]);
-    const std::uint64_t freeUpper = m_covered->take(box.top, box.left, upper);
-    const std::uint64_t freeLower =
-        flat ? 0 : m_covered->take(box.bottom, box.left, CoveredPixels::between(ends[1]));
+    const LowTrigon low(corners, box);
+    const std::uint64_t freeUpper = m_covered->take(box.top, box.left, low.upper);
+    const std::uint64_t freeLower = m_covered->take(box.bottom, box.left, low.lower);
     if ((freeUpper | freeLower) == 0)
         return;
     m_colours.begin(source.triangle(number));
@@ -90,7 +74,7 @@ void NearTrigon::paintLow(const ScreenCorner (&corners)[3], const ScreenBox &box
                                                     : corners[2].x;
     const std::uint64_t own = CoveredPixels::bitOf(highest);
     add(box.top, highest, freeUpper & own);
-    add(box.top, flat ? corners[2].x : lowest(ends[0]), freeUpper & ~own);
-    if (!flat)
-        add(box.bottom, lowest(ends[1]), freeLower);
+    add(box.top, low.flat ? corners[2].x : lowest(low.ends[0]), freeUpper & ~own);
+    if (!low.flat)
+        add(box.bottom, lowest(low.ends[1]), freeLower);
 }

@@ -31,9 +31,6 @@ public:
     void flush() { m_colours.flush(); }
 
 private:
-    /// Whether a triangle fills one row or two, of the picture and the share, within one
-    /// group of columns.
-    [[nodiscard]] bool isLowInGroup(const ScreenBox &box) const;
     void paintLow(const ScreenCorner (&corners)[3], const ScreenBox &box,
                   unsigned int number, const TriangleSource &source);
 

@@ -1,5 +1,7 @@
 #include "render/paintlists.h"
 
+#include "render/lowtrigon.h"
+
 #include <algorithm>
 
 namespace {
@@ -53,9 +55,20 @@ bool PaintLists::hides(const ScreenBox &box) const
     const int right = std::clamp(box.right + beyond, 0, m_xMax);
     const int bottom = std::min(box.bottom, m_yMax);
     for (int row = std::max(box.top, 0); row <= bottom; ++row)
-        if (!m_covered->surelyCovers(row, left, right))
+        if (!isCovered(row, left, right))
             return false;
     return true;
+}
+
+// Whether triangles of this list take all pixels of another one; it is listed if not.
+bool PaintLists::isListedOver(const ScreenCorner (&corners)[3], const ScreenBox &box)
+{
+    if (!LowTrigon::fits(box, m_xMax, m_yMax))
+        return false;
+    const LowTrigon low(corners, box);
+    const std::uint64_t freeUpper = m_listed.take(box.top, box.left, low.upper);
+    const std::uint64_t freeLower = m_listed.take(box.bottom, box.left, low.lower);
+    return (freeUpper | freeLower) == 0;
 }
 
 void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned int number)
@@ -65,7 +78,7 @@ void PaintLists::add(ScreenCorner a, ScreenCorner b, ScreenCorner c, unsigned in
         m_nearPainter->paint(a, b, c, box, number, *m_source);
         return;
     }
-    if (hides(box))
+    if (hides(box) || (m_covered && isListedOver({a, b, c}, box)))
         return;
     const RowRange rows = {std::max(box.top, 0), std::min(box.bottom, m_yMax)};
     m_rows.unite(rows);

@@ -27,7 +27,10 @@ public:
     void begin(int width, int height, ScreenTrigon &painter);
     /// The same near ones first; `source` knows the triangles by then.
     void begin(int width, int height, NearTrigon &painter, const TriangleSource &source);
-    /// Drops what these pixels cover. To be called after begin(); borrowed.
+    /// Near ones first: begins a picture, in which lists follow each other.
+    void beginPicture(int width, int height) { m_listed.begin({width, height}); }
+    /// Near ones first: drops what these pixels cover, and what the triangles that were
+    /// listed since the picture began will cover. To be called after begin(); borrowed.
     void passOver(const CoveredPixels &covered) { m_covered = &covered; }
 
     /// Whether nothing of what has its corners in this box will be seen.
@@ -48,6 +51,13 @@ private:
         return box.top > m_yMax || box.bottom < 0 || box.left > m_xMax + 1 ||
                box.right < -1;
     }
+    [[nodiscard]] bool isCovered(int row, int left, int right) const
+    {
+        return m_covered->surelyCovers(row, left, right) ||
+               (!m_nearPainter && m_listed.surelyCovers(row, left, right));
+    }
+    [[nodiscard]] bool isListedOver(const ScreenCorner (&corners)[3],
+                                    const ScreenBox &box);
     void wait(const ScreenCorner (&corners)[3], RowRange rows, unsigned int number);
 
     /// What waits for one thread.
@@ -62,6 +72,7 @@ private:
     NearTrigon *m_nearPainter = nullptr;
     const TriangleSource *m_source = nullptr;
     const CoveredPixels *m_covered = nullptr;
+    CoveredPixels m_listed; // by what is painted before all that follows
     RowRange m_rows;
     std::vector<std::uint8_t> m_listOf; // for each strip of the picture
     std::vector<List> m_lists;          // at least as many as shares
