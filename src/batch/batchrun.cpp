@@ -187,7 +187,8 @@ bool BatchRun::checkFolders() const
 void BatchRun::findWanted()
 {
     const SceneryData &data = m_document.parameters;
-    const QSize size = frameFileSize(data, m_options.preview);
+    const QSize size = m_options.within ? frameScaleWithin(data, *m_options.within).file
+                                        : frameScale(data, m_options.preview).file;
     const auto isDone = [&](int frame) {
         const QStringList files = filesOf(frame);
         return std::all_of(files.begin(), files.end(), [&](const QString &file) {
@@ -259,7 +260,9 @@ QStringList BatchRun::filesOf(int frame) const
 
 int BatchRun::render()
 {
-    FlightRun run(m_document, {m_options.preview, false, m_options.threads, m_folder},
+    FlightRun run(m_document,
+                  {m_options.preview, false, m_options.threads, m_folder,
+                   m_options.within.value_or(QSize())},
                   *this);
     m_running = &run;
     m_clock.start();

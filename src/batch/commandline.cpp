@@ -39,6 +39,11 @@ struct Options {
     QCommandLineOption size{QStringLiteral("size"),
                             QStringLiteral("Size of the frames in pixels."),
                             QStringLiteral("WxH")};
+    QCommandLineOption fit{QStringLiteral("fit"),
+                           QStringLiteral("The largest frames of the scenery's shape "
+                                          "inside of W by H, focal lengths scaled with "
+                                          "them."),
+                           QStringLiteral("WxH")};
     QCommandLineOption set{
         QStringLiteral("set"),
         QStringLiteral("Sets a key of the scenery file or one of its "
@@ -96,20 +101,29 @@ public:
         return true;
     }
 
-    [[nodiscard]] bool size(const QCommandLineOption &option) const
+    [[nodiscard]] bool size(const QCommandLineOption &option, int least,
+                            std::optional<QSize> &value) const
     {
         if (!m_parser.isSet(option))
             return true;
         static const QRegularExpression form(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
         const auto match = form.match(m_parser.value(option));
         const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-        const auto fits = [](int side) { return side >= MinSide && side <= MaxSide; };
+        const auto fits = [&](int side) { return side >= least && side <= MaxSide; };
         if (!match.hasMatch() || !fits(size.width()) || !fits(size.height()))
-            return wrong(QStringLiteral("--size takes WxH with sides from %1 to %2.")
-                             .arg(MinSide)
+            return wrong(QStringLiteral("--%1 takes WxH with sides from %2 to %3.")
+                             .arg(option.names().constFirst())
+                             .arg(least)
                              .arg(MaxSide));
-        m_options.size = size;
+        value = size;
         return true;
+    }
+
+    // A preview has a size of its own.
+    [[nodiscard]] bool oneSize() const
+    {
+        return !m_options.within || !m_options.preview ||
+               wrong(QStringLiteral("--fit and --preview exclude each other."));
     }
 
     [[nodiscard]] bool output(const QCommandLineOption &option) const
@@ -204,8 +218,8 @@ void describe(QCommandLineParser &parser, const Options &known)
     parser.setApplicationDescription(
         QStringLiteral("Renders the frames of a scenery without a window."));
     parser.addOptions({known.preview, known.from, known.to, known.output, known.format,
-                       known.quality, known.size, known.set, known.threads, known.missing,
-                       known.quiet});
+                       known.quality, known.size, known.fit, known.set, known.threads,
+                       known.missing, known.quiet});
     parser.addPositionalArgument(QStringLiteral("SCENERY.zph"),
                                  QStringLiteral("The scenery file."));
 }
@@ -243,7 +257,9 @@ CommandLineResult readCommandLine(const QStringList &arguments, BatchOptions &op
         read.number(known.to, 0, MaxFrame, options.to) && read.range() &&
         read.output(known.output) &&
         read.number(known.quality, 0, MaxQuality, options.quality) &&
-        read.formats(known.format) && read.size(known.size) && read.settings(known.set) &&
+        read.formats(known.format) && read.size(known.size, MinSide, options.size) &&
+        read.size(known.fit, 1, options.within) && read.oneSize() &&
+        read.settings(known.set) &&
         read.number(known.threads, 1, MaxThreads, options.threads) && read.scenery();
     return good ? CommandLineResult::Run : CommandLineResult::Wrong;
 }

@@ -23,6 +23,7 @@ struct BatchOptions {
     QStringList formats;            // of tga, png, jpg, ppm; empty: the scenery's own
     std::optional<int> quality;
     std::optional<QSize> size;
+    std::optional<QSize> within; // frames keep their shape and fit into it
     int threads = 0; // that draw a frame; 0 stands for all cores
 };
 

@@ -1,7 +1,6 @@
 #include "run/flightrun.h"
 
 #include "base/notices.h"
-#include "base/vectormath.h"
 #include "flight/flight.h"
 #include "raster/elevationimage.h"
 #include "raster/heightkinds.h"
@@ -9,6 +8,7 @@
 #include "render/terrainsweep.h"
 #include "render/transformation.h"
 #include "run/framefiles.h"
+#include "run/framelook.h"
 #include "run/framememory.h"
 #include "run/framewriter.h"
 #include "run/runlistener.h"
@@ -34,17 +34,14 @@ QString text(const char *source)
     return QCoreApplication::translate("SceneryDelegate", source);
 }
 
-C4Vector lightOf(const SceneryData &data)
-{
-    return normalized({data.LichtX, data.LichtY, data.LichtZ, 0.0});
-}
-
 } // namespace
 
 FlightRun::FlightRun(const SceneryDocument &document, RunOptions options,
                      RunListener &listener)
     : m_document(document), m_options(std::move(options)), m_listener(listener),
-      m_factor(frameFactor(document.parameters, m_options.preview))
+      m_scale(m_options.within.isEmpty()
+                  ? frameScale(document.parameters, m_options.preview)
+                  : frameScaleWithin(document.parameters, m_options.within))
 {
 }
 
@@ -67,10 +64,9 @@ Result<void> FlightRun::run()
 Result<void> FlightRun::setUpAndFly()
 {
     const SceneryData &data = m_document.parameters;
-    const int width = static_cast<int>(data.AusBreite * m_factor);
-    const int height = static_cast<int>(data.AusHoehe * m_factor);
     m_sweep = std::make_unique<TerrainSweep>();
-    Transformation view(nullptr, lightOf(data), width, height);
+    Transformation view(nullptr, lightOf(data), m_scale.target.width(),
+                        m_scale.target.height());
 
     // Both files are decoded side by side where more than one core may be taken.
     const QString heights = findInputFile(data.HDateiname, m_options.folder);
@@ -104,10 +100,8 @@ Result<void> FlightRun::setUpAndFly()
 Result<void> FlightRun::makeTarget()
 {
     const SceneryData &data = m_document.parameters;
-    const int width = static_cast<int>(data.AusBreite * m_factor);
-    const int height = static_cast<int>(data.AusHoehe * m_factor);
-    const bool fits = frameFitsMemory(
-        {width, height}, isFrameHalved(data, m_options.preview), m_options.shown);
+    const auto [width, height] = m_scale.target;
+    const bool fits = frameFitsMemory(m_scale.target, m_scale.halved, m_options.shown);
     m_target = std::make_unique<TextureImage>(fits ? width : 0, fits ? height : 0,
                                               QImage::Format_RGB32);
     if (m_target->isNull())
@@ -134,19 +128,8 @@ void FlightRun::makeWriter()
 
 FrameSetup FlightRun::setupOf(const ElevationImage &elevation) const
 {
-    const SceneryData &data = m_document.parameters;
-    // A coarse grid has fewer cells than a preview divides it by.
-    const auto cells = [this](int wanted) {
-        return m_options.preview ? std::max(wanted / 4, 1) : wanted;
-    };
-    FrameSetup setup;
+    FrameSetup setup = frameSetup(m_document.parameters, elevation, m_options.preview);
     setup.target = m_target.get();
-    setup.elevation = &elevation;
-    setup.light = lightOf(data);
-    setup.meshCellsX = cells(data.AusAuflX);
-    setup.meshCellsY = cells(data.AusAuflY);
-    setup.terrainX = elevation.width() * data.HDateiSkalaX;
-    setup.terrainY = elevation.height() * data.HDateiSkalaY;
     setup.seenWholeOnly = !m_options.shown;
     setup.threads = m_options.threads;
     setup.coresTaken = [this] { return m_writer->busy(); };
@@ -161,7 +144,7 @@ Result<void> FlightRun::fly(const FrameSetup &setup)
         m_listener.flightRefused(checked.error().text);
         return checked;
     }
-    const Flight flight(m_document, m_factor);
+    const Flight flight(m_document, m_scale.factor);
     for (qint64 f = data.StartbildNr; f <= data.EndbildNr && !m_stopped; ++f) {
         const int frame = static_cast<int>(f);
         if (m_listener.wants(frame) && !drawFrame(setup, flight.camera(frame), frame))
@@ -177,15 +160,12 @@ bool FlightRun::drawFrame(FrameSetup setup, const FrameCamera &camera, int frame
     const SceneryData &data = m_document.parameters;
     const int number = frameNumber(data, frame);
     m_listener.frameStarted(frame, number, *m_target);
-    setup.useBackground = data.HintergrundVerwenden;
-    setup.background = data.Hintergrund;
-    setup.quality = data.GenauRechnen;
+    takeLook(setup, data);
     m_sweep->renderFrame(setup, camera, *this);
     m_listener.frameDrawn(frame, *m_target);
     if (m_stopped)
         return false;
-    m_writer->write(frame, *m_target, isFrameHalved(data, m_options.preview),
-                    frameFiles(data, number));
+    m_writer->write(frame, *m_target, m_scale.halved, frameFiles(data, number));
     return true;
 }
 

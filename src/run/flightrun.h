@@ -2,6 +2,7 @@
 
 #include "base/progress.h"
 #include "base/result.h"
+#include "run/framescale.h"
 
 #include <QImage>
 #include <QString>
@@ -24,6 +25,7 @@ struct RunOptions {
     bool shown = false;   ///< a window keeps a copy of the frame
     int threads = 0;      ///< that draw a frame; 0 stands for all cores
     QString folder;       ///< of the scenery file, where inputs are also looked for
+    QSize within = {};    ///< frames fit into it; of the scenery's own size where empty
 };
 
 /// A series of numbered picture files from a scenery, on the thread that calls run().
@@ -59,7 +61,7 @@ private:
     const SceneryDocument &m_document;
     const RunOptions m_options;
     RunListener &m_listener;
-    const double m_factor; // size of the target in terms of the size asked for
+    const FrameScale m_scale;
     std::atomic<bool> m_stopped = false;
     std::unique_ptr<TerrainSweep> m_sweep;
     std::unique_ptr<TextureImage> m_target;

@@ -3,12 +3,6 @@
 #include "scene/framename.h"
 #include "scene/scenerydata.h"
 
-namespace {
-
-constexpr double PreviewFactor = 0.5;
-
-} // namespace
-
 int frameNumber(const SceneryData &data, int frame)
 {
     return static_cast<int>(static_cast<unsigned int>(frame) +
@@ -33,22 +27,4 @@ QStringList frameFiles(const SceneryData &data, int number)
     add(data.AusgabeJPG, ".jpg");
     add(data.AusgabePPM, ".ppm");
     return names;
-}
-
-QSize frameFileSize(const SceneryData &data, bool preview)
-{
-    const auto side = [preview](int wanted) {
-        return preview ? static_cast<int>(wanted * PreviewFactor) : wanted;
-    };
-    return {side(data.AusBreite), side(data.AusHoehe)};
-}
-
-bool isFrameHalved(const SceneryData &data, bool preview)
-{
-    return data.GenauRechnen == 2 && !preview;
-}
-
-double frameFactor(const SceneryData &data, bool preview)
-{
-    return preview ? PreviewFactor : data.GenauRechnen == 2 ? 2.0 : 1.0;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QSize>
 #include <QStringList>
 
 struct SceneryData;
@@ -11,9 +10,3 @@ struct SceneryData;
 [[nodiscard]] QString frameTitle(const SceneryData &data, int number);
 /// The names of the files of the frame of a number, in the order of writing.
 [[nodiscard]] QStringList frameFiles(const SceneryData &data, int number);
-/// The size of the pictures in those files.
-[[nodiscard]] QSize frameFileSize(const SceneryData &data, bool preview);
-/// Whether frames are drawn at double size and written at half of that.
-[[nodiscard]] bool isFrameHalved(const SceneryData &data, bool preview);
-/// The size in which frames are drawn in terms of the size that was asked for.
-[[nodiscard]] double frameFactor(const SceneryData &data, bool preview);

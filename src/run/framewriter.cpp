@@ -1,5 +1,7 @@
 #include "run/framewriter.h"
 
+#include "run/framescale.h"
+
 #include "raster/imagefile.h"
 
 #include <QObject>
@@ -17,12 +19,6 @@ namespace {
 constexpr std::chrono::milliseconds Pause(2);
 // Larger frames are not kept twice: they are written before the next one begins.
 constexpr qsizetype MostBytesAside = qsizetype(64) << 20;
-
-QImage halved(const QImage &image)
-{
-    return image.scaled(image.width() / 2, image.height() / 2, Qt::KeepAspectRatio,
-                        Qt::SmoothTransformation);
-}
 
 } // namespace
 
@@ -62,7 +58,7 @@ void FrameWriter::Job::run()
 void FrameWriter::Job::save()
 {
     if (halve)
-        picture = halved(picture);
+        picture = halvedFrame(picture);
     QStringList found;
     for (const QString &name : names) {
         QString reason;

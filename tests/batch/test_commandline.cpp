@@ -60,6 +60,9 @@ private slots:
         QTest::newRow("quality") << QStringList{"--quality", "3", "a.zph"};
         QTest::newRow("size without height") << QStringList{"--size", "640", "a.zph"};
         QTest::newRow("size too small") << QStringList{"--size", "7x8", "a.zph"};
+        QTest::newRow("fit without height") << QStringList{"--fit", "640", "a.zph"};
+        QTest::newRow("nothing fits") << QStringList{"--fit", "0x8", "a.zph"};
+        QTest::newRow("two sizes") << QStringList{"--fit", "64x8", "--preview", "a.zph"};
         QTest::newRow("size too large") << QStringList{"--size", "32769x8", "a.zph"};
         QTest::newRow("negative frame") << QStringList{"--from=-1", "a.zph"};
         QTest::newRow("frame no number") << QStringList{"--to", "x", "a.zph"};

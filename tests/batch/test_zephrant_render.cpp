@@ -18,6 +18,7 @@ private slots:
     void cleanup() { removeScenery(); }
     void framesAreWrittenUnderTheirNumbers();
     void optionsGoBeforeTheScenery();
+    void framesFitIntoASize();
     void previewIsHalfTheSize();
     void framesHaveTheResolutionOfUsualScreens();
     void missingRendersOnlyWhatIsNotThere();
@@ -60,6 +61,24 @@ void TestZephrantRender::optionsGoBeforeTheScenery()
     const QImage picture = loadImageFile(path("fo5.tga"));
     QCOMPARE(picture.size(), QSize(16, 8));
     QCOMPARE(loadImageFile(path("fo5.ppm")).convertToFormat(picture.format()), picture);
+}
+
+// The scenery's frames are 40 by 30.
+void TestZephrantRender::framesFitIntoASize()
+{
+    for (const char *const within : {"20x60", "300x15"}) {
+        QCOMPARE(render({"--fit", within, "--to", "0", path("s.zph")}).status, 0);
+        QCOMPARE(loadImageFile(path("f04.png")).size(), QSize(20, 15));
+    }
+    // Focal lengths are scaled with the frame.
+    const QImage fitted = loadImageFile(path("f04.png"));
+    writeScenery("BrennA=500\nBrennE=500\n");
+    QCOMPARE(render({"--size", "20x15", "--to", "0", path("s.zph")}).status, 0);
+    const QImage cut = loadImageFile(path("f04.png"));
+    writeScenery("BrennA=1000\nBrennE=1000\n");
+    QCOMPARE(render({"--fit", "20x15", "--to", "0", path("s.zph")}).status, 0);
+    QCOMPARE(loadImageFile(path("f04.png")), cut);
+    QVERIFY(cut != fitted);
 }
 
 void TestZephrantRender::previewIsHalfTheSize()

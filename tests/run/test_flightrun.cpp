@@ -107,7 +107,7 @@ private slots:
         QVERIFY(run(notes, {true, false, 1, m_dir->path()}));
         QCOMPARE(notes.told.constFirst(), QString("target 16x12"));
         QCOMPARE(QImage(m_dir->filePath("f5.png")).size(),
-                 frameFileSize(m_document.parameters, true));
+                 frameScale(m_document.parameters, true).file);
     }
 
     void framesThatAreNotWantedArePassedOver()
