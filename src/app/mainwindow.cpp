@@ -46,6 +46,7 @@ MainWindow::MainWindow() : ui(std::make_unique<Ui_MainWindow>())
     mdiArea->setWhatsThis(tr("Here the windows of sceneries and pictures are opened."));
     setCentralWidget(mdiArea);
     addHeights();
+    addDocks();
     addHints();
     addReports();
     setAcceptDrops(true);
@@ -305,6 +306,7 @@ void MainWindow::readSettings()
         this,
         settings.value(QStringLiteral("MainWindow/Position"), QPoint(200, 200)).toPoint(),
         settings.value(QStringLiteral("MainWindow/Size"), QSize(400, 400)).toSize());
+    restoreDocks();
 }
 
 void MainWindow::writeSettings() const
@@ -312,6 +314,7 @@ void MainWindow::writeSettings() const
     AppSettings settings;
     settings.setValue(QStringLiteral("MainWindow/Position"), pos());
     settings.setValue(QStringLiteral("MainWindow/Size"), size());
+    storeDocks();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

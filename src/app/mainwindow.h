@@ -9,6 +9,7 @@
 
 class BackgroundWork;
 class ImageMdiChild;
+class LiveDock;
 class QAction;
 class QDialog;
 class QLabel;
@@ -117,6 +118,10 @@ private:
     void addHints();
     void addReports();
     void useInScenery(const OperationReport &used);
+    void addDocks();
+    void followScenery();
+    void restoreDocks();
+    void storeDocks() const;
     void addHeights();
     void watchHeights(ImageMdiChild *view);
     void showHeight(const QString &text);
@@ -164,6 +169,7 @@ private:
     void addRunKeys(SceneryMdiChild *view, ImageMdiChild *picture);
 
     std::unique_ptr<Ui_MainWindow> ui;
+    LiveDock *liveDock = nullptr;
     StatusHints *hints = nullptr;
     QLabel *labelHeight = nullptr; // the height under the mouse
     QAction *actionElevation = nullptr;

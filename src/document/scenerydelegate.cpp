@@ -41,12 +41,14 @@ void SceneryDelegate::setModified(bool isModified)
 {
     modified = isModified;
     qDebug("setModified(%s)", isModified ? "true" : "false");
+    emit changed();
 }
 
 void SceneryDelegate::setModified()
 {
     modified = true;
     qDebug("setModified()");
+    emit changed();
 }
 
 QString SceneryDelegate::folder() const

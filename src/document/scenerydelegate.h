@@ -59,6 +59,8 @@ public:
     /// is relative and not found from the current folder, the one beside the
     /// scenery file.
     [[nodiscard]] QString inputFile(const QString &name) const;
+    /// The folder of the scenery file; empty while there is none.
+    [[nodiscard]] QString folder() const;
 
     [[nodiscard]] bool isModified() const { return modified; }
     void setModified(bool isModified);
@@ -66,8 +68,18 @@ public:
     [[nodiscard]] const SceneryData &sceneryData() const { return scenery.parameters; }
     /// The document as it is, without what the form shows and was not taken yet.
     [[nodiscard]] const SceneryDocument &document() const { return scenery; }
-    /// The document with what the form shows.
+    /// The document with what the form shows, which is taken into the document by that.
     [[nodiscard]] SceneryDocument shown();
+    /// The same, but the document stays as it is.
+    [[nodiscard]] SceneryDocument seen() const;
+    /// Changes what the form shows as a user does; the document takes it as it takes what
+    /// is typed.
+    void editForm(const std::function<void(SceneryData &)> &edit);
+    /// Adds a control point at the end of the path, of that in the open editors if they
+    /// are.
+    void addControlPoint(int x, int y, int z);
+    /// Whether a run is on.
+    [[nodiscard]] bool isRunning() const { return runInHand != nullptr; }
     /// Whether the path in the open editors is another one than the document's.
     [[nodiscard]] bool pathEditorHoldsChanges() const;
     /// Gives the document the path of another one, and makes it fly on it. Open editors
@@ -123,6 +135,8 @@ public slots:
     void acceptSetFlightPathDialog();
 
 signals:
+    /// Something of the document may be another than before.
+    void changed();
     /// The extras are others, by an edit or by a reading.
     void extrasChanged();
     void frameStarted(int frame);
@@ -139,11 +153,11 @@ private:
     void tellObsoleteFormat(bool selected);
     /// Gives the fields of the form their ranges and decimals.
     void limitFields();
+    void readForm(SceneryData &data) const;
+    void showInForm(SceneryData &data);
     void reposition(bool lastFrame);
     void showPathInEditor();
     bool run(ImageMdiChild *target, bool preview);
-    /// The folder of the scenery file; empty while there is none.
-    [[nodiscard]] QString folder() const;
 
     // The run that is on, and what shows it.
     FlightRun *runInHand = nullptr;

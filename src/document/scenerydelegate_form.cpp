@@ -123,49 +123,66 @@ void SceneryDelegate::limitFields()
         (form.*widget)->setMaxLength(MaxFieldText);
 }
 
-void SceneryDelegate::dataToView()
+void SceneryDelegate::dataToView() { showInForm(scenery.parameters); }
+
+void SceneryDelegate::showInForm(SceneryData &data)
 {
     Form &form = view->form();
     for (const auto &[widget, field] : Texts)
-        (form.*widget)->setText(scenery.parameters.*field);
+        (form.*widget)->setText(data.*field);
     for (const auto &[widget, field] : Flags)
-        (form.*widget)->setChecked(scenery.parameters.*field);
+        (form.*widget)->setChecked(data.*field);
     for (const auto &[widget, field] : Wholes)
-        (form.*widget)->setValue(scenery.parameters.*field);
+        (form.*widget)->setValue(data.*field);
     // Before any field changes, which may tell of it.
     for (const RealLimits &limits : realLimits())
         if (limits.isLogarithm)
-            scenery.parameters.*limits.field =
-                showableValue(limits, scenery.parameters.*limits.field);
+            data.*limits.field = showableValue(limits, data.*limits.field);
     for (const auto &[widget, field] : Reals)
-        (form.*widget)->setValue(fieldValue(limitsOf(field), scenery.parameters.*field));
-    const int quality = scenery.parameters.GenauRechnen;
+        (form.*widget)->setValue(fieldValue(limitsOf(field), data.*field));
+    const int quality = data.GenauRechnen;
     QRadioButton *const checked = quality == 1   ? form.radioButtonHQ
                                   : quality == 2 ? form.radioButtonXHQ
                                                  : form.radioButtonLQ;
     checked->setChecked(true);
-    (scenery.parameters.isStraight ? form.radioButtonStraight : form.radioButtonCurve)
+    (data.isStraight ? form.radioButtonStraight : form.radioButtonCurve)
         ->setChecked(true);
-    showColour(form.lineEditBackgroundColor, scenery.parameters.Hintergrund);
+    showColour(form.lineEditBackgroundColor, data.Hintergrund);
 }
 
-void SceneryDelegate::viewToData()
+void SceneryDelegate::viewToData() { readForm(scenery.parameters); }
+
+void SceneryDelegate::readForm(SceneryData &data) const
 {
     const Form &form = view->form();
     for (const auto &[widget, field] : Texts)
-        scenery.parameters.*field = (form.*widget)->text();
+        data.*field = (form.*widget)->text();
     for (const auto &[widget, field] : Flags)
-        scenery.parameters.*field = (form.*widget)->isChecked();
+        data.*field = (form.*widget)->isChecked();
     for (const auto &[widget, field] : Wholes)
-        scenery.parameters.*field = (form.*widget)->value();
+        data.*field = (form.*widget)->value();
     for (const auto &[widget, field] : Reals)
-        scenery.parameters.*field =
-            parameterValue(limitsOf(field), (form.*widget)->value());
-    scenery.parameters.GenauRechnen = form.radioButtonLQ->isChecked()   ? 0
-                                      : form.radioButtonHQ->isChecked() ? 1
-                                                                        : 2;
-    scenery.parameters.isStraight = form.radioButtonStraight->isChecked();
-    scenery.parameters.Hintergrund = shownColour(form.lineEditBackgroundColor);
+        data.*field = parameterValue(limitsOf(field), (form.*widget)->value());
+    data.GenauRechnen = form.radioButtonLQ->isChecked()   ? 0
+                        : form.radioButtonHQ->isChecked() ? 1
+                                                          : 2;
+    data.isStraight = form.radioButtonStraight->isChecked();
+    data.Hintergrund = shownColour(form.lineEditBackgroundColor);
+}
+
+SceneryDocument SceneryDelegate::seen() const
+{
+    SceneryDocument document = scenery;
+    readForm(document.parameters);
+    return document;
+}
+
+void SceneryDelegate::editForm(const std::function<void(SceneryData &)> &edit)
+{
+    SceneryData data = seen().parameters;
+    edit(data);
+    showInForm(data);
+    setModified();
 }
 
 // --- First and last frame ------------------------------------------------------------

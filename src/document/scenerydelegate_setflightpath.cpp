@@ -2,6 +2,8 @@
 
 #include "document/scenerydelegate.h"
 #include "document/scenerymdichild.h"
+#include "flight/flightplan.h"
+#include "flight/flightprofile.h"
 #include "patheditors/setflightpathdialog.h"
 #include "scene/scenerydata.h"
 
@@ -75,6 +77,22 @@ void SceneryDelegate::showPathInEditor()
     dialogWaypoints = scenery.waypoints;
     dialogWaypointLevel = scenery.waypointLevel;
     setFlightPathDialog->showLists();
+}
+
+void SceneryDelegate::addControlPoint(int x, int y, int z)
+{
+    if (setFlightPathDialog && setFlightPathDialog->isVisible()) {
+        dialogControlPoints.append({x, y, z, 0.0});
+        setFlightPathDialog->showLists();
+        emit changed();
+        return;
+    }
+    scenery.controlPoints.append({x, y, z, 0.0});
+    fitWaypoints(scenery.controlPoints, scenery.waypoints, scenery.waypointLevel);
+    updatePlan(scenery.controlPoints, scenery.waypoints, scenery.waypointLevel);
+    updateStations(scenery.controlPoints);
+    updateProfile(scenery.controlPoints, scenery.waypoints, scenery.waypointLevel);
+    setModified();
 }
 
 void SceneryDelegate::takePath(const SceneryDocument &flown)

@@ -36,8 +36,7 @@ ElevationImage::ElevationImage(const QString &fileName, double x, double y,
                                const char *format)
     : ElevationImage(fileName, format)
 {
-    m_xScale = 1.0 / x;
-    m_yScale = 1.0 / y;
+    setScales(x, y);
 }
 
 ElevationImage::ElevationImage(uchar *data, int width, int height, Format format)

@@ -29,6 +29,12 @@ public:
     ElevationImage(int width, int height, Format format);
     ElevationImage(const QSize &size, Format format);
 
+    /// Stretches the image by x and y world units per pixel.
+    void setScales(double x, double y)
+    {
+        m_xScale = 1.0 / x;
+        m_yScale = 1.0 / y;
+    }
     void setZScale(double scale) { m_zScale = scale; }
     [[nodiscard]] double zScale() const { return m_zScale; }
     /// Pixels per world unit.

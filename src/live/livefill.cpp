@@ -1,0 +1,83 @@
+// The camera that sees nothing but ground.
+
+#include "base/progress.h"
+#include "live/flyer.h"
+#include "live/liveframe.h"
+#include "raster/elevationimage.h"
+#include "raster/textureimage.h"
+
+#include <algorithm>
+
+namespace {
+
+// A colour that stands for what is no ground; where a texture has it as well, the camera
+// comes nearer than it had to.
+constexpr QRgb NoGround = 0xFFFE01FDu;
+constexpr LiveLevel Glance{0.25, 0.25};
+constexpr int MostSteps = 60;
+constexpr double NearerAStep = 0.08; // of the way to the middle of the terrain
+constexpr double DownAStep = 2.5;    // degrees
+constexpr double Steepest = -90.0;
+// Above the ground at least this share of the terrain's longer side.
+constexpr double LeastHeight = 0.01;
+
+struct Seen {
+    bool sky = false;  // at the upper edge
+    bool edge = false; // elsewhere
+};
+
+Seen lookFor(const QImage &image)
+{
+    Seen seen;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *const row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        const bool any =
+            std::find(row, row + image.width(), NoGround) != row + image.width();
+        (y < image.height() / 4 ? seen.sky : seen.edge) |= any;
+    }
+    return seen;
+}
+
+} // namespace
+
+void LiveFrame::settle(TerrainSweep &sweep, Progress &progress)
+{
+    if (!m_request.fill || !m_request.camera || !canBeDrawn())
+        return;
+    fillPicture(sweep, progress);
+    m_request.camera = Flyer::onSteps(*m_request.camera);
+    m_camera = *m_request.camera;
+}
+
+void LiveFrame::fillPicture(TerrainSweep &sweep, Progress &progress)
+{
+    SceneryData &data = m_request.document.parameters;
+    const SceneryData before = data;
+    data.HintergrundVerwenden = true;
+    data.Hintergrund = NoGround;
+    m_texture->setBackgroundColor(NoGround);
+    const double middleX = 0.5 * m_elevation->width() * data.HDateiSkalaX;
+    const double middleY = 0.5 * m_elevation->height() * data.HDateiSkalaY;
+    const double least = LeastHeight * 2 * std::max(middleX, middleY);
+    ViewCamera &camera = *m_request.camera;
+    for (int step = 0; step < MostSteps && progress.step(step, MostSteps); ++step) {
+        const QImage image = draw(sweep, &Glance, 0, progress);
+        if (image.isNull())
+            break;
+        const Seen seen = lookFor(image);
+        if (!seen.sky && !seen.edge)
+            break;
+        // Sky alone goes by looking down; what lies beside the terrain by going nearer.
+        if (seen.sky)
+            camera.pitch = std::max(camera.pitch - DownAStep, Steepest);
+        if (seen.edge || camera.pitch <= Steepest + DownAStep) {
+            camera.x += NearerAStep * (middleX - camera.x);
+            camera.y += NearerAStep * (middleY - camera.y);
+            const double floor = heightAt(camera.x, camera.y) + least;
+            camera.z = std::max(camera.z - NearerAStep * (camera.z - floor), floor);
+        }
+    }
+    data.HintergrundVerwenden = before.HintergrundVerwenden;
+    data.Hintergrund = before.Hintergrund;
+    m_texture->setBackgroundColor(before.Hintergrund);
+}

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "live/flyer.h"
+#include "live/liveengine.h"
+#include "livedocks/liveview.h"
+#include "scene/standardcamera.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <optional>
+
+class SceneryDelegate;
+class SceneryMdiChild;
+
+/// What the live view shows at the moment: which scenery, which of its frames, or which
+/// camera that was flown from there.
+///
+/// It asks the engine for pictures as things change and hands them to the view. Flying
+/// changes nothing of the scenery; what does bears the name of a "Set ..." or "Add ...".
+class LiveSession : public QObject {
+    Q_OBJECT
+
+public:
+    explicit LiveSession(LiveView &view);
+    ~LiveSession() override;
+
+    /// Shows another scenery, or none.
+    void setScenery(SceneryMdiChild *scenery);
+    [[nodiscard]] SceneryMdiChild *scenery() const;
+    /// Nothing is drawn while the view cannot be seen.
+    void setAwake(bool awake);
+
+    [[nodiscard]] int frame() const { return m_frame; }
+    [[nodiscard]] int frames() const; ///< of the whole flight; 0 without a scenery
+    [[nodiscard]] int framesPerSecond() const;
+    [[nodiscard]] bool isStraight() const;
+    [[nodiscard]] bool isRunning() const;
+    [[nodiscard]] bool isFlown() const { return m_flown; }
+    [[nodiscard]] bool isPlaying() const { return m_playing; }
+    /// The document as the form shows it; a fresh one without a scenery.
+    [[nodiscard]] SceneryDocument document() const;
+    /// What the view shows: of the last picture, or as it was flown since.
+    [[nodiscard]] const ViewCamera &camera() const { return m_flyer.camera(); }
+
+    /// Goes to a frame; `moving` while more follow.
+    void setFrame(int frame, bool moving = false);
+    void play(bool on);
+    void setLoop(bool on) { m_loop = on; }
+    void setFramesPerSecond(int frames);
+    void setSpeed(double speed) { m_flyer.setSpeed(speed); }
+    void holdGround(bool on, double clearance);
+
+    /// Writes the camera that is shown into the form, and goes to that frame.
+    void setEnd(FlightEnd end);
+    void addControlPoint();
+    void lookFrom(FlightEnd end);
+    /// The told standard camera, flown.
+    void reposition();
+    void fillPicture();
+
+signals:
+    /// Frame, number of frames, kind of flight, play: something of it is another.
+    void stateChanged();
+    /// The camera is another, or the ground under it.
+    void cameraChanged(std::optional<double> groundHeight);
+    void speedChanged(double speed);
+
+private:
+    void connectView();
+    void leaveScenery();
+    void documentChanged();
+    void take(const LivePicture &picture);
+    void fly(const ViewCamera &camera, bool moving);
+    void beginFlying();
+    void endFlying();
+    void keysChanged(const FlyKeys &keys, bool pressed);
+    void flyTick();
+    void playTick();
+    void countDropped(int frame);
+    /// Asks for pictures of the present state.
+    void ask(bool moving, bool fill = false);
+
+    LiveView &m_view;
+    LiveEngine m_engine;
+    QPointer<SceneryMdiChild> m_scenery;
+    bool m_awake = false;
+    int m_frame = 0;
+    Flyer m_flyer;
+    bool m_flown = false;
+    bool m_holdsGround = false;
+    double m_clearance = 10.0;
+    FlyKeys m_keys;
+    QTimer m_flyTimer;
+    QElapsedTimer m_flownSince;
+    bool m_playing = false;
+    bool m_loop = false;
+    QTimer m_playTimer;
+    QElapsedTimer m_playClock;
+    int m_playedFrom = 0;    // the frame at which the clock began
+    int m_lastPlayed = -1;   // of the pictures seen
+    QTimer m_change;         // gathers changes of the document
+    QTimer m_watch;          // looks at the files
+    SceneryDocument m_asked; // the document of the last request
+    quint64 m_request = 0;
+};
