@@ -37,8 +37,7 @@ std::shared_ptr<ElevationImage> InputCache::elevation(const QString &file)
     return read(m_elevation, file);
 }
 
-bool InputCache::hasChanged() const
+bool InputCache::hasChanged(const QString &texture, const QString &elevation) const
 {
-    return m_texture.stamp != stampOf(m_texture.stamp.file) ||
-           m_elevation.stamp != stampOf(m_elevation.stamp.file);
+    return m_texture.stamp != stampOf(texture) || m_elevation.stamp != stampOf(elevation);
 }

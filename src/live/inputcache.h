@@ -18,8 +18,8 @@ public:
     [[nodiscard]] std::shared_ptr<TextureImage> texture(const QString &file);
     /// The elevations of a file; null where it cannot be read.
     [[nodiscard]] std::shared_ptr<ElevationImage> elevation(const QString &file);
-    /// Whether a file of the last request is another one by now.
-    [[nodiscard]] bool hasChanged() const;
+    /// Whether these files are others by now than those that were read last.
+    [[nodiscard]] bool hasChanged(const QString &texture, const QString &elevation) const;
 
 private:
     // A file as it was when it was read.

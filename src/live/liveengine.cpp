@@ -96,13 +96,19 @@ void LiveEngine::work()
                 m_lastNumber = m_number;
             }
         }
-        if (!wanted && look && m_last && m_inputs.hasChanged())
+        if (!wanted && look && m_last && filesHaveChanged(*m_last))
             wanted = m_last;
         if (!wanted)
             continue;
         answer(*wanted, m_lastNumber);
         m_last = std::move(wanted);
     }
+}
+
+bool LiveEngine::filesHaveChanged(const LiveRequest &drawn) const
+{
+    const LiveFiles files(drawn);
+    return m_inputs.hasChanged(files.texture, files.elevation);
 }
 
 void LiveEngine::leaveCoresToTheRun()

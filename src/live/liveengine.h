@@ -55,6 +55,7 @@ private:
     void refine(const LiveFrame &frame, LivePicture picture, double workDone);
     bool drawLevel(const LiveFrame &frame, const LiveLevel *level, bool whole,
                    LivePicture &picture);
+    [[nodiscard]] bool filesHaveChanged(const LiveRequest &drawn) const;
     void leaveCoresToTheRun();
 
     std::mutex m_mutex;

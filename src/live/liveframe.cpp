@@ -30,16 +30,6 @@ QString text(const char *source)
 
 double degrees(double radians) { return radians * 180 / Pi; }
 
-std::shared_ptr<TextureImage> whiteTexture(double width, double height)
-{
-    const bool fits = width * height <= LargestWhite;
-    auto white = std::make_shared<TextureImage>(
-        fits ? std::max(static_cast<int>(width), 1) : 1,
-        fits ? std::max(static_cast<int>(height), 1) : 1, QImage::Format_Grayscale8);
-    white->fill(Qt::white);
-    return white;
-}
-
 // The frame that a straight flight of one camera has.
 SceneryDocument flownFrom(const SceneryDocument &document, const ViewCamera &camera)
 {
@@ -59,6 +49,26 @@ SceneryDocument flownFrom(const SceneryDocument &document, const ViewCamera &cam
 
 } // namespace
 
+std::shared_ptr<TextureImage> whiteTexture(double width, double height)
+{
+    const bool fits = width * height <= LargestWhite;
+    auto white = std::make_shared<TextureImage>(
+        fits ? std::max(static_cast<int>(width), 1) : 1,
+        fits ? std::max(static_cast<int>(height), 1) : 1, QImage::Format_Grayscale8);
+    white->fill(Qt::white);
+    return white;
+}
+
+LiveFiles::LiveFiles(const LiveRequest &request)
+{
+    const SceneryData &data = request.document.parameters;
+    const auto found = [&](const QString &name) {
+        return name.isEmpty() ? QString() : findInputFile(name, request.folder);
+    };
+    elevation = found(data.HDateiname);
+    texture = found(data.TDateiname);
+}
+
 LiveFrame::LiveFrame(const LiveRequest &request, InputCache &inputs) : m_request(request)
 {
     findFiles(inputs);
@@ -68,10 +78,8 @@ LiveFrame::LiveFrame(const LiveRequest &request, InputCache &inputs) : m_request
 void LiveFrame::findFiles(InputCache &inputs)
 {
     const SceneryData &data = m_request.document.parameters;
-    const auto found = [&](const QString &name) {
-        return name.isEmpty() ? QString() : findInputFile(name, m_request.folder);
-    };
-    m_elevation = inputs.elevation(found(data.HDateiname));
+    const LiveFiles files(m_request);
+    m_elevation = inputs.elevation(files.elevation);
     if (!m_elevation) {
         m_message =
             data.HDateiname.isEmpty()
@@ -80,7 +88,7 @@ void LiveFrame::findFiles(InputCache &inputs)
         return;
     }
     m_elevation->setScales(data.HDateiSkalaX, data.HDateiSkalaY);
-    m_texture = inputs.texture(found(data.TDateiname));
+    m_texture = inputs.texture(files.texture);
     if (!m_texture) {
         m_message =
             data.TDateiname.isEmpty()

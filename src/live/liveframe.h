@@ -9,6 +9,17 @@ class Progress;
 class TerrainSweep;
 class TextureImage;
 
+/// A white texture of so many pixels.
+[[nodiscard]] std::shared_ptr<TextureImage> whiteTexture(double width, double height);
+
+/// The files of a request's elevations and texture as they are found now; empty names
+/// where the scenery names none.
+struct LiveFiles {
+    explicit LiveFiles(const LiveRequest &request);
+
+    QString elevation, texture;
+};
+
 /// All that the pictures of one request are drawn from.
 ///
 /// What the final frame looks like is settled by what runs use themselves; the coarser
