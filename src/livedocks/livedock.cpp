@@ -37,7 +37,9 @@ LiveDock::LiveDock(QWidget *parent)
     m_place = new QLabel(content);
     m_place->setObjectName(QStringLiteral("labelPlace"));
     m_place->setTextFormat(Qt::PlainText);
-    m_place->setWordWrap(true);
+    // Two lines always: the picture above is not to change its size.
+    m_place->setMinimumHeight(2 * m_place->fontMetrics().lineSpacing());
+    m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_place->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_place->setAccessibleName(tr("Camera"));
     m_place->setToolTip(tr("Where the camera is and where it looks."));
@@ -239,7 +241,7 @@ void LiveDock::showPlace(std::optional<double> groundHeight)
         return;
     }
     const ViewCamera &c = m_session->camera();
-    QString text = tr("x %1  y %2  z %3  heading %4°  pitch %5°  roll %6°")
+    QString text = tr("x %1   y %2   z %3\nheading %4°   pitch %5°   roll %6°")
                        .arg(c.x, 0, 'f', 2)
                        .arg(c.y, 0, 'f', 2)
                        .arg(c.z, 0, 'f', 2)
@@ -247,6 +249,6 @@ void LiveDock::showPlace(std::optional<double> groundHeight)
                        .arg(c.pitch, 0, 'f', 2)
                        .arg(c.roll, 0, 'f', 2);
     if (groundHeight)
-        text += tr("  above ground %1").arg(c.z - *groundHeight, 0, 'f', 2);
+        text += tr("   above ground %1").arg(c.z - *groundHeight, 0, 'f', 2);
     m_place->setText(text);
 }

@@ -110,6 +110,7 @@ void LiveSession::setScenery(SceneryMdiChild *scenery)
     for (auto *button : scenery->findChildren<QAbstractButton *>())
         if (button->isCheckable())
             connect(button, &QAbstractButton::toggled, &m_change, later);
+    m_known = document();
     emit stateChanged();
     ask(false);
 }
@@ -170,10 +171,11 @@ void LiveSession::documentChanged()
     if (!m_scenery)
         return;
     const SceneryDocument now = document();
-    if (now == m_asked)
+    if (now == m_known)
         return;
-    if (m_flown && !isSameView(cameraOf(now, m_frame), cameraOf(m_asked, m_frame)))
+    if (m_flown && !isSameView(cameraOf(now, m_frame), cameraOf(m_known, m_frame)))
         m_flown = false;
+    m_known = now;
     m_frame = std::clamp(m_frame, 0, frames() - 1);
     emit stateChanged();
     ask(false);
@@ -198,7 +200,6 @@ void LiveSession::ask(bool moving, bool fill)
     wanted.view = m_view.deviceSize();
     wanted.moving = moving || m_playing;
     wanted.besideRun = isRunning();
-    m_asked = wanted.document;
     m_view.setStale();
     m_request = m_engine.request(wanted);
     m_view.inputAsked(m_request);

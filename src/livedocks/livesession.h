@@ -103,6 +103,6 @@ private:
     int m_lastPlayed = -1;   // of the pictures seen
     QTimer m_change;         // gathers changes of the document
     QTimer m_watch;          // looks at the files
-    SceneryDocument m_asked; // the document of the last request
+    SceneryDocument m_known; // as it was when it changed last
     quint64 m_request = 0;
 };

@@ -84,7 +84,7 @@ void LiveView::show(const LivePicture &picture, Source source)
     m_source = source;
     m_frame = picture.frame;
     m_message = picture.message;
-    m_refined = picture.refined;
+    m_refined = false; // until it is painted
     m_unpainted = !picture.image.isNull();
     update();
 }
@@ -160,6 +160,7 @@ void LiveView::countPainted()
         return;
     m_unpainted = false;
     ++m_paintedPictures;
+    m_refined = m_shown.refined;
     if (m_inputRequest != 0 && m_shown.request >= m_inputRequest) {
         m_answer = static_cast<double>(m_input.nsecsElapsed()) / 1e6;
         m_inputRequest = 0;

@@ -53,7 +53,11 @@ public:
     /// Shows nothing but a message.
     void showMessage(const QString &message);
     /// The present state is another one than that of the picture.
-    void setStale() { m_refined = false; }
+    void setStale()
+    {
+        m_refined = false;
+        m_shown.refined = false;
+    }
     /// An input was answered by this request.
     void inputAsked(quint64 request);
     /// Where the pictures that are wanted are as wide as this, in device pixels.
