@@ -12,6 +12,7 @@ class ImageMdiChild;
 class LiveDock;
 class QAction;
 class QDialog;
+class QDockWidget;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
@@ -119,6 +120,8 @@ private:
     void addReports();
     void useInScenery(const OperationReport &used);
     void addDocks();
+    void addDock(QDockWidget *dock, const QString &action, const QString &text,
+                 const QString &help);
     void followScenery();
     void restoreDocks();
     void storeDocks() const;

@@ -59,6 +59,14 @@ std::shared_ptr<TextureImage> whiteTexture(double width, double height)
     return white;
 }
 
+ViewCamera viewOf(const FrameCamera &frame)
+{
+    return {frame.position.x,     frame.position.y,
+            frame.position.z,     degrees(frame.direction),
+            degrees(frame.pitch), degrees(frame.roll),
+            frame.focal};
+}
+
 LiveFiles::LiveFiles(const LiveRequest &request)
 {
     const SceneryData &data = request.document.parameters;
@@ -113,10 +121,7 @@ void LiveFrame::findCamera()
     if (checked)
         m_frame = Flight(m_request.document, 1.0).camera(m_request.frame);
     m_frame = cameraScaled(1.0);
-    m_camera = {m_frame.position.x,     m_frame.position.y,
-                m_frame.position.z,     degrees(m_frame.direction),
-                degrees(m_frame.pitch), degrees(m_frame.roll),
-                m_frame.focal};
+    m_camera = viewOf(m_frame);
     holdGround();
     if (m_request.camera)
         m_camera = *m_request.camera;

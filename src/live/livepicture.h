@@ -20,6 +20,9 @@ struct ViewCamera {
     bool operator==(const ViewCamera &) const = default;
 };
 
+/// The camera of a frame that is as large as the scenery asks for.
+[[nodiscard]] ViewCamera viewOf(const FrameCamera &frame);
+
 /// What the live view is to show: a value that the engine keeps to itself.
 struct LiveRequest {
     SceneryDocument document;         ///< as the form shows it

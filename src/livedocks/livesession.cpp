@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -249,6 +250,25 @@ void LiveSession::fly(const ViewCamera &camera, bool moving)
     m_flown = true;
     m_flyer.setCamera(camera);
     ask(moving);
+}
+
+ViewCamera LiveSession::present() const
+{
+    if (m_flown)
+        return m_flyer.camera();
+    const std::optional<FrameCamera> camera = cameraOf(document(), m_frame);
+    return camera ? viewOf(*camera) : ViewCamera();
+}
+
+void LiveSession::flyTo(const ViewCamera &camera, bool moving)
+{
+    if (!m_scenery)
+        return;
+    play(false);
+    const bool was = std::exchange(m_flown, true);
+    fly(moving ? camera : Flyer::onSteps(camera), moving);
+    if (!was)
+        emit stateChanged();
 }
 
 void LiveSession::keysChanged(const FlyKeys &keys, bool pressed)

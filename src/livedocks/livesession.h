@@ -45,6 +45,11 @@ public:
     /// What the view shows: of the last picture, or as it was flown since.
     [[nodiscard]] const ViewCamera &camera() const { return m_flyer.camera(); }
 
+    /// The camera as it is by now: as it was flown, or that of the frame.
+    [[nodiscard]] ViewCamera present() const;
+    /// Flies to a place; `moving` while more follow.
+    void flyTo(const ViewCamera &camera, bool moving);
+
     /// Goes to a frame; `moving` while more follow.
     void setFrame(int frame, bool moving = false);
     void play(bool on);

@@ -6,6 +6,7 @@
 #include "livedocks/livedock.h"
 #include "livedocks/livesession.h"
 #include "livedocks/liveview.h"
+#include "livedocks/mapview.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -190,6 +191,37 @@ private slots:
         click("pushButtonCopyPicture");
         QCOMPARE(QApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32),
                  view()->picture().convertToFormat(QImage::Format_RGB32));
+    }
+
+    // The map shows where the camera is, and the camera is dragged there.
+    void theCameraIsDraggedOnTheMap()
+    {
+        m_window->findChild<QAction *>("action_Map")->trigger();
+        auto *const map = m_window->findChild<MapView *>();
+        QVERIFY(map->isVisible());
+        QTRY_VERIFY(!map->ground().isNull());
+        QVERIFY(rests());
+        const QPoint at = map->property("cameraAt").toPoint();
+        QTest::mousePress(map, Qt::LeftButton, {}, at);
+        QTest::mouseMove(map, at + QPoint(3, -20));
+        QTest::mouseRelease(map, Qt::LeftButton, {}, at + QPoint(3, -20));
+        QVERIFY(rests());
+        QCOMPARE(view()->property("source").toString(), QString("flown"));
+        QVERIFY(view()->camera()[0].toDouble() > 32.0);
+        QVERIFY(view()->camera()[1].toDouble() > -60.0);
+        QVERIFY((map->cameraAt() - at - QPoint(3, -20)).manhattanLength() <= 1);
+        const QPoint end = map->directionAt();
+        const QPoint east = map->cameraAt() + QPoint(60, 0);
+        QTest::mousePress(map, Qt::LeftButton, {}, end);
+        QTest::mouseMove(map, east);
+        QTest::mouseRelease(map, Qt::LeftButton, {}, east);
+        QVERIFY(rests());
+        QCOMPARE(view()->camera()[3].toDouble(), 90.0);
+        map->setFocus();
+        QTest::keyClick(map, Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(rests());
+        QCOMPARE(view()->camera()[3].toDouble(), 80.0);
+        QVERIFY(!scenery()->isModified());
     }
 
     void whatIsMissingIsToldInTheView()

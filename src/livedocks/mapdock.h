@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDockWidget>
+
+#include <QDateTime>
+
+class BackgroundWork;
+class LiveSession;
+class MapView;
+
+/// The dock with the map of the active scenery, on which the camera of the live view
+/// stands.
+class MapDock : public QDockWidget {
+    Q_OBJECT
+
+public:
+    /// The session, which outlives the dock, is borrowed.
+    explicit MapDock(LiveSession &session, QWidget *parent = nullptr);
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    void showContent();
+    void showGround();
+    [[nodiscard]] QSizeF findWorld() const;
+
+    LiveSession &m_session;
+    MapView *m_view;
+    BackgroundWork *m_loading;
+    QString m_file;   // of the ground that is shown
+    QDateTime m_time; // and when it was written
+};
