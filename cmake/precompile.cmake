@@ -29,19 +29,30 @@ function(toolkit_of result)
   endforeach()
 endfunction()
 
-# precompile_folders(folder): all libraries and programs below that folder read the
-# toolkit's headers from what has been compiled once for each of them.
+# precompiled_headers(name kind header...): an object library of nothing but headers of that
+# part of the toolkit, compiled ahead for all targets that take them from it.
+function(precompiled_headers name kind)
+  add_library(${name} OBJECT ${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+  target_link_libraries(${name} PRIVATE Qt6::${kind} warnings cacheable)
+  target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+
+# precompile_folders(folder): the static libraries below that folder read the toolkit's
+# headers from what has been compiled once for all that link the same part of it: the
+# object libraries precompiled_src_KIND. Programs are a source each, and modules and object
+# libraries have options of their own.
 function(precompile_folders folder)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
   foreach(target ${targets})
     get_target_property(type ${target} TYPE)
-    if(NOT type MATCHES "LIBRARY|EXECUTABLE" OR type STREQUAL "INTERFACE_LIBRARY")
+    if(NOT type STREQUAL "STATIC_LIBRARY")
       continue()
     endif()
     get_target_property(libraries ${target} LINK_LIBRARIES)
     toolkit_of(kind ${libraries})
     if(kind)
-      target_precompile_headers(${target} PRIVATE <Qt${kind}>)
+      target_precompile_headers(${target} REUSE_FROM precompiled_src_${kind})
       target_link_libraries(${target} PRIVATE cacheable)
     endif()
   endforeach()

@@ -1,0 +1,1 @@
+// Nothing of its own: the headers that others include are compiled with it.

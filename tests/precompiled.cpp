@@ -1,1 +1,0 @@
-// Nothing of its own: the headers that tests include are compiled with it.
