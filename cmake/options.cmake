@@ -13,6 +13,12 @@ if(ZEPHRANT_SANITIZE)
   add_link_options(-fsanitize=${ZEPHRANT_SANITIZE})
 endif()
 
+# src is compiled so that its programs count which of its lines are run. What is counted
+# stands in the sources, whatever is optimised afterwards.
+if(ZEPHRANT_COVERAGE)
+  add_link_options(-fprofile-instr-generate)
+endif()
+
 if(ZEPHRANT_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
