@@ -8,6 +8,10 @@
 
 GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : FormDialog(parent)
 {
+    describe(tr("Convert Grayscale File Into Elevation File"),
+             tr("To convert a grayscale file into an elevation file.\n\n"
+                "The elevation value is derived by adding the three color values, so the "
+                "maximum elevation of the output file is 3 * 255 = 765."));
     addInput(lineEditFromFile);
 }
 

@@ -2,11 +2,11 @@
 
 #include "tooldialogs/tooldialog.h"
 #include "tools/elevationconversions.h"
-#include "ui_graytoelevationdialog.h"
+#include "ui_filesdialog.h"
 
 /// Makes an elevation file of an image: an elevation is the sum of a pixel's
 /// red, green and blue.
-class GrayToElevationDialog : public ToolForm<Ui::GrayToElevationDialog> {
+class GrayToElevationDialog : public ToolForm<Ui::FilesDialog> {
     Q_OBJECT
 
 public:

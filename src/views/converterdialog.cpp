@@ -49,6 +49,13 @@ void ConverterDialog::setUpForm()
     completeHelp(this);
 }
 
+void ConverterDialog::describe(const QString &title, const QString &whatsThis)
+{
+    setObjectName(QString::fromLatin1(metaObject()->className()));
+    setWindowTitle(title);
+    setWhatsThis(whatsThis);
+}
+
 QPushButton *ConverterDialog::browseButtonOf(const QLineEdit *field) const
 {
     QString name = field->objectName();

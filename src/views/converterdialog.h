@@ -39,6 +39,10 @@ protected:
     /// Finds the widgets that every such dialog has and completes the help; OK is off.
     void setUpForm();
 
+    /// For the form of two files that several dialogs share, filesdialog.ui: the title
+    /// above the dialog, and what it does. Names the dialog after its class.
+    void describe(const QString &title, const QString &whatsThis);
+
     /// How an input file is chosen.
     struct Browsing {
         QString filter = imageFileFilter();
