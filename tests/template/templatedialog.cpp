@@ -5,6 +5,8 @@
 
 TemplateDialog::TemplateDialog(QWidget *parent) : FormDialog(parent)
 {
+    describe(tr("Turn a Terrain Upside Down"),
+             tr("Turns a terrain upside down: each elevation becomes its opposite."));
     addInput(lineEditFromFile);
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "tooldialogs/tooldialog.h"
-#include "ui_templatedialog.h"
+#include "ui_filesdialog.h"
 #include "views/dialogentry.h"
 
 /// Turns a terrain upside down.
-class TemplateDialog : public ToolForm<Ui::TemplateDialog> {
+class TemplateDialog : public ToolForm<Ui::FilesDialog> {
     Q_OBJECT
 
 public:

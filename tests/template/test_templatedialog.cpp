@@ -1,5 +1,6 @@
-// The template of a dialog does what its user sees, and its table can make it.
+// The templates of dialogs do what their users see, and their tables can make them.
 #include "template/templatedialog.h"
+#include "template/templateimportdialog.h"
 
 #include "raster/elevationimage.h"
 #include "tooldialogs/dialogtest.h"
@@ -10,7 +11,13 @@ class TestTemplateDialog : public QObject, private DialogTest {
 private slots:
     void terrainIsWrittenUpsideDown();
     void aFileThatIsNoPictureIsTold();
-    void theTableMakesIt();
+    void theTablesMakeThem();
+    void aFileIsImported();
+    void aFileThatIsCutOffIsTold();
+
+private:
+    // Writes a file of the template's format with so many of its bytes.
+    [[nodiscard]] QString rawFile(qsizetype length) const;
 };
 
 void TestTemplateDialog::terrainIsWrittenUpsideDown()
@@ -42,10 +49,51 @@ void TestTemplateDialog::aFileThatIsNoPictureIsTold()
     QVERIFY(!QFile::exists(path("turned.png")));
 }
 
-void TestTemplateDialog::theTableMakesIt()
+void TestTemplateDialog::theTablesMakeThem()
 {
-    const std::unique_ptr<QDialog> dialog = TemplateEntry.make(nullptr);
-    QCOMPARE(dialog->windowTitle(), QString::fromLatin1(TemplateEntry.title));
+    for (const DialogEntry &entry : {TemplateEntry, TemplateImportEntry}) {
+        const std::unique_ptr<QDialog> dialog = entry.make(nullptr);
+        QCOMPARE(dialog->windowTitle(), QString::fromLatin1(entry.title));
+        QCOMPARE("action_" + dialog->objectName(), QString::fromLatin1(entry.object));
+        QVERIFY(!dialog->whatsThis().isEmpty());
+    }
+}
+
+QString TestTemplateDialog::rawFile(qsizetype length) const
+{
+    const QByteArray bytes = QByteArray::fromHex("02000100"
+                                                 "0100feff");
+    QFile file(path("terrain.raw"));
+    const bool written = file.open(QIODevice::WriteOnly) &&
+                         file.write(bytes.left(length)) == std::min(length, bytes.size());
+    return written ? file.fileName() : QString();
+}
+
+void TestTemplateDialog::aFileIsImported()
+{
+    const std::unique_ptr<QDialog> dialog = TemplateImportEntry.make(nullptr);
+    chooseInput(*dialog, rawFile(8));
+    chooseOutput(*dialog, path("terrain.png"));
+    click(*dialog, "pushButtonOK");
+    VERIFY_ANSWERS();
+    const ElevationImage image(path("terrain.png"));
+    QCOMPARE(image.size(), QSize(2, 1));
+    QCOMPARE(image.elevation(0, 0), 1.0);
+    QCOMPARE(image.elevation(1, 0), -2.0);
+    QCOMPARE(dialog->result(), int(QDialog::Accepted));
+}
+
+void TestTemplateDialog::aFileThatIsCutOffIsTold()
+{
+    TemplateImportDialog dialog;
+    const QString name = rawFile(7);
+    chooseInput(dialog, name);
+    chooseOutput(dialog, path("terrain.png"));
+    expectError(QStringLiteral("The file \"%1\" ends in row 0.").arg(name),
+                QStringLiteral("Template Import"));
+    click(dialog, "pushButtonOK");
+    VERIFY_ANSWERS();
+    QVERIFY(!QFile::exists(path("terrain.png")));
 }
 
 QTEST_MAIN(TestTemplateDialog)
