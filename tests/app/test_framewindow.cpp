@@ -10,7 +10,7 @@ class TestFrameWindow : public QObject, private RunFixture {
 
 private slots:
     void init() { openWindow(); }
-    void cleanup() { m_window.reset(); }
+    void cleanup() { closeWindow(); }
 
     void frameWindowStopsItsRun()
     {
@@ -31,7 +31,7 @@ private slots:
         QVERIFY(openScenery(1));
         action("action_Final")->trigger();
         const auto width = [&] {
-            return loadImageFile(m_dir.filePath("f0.png")).width();
+            return loadImageFile(m_dir->filePath("f0.png")).width();
         };
         pressInPicture(Qt::Key_R);
         QCOMPARE(width(), 32);
@@ -48,16 +48,16 @@ private slots:
         ImageMdiChild *const shown = picture();
         auto *const scenery = qobject_cast<SceneryMdiChild *>(m_window->activeMdiChild());
         QVERIFY(scenery);
-        const QString other = m_dir.filePath("other.png");
+        const QString other = m_dir->filePath("other.png");
         QFile::remove(other);
-        QVERIFY(QFile::copy(m_dir.filePath("texture.png"), other));
+        QVERIFY(QFile::copy(path("picture.png"), other));
         m_window->open(other);
         bool refused = false;
         connect(&scenery->delegate(), &SceneryDelegate::frameStarted, m_window.get(),
                 [&] { refused = !m_window->close(); });
         press(shown, Qt::Key_F);
         QVERIFY(refused);
-        QCOMPARE(loadImageFile(m_dir.filePath("f0.png")).width(), 64);
+        QCOMPARE(loadImageFile(m_dir->filePath("f0.png")).width(), 64);
         // The entries tell of the picture, which is active as before.
         QCOMPARE(m_window->activeMdiChild()->currentFile(),
                  QFileInfo(other).canonicalFilePath());

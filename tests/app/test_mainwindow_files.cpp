@@ -1,26 +1,17 @@
 // Files that are given to the program, or dropped on it, and what is offered for them.
 
-#include "app/mainwindow.h"
 #include "app/terrainopener.h"
-#include "base/appsettings.h"
+#include "app/windowfixture.h"
 #include "raster/elevationimage.h"
-#include "raster/imagefile.h"
 #include "support/modalanswer.h"
 #include "views/imagemdichild.h"
-#include "views/noticelabel.h"
 
-#include <QAction>
 #include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMimeData>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QTableWidget>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 #include <QUrl>
 
@@ -50,26 +41,17 @@ private:
 
 } // namespace
 
-class TestMainWindowFiles : public QObject {
+class TestMainWindowFiles : public QObject, private WindowFixture {
     Q_OBJECT
 
 private slots:
     void init()
     {
-        AppSettings().clear();
         m_heard.clear();
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_window = std::make_unique<MainWindow>();
+        openWindow();
         m_window->setTerrainOpener({});
-        m_window->show();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
-    void cleanup()
-    {
-        m_window.reset();
-        m_dir.reset();
-    }
+    void cleanup() { closeWindow(); }
 
     void picturesAreOpenedAsByFileOpen()
     {
@@ -294,22 +276,9 @@ private:
                 found << window->widget()->windowTitle();
         return found;
     }
-    [[nodiscard]] QString notice() const
-    {
-        return m_window->findChild<NoticeLabel *>()->notice();
-    }
-    [[nodiscard]] QPushButton *hintButton() const
-    {
-        return m_window->findChild<QPushButton *>("pushButtonHint");
-    }
-    [[nodiscard]] QAction *action(const QString &name) const
-    {
-        return m_window->findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
-    }
+    [[nodiscard]] QString notice() const { return noticeLabel()->notice(); }
 
     QStringList m_heard;
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
 };
 
 QTEST_MAIN(TestMainWindowFiles)

@@ -1,5 +1,4 @@
-#include "app/mainwindow.h"
-#include "base/appsettings.h"
+#include "app/windowfixture.h"
 #include "importdialogs/importdialogs.h"
 #include "support/modalanswer.h"
 #include "support/settle.h"
@@ -7,33 +6,24 @@
 #include "views/imagemdichild.h"
 
 #include <QAbstractButton>
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QWhatsThis>
 
 /// The menus: real keys, the Window menu, the states of the entries.
-class TestMainWindowMenus : public QObject {
+class TestMainWindowMenus : public QObject, private WindowFixture {
     Q_OBJECT
 
 private slots:
     void init()
     {
-        AppSettings().clear();
         QApplication::clipboard()->clear();
-        m_window = std::make_unique<MainWindow>();
-        m_window->show();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        openWindow();
     }
-    void cleanup() { m_window.reset(); }
+    void cleanup() { closeWindow(); }
 
     void closeKeyClosesOneWindow()
     {
@@ -148,7 +138,7 @@ private slots:
         for (const char *name : {"1", "2", "3", "4"})
             QVERIFY(!action(QString("action_OpenMRU") + name)->isVisible());
         openImages(1);
-        QCOMPARE(action("action_OpenMRU1")->text(), m_dir.filePath("p0.png"));
+        QCOMPARE(action("action_OpenMRU1")->text(), m_dir->filePath("p0.png"));
         QVERIFY(action("action_OpenMRU1")->isVisible());
         QVERIFY(!action("action_OpenMRU2")->isVisible());
         AppSettings().clear();
@@ -158,7 +148,7 @@ private slots:
 
     void ampersandOfAFileNameShowsAsItself()
     {
-        const QString path = m_dir.filePath("rock & roll & sea.png");
+        const QString path = m_dir->filePath("rock & roll & sea.png");
         QVERIFY(QImage(8, 8, QImage::Format_RGB32).save(path));
         m_window->open(path);
         QMenu *const menu = m_window->findChild<QMenu *>("menu_Window");
@@ -337,14 +327,6 @@ private slots:
 
 private:
     [[nodiscard]] QMdiArea *area() const { return m_window->findChild<QMdiArea *>(); }
-    [[nodiscard]] QList<QMdiSubWindow *> windows() const
-    {
-        return area()->subWindowList();
-    }
-    [[nodiscard]] QAction *action(const QString &name) const
-    {
-        return m_window->findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
-    }
     [[nodiscard]] QString message() const
     {
         return m_window->statusBar()->currentMessage();
@@ -357,7 +339,7 @@ private:
     void openImages(int count)
     {
         for (int i = 0; i < count; ++i) {
-            const QString path = m_dir.filePath(QStringLiteral("p%1.png").arg(i));
+            const QString path = m_dir->filePath(QStringLiteral("p%1.png").arg(i));
             QImage image(100, 80, QImage::Format_RGB32);
             image.fill(Qt::darkGreen);
             QVERIFY(image.save(path));
@@ -365,9 +347,6 @@ private:
         }
         QCOMPARE(windows().size(), count);
     }
-
-    QTemporaryDir m_dir;
-    std::unique_ptr<MainWindow> m_window;
 };
 
 QTEST_MAIN(TestMainWindowMenus)

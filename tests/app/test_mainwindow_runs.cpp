@@ -11,7 +11,7 @@ class TestMainWindowRuns : public QObject, private RunFixture {
 
 private slots:
     void init() { openWindow(); }
-    void cleanup() { m_window.reset(); }
+    void cleanup() { closeWindow(); }
 
     void newSceneryOpensInItsWindow()
     {
@@ -80,7 +80,7 @@ private slots:
 
     void brokenSceneryLeavesNoWindow()
     {
-        const QString path = m_dir.filePath("broken.zph");
+        const QString path = m_dir->filePath("broken.zph");
         QFile file(path);
         QVERIFY(file.open(QFile::WriteOnly));
         file.write("[Param]\nBeobXA=5\nnonsense=1\n");
@@ -139,14 +139,14 @@ private slots:
         expectEnabled({"action_Preview", "action_Final", "action_ZoomIn"});
         expectDisabled({"action_Stop"});
         QCOMPARE(frames(), (QStringList{"f0.png", "f1.png", "f2.png"}));
-        QCOMPARE(loadImageFile(m_dir.filePath("f0.png")).size(), QSize(64, 48));
+        QCOMPARE(loadImageFile(m_dir->filePath("f0.png")).size(), QSize(64, 48));
     }
 
     void previewHasHalfTheSize()
     {
         QVERIFY(openScenery(1));
         action("action_Preview")->trigger();
-        QCOMPARE(loadImageFile(m_dir.filePath("f0.png")).size(), QSize(32, 24));
+        QCOMPARE(loadImageFile(m_dir->filePath("f0.png")).size(), QSize(32, 24));
     }
 
     void stopAsksAndKeepsEarlierFrames_data()
@@ -209,8 +209,8 @@ private slots:
     void entriesFollowTheViewThatIsActiveDuringARun()
     {
         QVERIFY(openScenery(2));
-        const QString other = m_dir.filePath("other.png");
-        QVERIFY(QFile::copy(m_dir.filePath("texture.png"), other));
+        const QString other = m_dir->filePath("other.png");
+        QVERIFY(QFile::copy(path("picture.png"), other));
         m_window->open(other);
         action("action_Next")->trigger();
         bool looked = false;

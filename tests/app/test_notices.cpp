@@ -1,19 +1,13 @@
 // What the program tells on the right side of its status bar.
 
-#include "app/mainwindow.h"
-#include "base/appsettings.h"
+#include "app/windowfixture.h"
 #include "base/notices.h"
-#include "raster/imagefile.h"
 #include "support/modalanswer.h"
 #include "views/imagemdichild.h"
-#include "views/noticelabel.h"
 
-#include <QAction>
 #include <QDir>
 #include <QRadioButton>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 #include <thread>
@@ -24,30 +18,21 @@ constexpr char Budget[] = "ZEPHRANT_MEMORY_BUDGET";
 
 } // namespace
 
-class TestNotices : public QObject {
+class TestNotices : public QObject, private WindowFixture {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        AppSettings().clear();
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_window = std::make_unique<MainWindow>();
-        m_window->show();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
+    void init() { openWindow(); }
     void cleanup()
     {
         qunsetenv(Budget);
-        m_window.reset();
-        m_dir.reset();
+        closeWindow();
     }
 
     void startTellsNothing()
     {
-        QVERIFY(label());
-        QVERIFY(!label()->isVisible());
+        QVERIFY(noticeLabel());
+        QVERIFY(!noticeLabel()->isVisible());
         QCOMPARE(m_window->statusBar()->currentMessage(), QString());
     }
 
@@ -60,11 +45,11 @@ private slots:
         action("action_Final")->trigger();
         QCOMPARE(answers.complaints(), QStringList());
         QCOMPARE(
-            label()->notice(),
+            noticeLabel()->notice(),
             QString("3 files could not be saved. Could not save file \"%1\": No such "
                     "file or directory.")
                 .arg(m_dir->filePath("none/f2.png")));
-        QVERIFY(label()->isVisible());
+        QVERIFY(noticeLabel()->isVisible());
         QCOMPARE(m_window->statusBar()->currentMessage(), QString("100%"));
     }
 
@@ -74,9 +59,9 @@ private slots:
         QVERIFY(QDir(m_dir->path()).mkdir("f1.png")); // a folder is in its place
         action("action_Final")->trigger();
         QVERIFY2(
-            label()->notice().startsWith(
+            noticeLabel()->notice().startsWith(
                 QString("Could not save file \"%1\": ").arg(m_dir->filePath("f1.png"))),
-            qPrintable(label()->notice()));
+            qPrintable(noticeLabel()->notice()));
         QVERIFY(QFile::exists(m_dir->filePath("f0.png")));
         QVERIFY(QFile::exists(m_dir->filePath("f2.png")));
     }
@@ -93,13 +78,13 @@ private slots:
         QFETCH(QString, work);
         openScenery("f%d");
         tellNotice("something");
-        QVERIFY(label()->isVisible());
+        QVERIFY(noticeLabel()->isVisible());
         ModalAnswers answers;
         if (work == "action_Settings" || work == "action_New")
             answers.withDialog([](QDialog *dialog) { dialog->reject(); });
         action(work)->trigger();
         QCOMPARE(answers.complaints(), QStringList());
-        QVERIFY(!label()->isVisible());
+        QVERIFY(!noticeLabel()->isVisible());
     }
 
     void pictureBeyondTheBudgetIsTold()
@@ -116,7 +101,7 @@ private slots:
         m_window->open(name);
         QCOMPARE(answers.complaints(), QStringList());
         QCOMPARE(
-            label()->notice(),
+            noticeLabel()->notice(),
             QString("\"large.png\" (500 x 400 pixels) would take 800.0 kB of memory; "
                     "the budget is 500.0 kB."));
         QCOMPARE(m_window->statusBar()->currentMessage(), QString("left"));
@@ -133,7 +118,7 @@ private slots:
         answers.pressButton("Error", "Cannot create image.", QMessageBox::Ok);
         action("action_New")->trigger();
         QCOMPARE(answers.complaints(), QStringList());
-        QCOMPARE(label()->notice(),
+        QCOMPARE(noticeLabel()->notice(),
                  QString("A picture of 720 x 576 pixels would take 2.9 MB of memory; the "
                          "budget is 2.0 MB."));
     }
@@ -149,7 +134,7 @@ private slots:
         action("action_Final")->trigger();
         QCOMPARE(answers.complaints(), QStringList());
         QCOMPARE(
-            label()->notice(),
+            noticeLabel()->notice(),
             QString("A frame of 2000 x 1600 pixels with its copies would take 28.8 MB "
                     "of memory; the budget is 17.0 MB."));
         QVERIFY(!QFile::exists(m_dir->filePath("f0.png")));
@@ -158,7 +143,7 @@ private slots:
     void threadsMayTell()
     {
         std::thread([] { tellNotice("from afar"); }).join();
-        QTRY_COMPARE(label()->notice(), QString("from afar"));
+        QTRY_COMPARE(noticeLabel()->notice(), QString("from afar"));
     }
 
     void windowThatHasGoneIsToldNothing()
@@ -168,39 +153,16 @@ private slots:
     }
 
 private:
-    [[nodiscard]] NoticeLabel *label() const
-    {
-        return m_window->statusBar()->findChild<NoticeLabel *>("labelNotice");
-    }
-    [[nodiscard]] QAction *action(const QString &name) const
-    {
-        // The picture of a run has actions of the same names.
-        return m_window->findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
-    }
     // Three frames of a small scenery.
     void openScenery(const QString &frames, const QString &more = {})
     {
-        QImage image(64, 64, QImage::Format_RGB32);
-        image.fill(qRgb(0, 0, 200));
-        QVERIFY(saveImageFile(image, m_dir->filePath("picture.png")));
-        const QString path = m_dir->filePath("run.zph");
-        QFile file(path);
-        QVERIFY(file.open(QFile::WriteOnly));
-        QTextStream(&file)
-            << "[Param]\nBeobXA=32\nBeobYA=-60\nBeobZA=60\nRichtungA=0\nNeigungA=-40\n"
-               "BeobXE=32\nBeobYE=-50\nBeobZE=60\nRichtungE=0\nNeigungE=-40\n"
-               "BrennA=60\nBrennE=60\nAusBreite=64\nAusHoehe=48\nAusAuflX=16\n"
-               "AusAuflY=16\nAusgabePNG=1\nHDateiname=picture.png\n"
-               "TDateiname=picture.png\nBildanzahl=3\nEndbildNr=2\nAusDateiname="
-            << m_dir->filePath(frames) << "\n"
-            << more;
-        file.close();
-        m_window->open(path);
+        const QString name = smallScenery(
+            "TDateiname=picture.png\nBildanzahl=3\nEndbildNr=2\nAusDateiname=" +
+            path(frames) + '\n' + more);
+        QVERIFY(!name.isEmpty());
+        m_window->open(name);
         QVERIFY(m_window->activeMdiChild());
     }
-
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
 };
 
 QTEST_MAIN(TestNotices)

@@ -1,42 +1,22 @@
 // The report on what an importer or a tool has come to.
 
-#include "app/mainwindow.h"
-#include "base/appsettings.h"
+#include "app/windowfixture.h"
 #include "raster/elevationimage.h"
-#include "raster/imagefile.h"
 #include "support/modalanswer.h"
 #include "views/imagemdichild.h"
-#include "views/noticelabel.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiArea>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
-class TestReports : public QObject {
+class TestReports : public QObject, private WindowFixture {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        AppSettings().clear();
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_window = std::make_unique<MainWindow>();
-        m_window->show();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-    void cleanup()
-    {
-        m_window.reset();
-        m_dir.reset();
-    }
+    void init() { openWindow(); }
+    void cleanup() { closeWindow(); }
 
     void toolIsReported()
     {
@@ -83,10 +63,9 @@ private slots:
 
     void resultIsUsedInTheScenery()
     {
-        QFile file(m_dir->filePath("s.zph"));
-        QVERIFY(file.open(QFile::WriteOnly) && file.write("[Param]\n") > 0);
-        file.close();
-        m_window->open(file.fileName());
+        const QString name = path("s.zph");
+        QVERIFY(writeBytes(name, "[Param]\n"));
+        m_window->open(name);
         runTool();
         QTRY_VERIFY(action("action_Report")->isEnabled());
         ModalAnswers answers;
@@ -103,7 +82,7 @@ private slots:
         answers.pressButton("Close File",
                             QString("The file has been modified:\n\"%1\"\nSave the "
                                     "changes?")
-                                .arg(file.fileName()),
+                                .arg(name),
                             QMessageBox::No);
         m_window->findChild<QMdiArea *>()->closeAllSubWindows();
     }
@@ -175,21 +154,7 @@ private:
         action("action_ChangeBlue0PixelsDialog")->trigger();
         QCOMPARE(answers.complaints(), QStringList());
     }
-    [[nodiscard]] QString notice() const
-    {
-        return m_window->findChild<NoticeLabel *>()->notice();
-    }
-    [[nodiscard]] QPushButton *hintButton() const
-    {
-        return m_window->findChild<QPushButton *>("pushButtonHint");
-    }
-    [[nodiscard]] QAction *action(const QString &name) const
-    {
-        return m_window->findChild<QAction *>(name);
-    }
-
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
+    [[nodiscard]] QString notice() const { return noticeLabel()->notice(); }
 };
 
 QTEST_MAIN(TestReports)

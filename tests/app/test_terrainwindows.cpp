@@ -1,15 +1,13 @@
 // From files of heights to a scenery, a texture and a path, with the window as its user
 // has it and the library that reads terrain.
 
-#include "app/mainwindow.h"
-#include "base/appsettings.h"
+#include "app/windowfixture.h"
 #include "document/scenerydelegate.h"
 #include "document/scenerymdichild.h"
 #include "patheditors/setflightpathdialog.h"
 #include "support/modalanswer.h"
 #include "views/imagemdichild.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -17,36 +15,21 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPointer>
-#include <QPushButton>
 #include <QTableWidget>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <cmath>
 #include <memory>
 
 int qInitResources_Zephrant();
 
-class TestTerrainWindows : public QObject {
+class TestTerrainWindows : public QObject, private WindowFixture {
     Q_OBJECT
 
 private slots:
     void initTestCase() { qInitResources_Zephrant(); }
-    void init()
-    {
-        AppSettings().clear();
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_window = std::make_unique<MainWindow>();
-        m_window->show();
-    }
-    void cleanup()
-    {
-        m_window.reset();
-        m_dir.reset();
-    }
+    void init() { openWindow(); }
+    void cleanup() { closeWindow(); }
 
     void aGivenFileBecomesASceneryByOneKey()
     {
@@ -300,9 +283,6 @@ private:
                               20000);
         return m_window->findChild<SceneryMdiChild *>();
     }
-
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
 };
 
 QTEST_MAIN(TestTerrainWindows)

@@ -1,4 +1,5 @@
 #include "base/filegroup.h"
+#include "support/textfile.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -23,11 +24,6 @@ private:
         return group.add(
             name, [&](QIODevice &device) { return device.write(text) == text.size(); });
     }
-    static QByteArray read(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
-    }
     static QStringList files(const QTemporaryDir &folder)
     {
         return QDir(folder.path())
@@ -43,8 +39,8 @@ void TestFileGroup::nothingIsThereBeforeAllAre()
     QVERIFY(put(group, folder.filePath("b"), "second"));
     QVERIFY(!QFile::exists(folder.filePath("a")));
     QVERIFY(group.takePlaces());
-    QCOMPARE(read(folder.filePath("a")), QByteArray("first"));
-    QCOMPARE(read(folder.filePath("b")), QByteArray("second"));
+    QCOMPARE(bytesIn(folder.filePath("a")), QByteArray("first"));
+    QCOMPARE(bytesIn(folder.filePath("b")), QByteArray("second"));
     QCOMPARE(group.names().size(), 2);
     QCOMPARE(files(folder), (QStringList{"a", "b"}));
 }
@@ -59,9 +55,9 @@ void TestFileGroup::anOlderFileStaysUntilTheEnd()
     }
     FileGroup group;
     QVERIFY(put(group, folder.filePath("a"), "new"));
-    QCOMPARE(read(folder.filePath("a")), QByteArray("old"));
+    QCOMPARE(bytesIn(folder.filePath("a")), QByteArray("old"));
     QVERIFY(group.takePlaces());
-    QCOMPARE(read(folder.filePath("a")), QByteArray("new"));
+    QCOMPARE(bytesIn(folder.filePath("a")), QByteArray("new"));
     QCOMPARE(files(folder), QStringList{"a"});
 }
 
@@ -92,7 +88,7 @@ void TestFileGroup::aFileThatCannotTakeItsPlaceBringsTheOthersBack()
     const Result<void> result = group.takePlaces();
     QVERIFY(!result);
     QVERIFY(result.error().text.contains(folder.filePath("b")));
-    QCOMPARE(read(folder.filePath("a")), QByteArray("old"));
+    QCOMPARE(bytesIn(folder.filePath("a")), QByteArray("old"));
     QVERIFY(!QFile::exists(folder.filePath("fresh")));
 }
 

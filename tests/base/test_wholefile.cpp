@@ -1,6 +1,7 @@
 #include "base/freshfile.h"
 #include "base/wholefile.h"
 #include "support/limits.h"
+#include "support/textfile.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,18 +20,6 @@ std::function<bool(QIODevice &)> bytes(const QByteArray &contents)
     return [contents](QIODevice &device) {
         return device.write(contents) == contents.size();
     };
-}
-
-QByteArray contentsOf(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-bool put(const QString &name, const QByteArray &contents)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
 }
 
 unsigned int modeOf(const QString &name)
@@ -66,18 +55,18 @@ private slots:
         const bool written = writeWholeFile(name(), bytes("new"));
         ::umask(mask);
         QVERIFY(written);
-        QCOMPARE(contentsOf(name()), QByteArray("new"));
+        QCOMPARE(bytesIn(name()), QByteArray("new"));
         QCOMPARE(modeOf(name()), 0640u);
         QCOMPARE(all(), QStringList("file"));
     }
 
     void earlierFileIsReplacedAndKeepsItsPermissions()
     {
-        QVERIFY(put(name(), "an earlier one"));
+        QVERIFY(writeBytes(name(), "an earlier one"));
         QVERIFY(QFile::setPermissions(name(), QFile::ReadOwner | QFile::WriteOwner |
                                                   QFile::ReadGroup | QFile::WriteGroup));
         QVERIFY(writeWholeFile(name(), bytes("new")));
-        QCOMPARE(contentsOf(name()), QByteArray("new"));
+        QCOMPARE(bytesIn(name()), QByteArray("new"));
         QCOMPARE(modeOf(name()), 0660u);
         QCOMPARE(all(), QStringList("file"));
     }
@@ -96,7 +85,7 @@ private slots:
     {
         QFETCH(int, size);
         QFETCH(int, room);
-        QVERIFY(put(name(), "earlier"));
+        QVERIFY(writeBytes(name(), "earlier"));
         QString error;
         {
             const FileSizeLimit limit{rlim_t(room)};
@@ -105,13 +94,13 @@ private slots:
                 !writeWholeFile(m_dir->filePath("other"), bytes(QByteArray(size, 'x'))));
         }
         QCOMPARE(error, QString("File too large"));
-        QCOMPARE(contentsOf(name()), QByteArray("earlier"));
+        QCOMPARE(bytesIn(name()), QByteArray("earlier"));
         QCOMPARE(all(), QStringList("file"));
     }
 
     void writerThatOverlooksAFailureDoesNotHideIt()
     {
-        QVERIFY(put(name(), "earlier"));
+        QVERIFY(writeBytes(name(), "earlier"));
         QString error;
         const auto careless = [](QIODevice &device) {
             for (int i = 0; i < 100; ++i)
@@ -123,17 +112,17 @@ private slots:
             QVERIFY(!writeWholeFile(name(), careless, &error));
         }
         QCOMPARE(error, QString("File too large"));
-        QCOMPARE(contentsOf(name()), QByteArray("earlier"));
+        QCOMPARE(bytesIn(name()), QByteArray("earlier"));
     }
 
     void writerThatGivesUpLeavesTheEarlierFile()
     {
-        QVERIFY(put(name(), "earlier"));
+        QVERIFY(writeBytes(name(), "earlier"));
         QString error = "unset";
         const auto gives = [](QIODevice &device) { return device.write("x") != 1; };
         QVERIFY(!writeWholeFile(name(), gives, &error));
         QCOMPARE(error, QString());
-        QCOMPARE(contentsOf(name()), QByteArray("earlier"));
+        QCOMPARE(bytesIn(name()), QByteArray("earlier"));
         QCOMPARE(all(), QStringList("file"));
     }
 
@@ -163,11 +152,11 @@ private slots:
     {
         QFETCH(bool, thereBefore);
         if (thereBefore)
-            QVERIFY(put(name(), "earlier"));
+            QVERIFY(writeBytes(name(), "earlier"));
         QVERIFY(QFile::link(name(), m_dir->filePath("first")));
         QVERIFY(QFile::link("first", m_dir->filePath("second")));
         QVERIFY(writeWholeFile(m_dir->filePath("second"), bytes("new")));
-        QCOMPARE(contentsOf(name()), QByteArray("new"));
+        QCOMPARE(bytesIn(name()), QByteArray("new"));
         QVERIFY(QFileInfo(m_dir->filePath("second")).isSymLink());
         QVERIFY(QFileInfo(m_dir->filePath("first")).isSymLink());
     }
@@ -181,13 +170,13 @@ private slots:
 
     void readOnlyFileIsNotReplaced()
     {
-        QVERIFY(put(name(), "earlier"));
+        QVERIFY(writeBytes(name(), "earlier"));
         open(0777, 0444);
         const OrdinaryUser user;
         QString error;
         QVERIFY(!writeWholeFile(name(), bytes("new"), &error));
         QCOMPARE(error, QString("Permission denied"));
-        QCOMPARE(contentsOf(name()), QByteArray("earlier"));
+        QCOMPARE(bytesIn(name()), QByteArray("earlier"));
     }
 
     void folderThatTakesNoFileHasItsFileOverwritten_data()
@@ -200,13 +189,13 @@ private slots:
     void folderThatTakesNoFileHasItsFileOverwritten()
     {
         QFETCH(QByteArray, contents);
-        QVERIFY(put(name(), "an earlier one"));
+        QVERIFY(writeBytes(name(), "an earlier one"));
         const quint64 inode = inodeOf(name());
         open(0555, 0666);
         const OrdinaryUser user;
         QString error;
         QVERIFY2(writeWholeFile(name(), bytes(contents), &error), qPrintable(error));
-        QCOMPARE(contentsOf(name()), contents);
+        QCOMPARE(bytesIn(name()), contents);
         QCOMPARE(inodeOf(name()), inode);
     }
 
@@ -214,7 +203,7 @@ private slots:
     void overwrittenFileIsPutBack()
     {
         const QByteArray earlier = "an earlier one, " + QByteArray(3000, 'e');
-        QVERIFY(put(name(), earlier));
+        QVERIFY(writeBytes(name(), earlier));
         open(0555, 0666);
         const OrdinaryUser user;
         QString error;
@@ -223,11 +212,11 @@ private slots:
             QVERIFY(!writeWholeFile(name(), bytes(QByteArray(9000, 'n')), &error));
         }
         QCOMPARE(error, QString("File too large"));
-        QCOMPARE(contentsOf(name()), earlier);
+        QCOMPARE(bytesIn(name()), earlier);
         // Nor must a writer that gives up.
         QVERIFY(!writeWholeFile(
             name(), [](QIODevice &device) { return device.write("half") != 4; }));
-        QCOMPARE(contentsOf(name()), earlier);
+        QCOMPARE(bytesIn(name()), earlier);
     }
 
     void folderThatTakesNoFileTakesNoNewOne()
@@ -249,16 +238,16 @@ private slots:
         std::thread other(writes, 'a');
         writes('b');
         other.join();
-        const QByteArray found = contentsOf(name());
+        const QByteArray found = bytesIn(name());
         QVERIFY(found == QByteArray(30000, 'a') || found == QByteArray(30000, 'b'));
         QCOMPARE(all(), QStringList("file"));
     }
 
     void leftoversOfDeadProgramsGo()
     {
-        QVERIFY(put(m_dir->filePath(".zephrant-1a2b.part"), "dead"));
-        QVERIFY(put(m_dir->filePath("zephrant-1a2b.part"), "a user's"));
-        QVERIFY(put(name(), "a frame"));
+        QVERIFY(writeBytes(m_dir->filePath(".zephrant-1a2b.part"), "dead"));
+        QVERIFY(writeBytes(m_dir->filePath("zephrant-1a2b.part"), "a user's"));
+        QVERIFY(writeBytes(name(), "a frame"));
         // One that is being written.
         FreshFile alive;
         QVERIFY(alive.open(QFile::encodeName(m_dir->filePath("alive")), 0666));

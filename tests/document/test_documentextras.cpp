@@ -3,6 +3,7 @@
 #include "document/scenerydelegate.h"
 #include "document/sceneryviewfixture.h"
 #include "support/modalanswer.h"
+#include "support/textfile.h"
 
 #include <QFile>
 #include <QMessageBox>
@@ -25,24 +26,13 @@ private slots:
 
 private:
     [[nodiscard]] SceneryDelegate &document() { return m_view->delegate(); }
-    void write(const QString &name, const QByteArray &text) const;
     [[nodiscard]] QByteArray section(const QString &name) const;
 };
-
-void TestDocumentExtras::write(const QString &name, const QByteArray &text) const
-{
-    QFile file(path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(text), text.size());
-}
 
 // What stands in a file behind the first empty line.
 QByteArray TestDocumentExtras::section(const QString &name) const
 {
-    QFile file(path(name));
-    if (!file.open(QIODevice::ReadOnly))
-        return "no file";
-    const QByteArray text = file.readAll();
+    const QByteArray text = bytesIn(path(name));
     const qsizetype empty = text.indexOf("\n\n");
     return empty < 0 ? QByteArray() : text.mid(empty + 2);
 }
@@ -50,25 +40,21 @@ QByteArray TestDocumentExtras::section(const QString &name) const
 void TestDocumentExtras::savingKeepsWhatTheFileHeld()
 {
     const QByteArray extras("[Extras]\nSunHeight=12.5\nWater=1\nFog=1\n");
-    write("a.zph", "[Param]\nBeobXA=5\n\n" + extras);
+    QVERIFY(writeBytes(path("a.zph"), "[Param]\nBeobXA=5\n\n" + extras));
     QVERIFY(m_view->loadFile(path("a.zph")));
     QVERIFY(!document().isModified());
     QCOMPARE(document().extras().SunHeight, 12.5);
     m_form->spinBoxGridX->setValue(5);
     QVERIFY(m_view->save());
     QCOMPARE(section("a.zph"), extras);
-    QFile file(path("a.zph"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
-    file.close();
+    const QByteArray text = bytesIn(path("a.zph"));
     QVERIFY(m_view->loadFile(path("a.zph")) && m_view->save());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), text);
+    QCOMPARE(bytesIn(path("a.zph")), text);
 }
 
 void TestDocumentExtras::savingUnderAnotherNameKeepsThemToo()
 {
-    write("a.zph", "[Param]\n\n[Extras]\nSeed=7\n");
+    QVERIFY(writeBytes(path("a.zph"), "[Param]\n\n[Extras]\nSeed=7\n"));
     QVERIFY(m_view->loadFile(path("a.zph")));
     QVERIFY(m_view->saveFile(path("b.zph")));
     QCOMPARE(section("b.zph"), QByteArray("[Extras]\nSeed=7\n"));
@@ -93,7 +79,7 @@ void TestDocumentExtras::changeMarksTheDocumentAsOthersDo()
 
 void TestDocumentExtras::revertSetsAllToTheirDefaultsFirst()
 {
-    write("a.zph", "[Param]\nBeobXA=5\n\n[Extras]\nSeed=7\n");
+    QVERIFY(writeBytes(path("a.zph"), "[Param]\nBeobXA=5\n\n[Extras]\nSeed=7\n"));
     QVERIFY(m_view->loadFile(path("a.zph")));
     SceneryExtras extras = document().extras();
     extras.Exposure = 1.0;
@@ -111,7 +97,8 @@ void TestDocumentExtras::revertSetsAllToTheirDefaultsFirst()
 void TestDocumentExtras::badLinesAreToldAndFailNothing()
 {
     const QSignalSpy told(m_view.get(), &SceneryMdiChild::extrasTold);
-    write("a.zph", "[Param]\nBeobXA=5\n\n[Extras]\nExposure=1,5\nSkyLight=2\n");
+    QVERIFY(writeBytes(path("a.zph"),
+                       "[Param]\nBeobXA=5\n\n[Extras]\nExposure=1,5\nSkyLight=2\n"));
     QVERIFY(m_view->loadFile(path("a.zph")));
     QCOMPARE(told.size(), 1);
     const QStringList sentences = told[0][0].toStringList();
@@ -122,7 +109,7 @@ void TestDocumentExtras::badLinesAreToldAndFailNothing()
     QVERIFY(m_view->save());
     QCOMPARE(section("a.zph"), QByteArray("[Extras]\nSkyLight=1\nExposure=1,5\n"));
     // Mended, there is nothing to tell, which is told.
-    write("a.zph", "[Param]\n");
+    QVERIFY(writeBytes(path("a.zph"), "[Param]\n"));
     QVERIFY(m_view->loadFile(path("a.zph")));
     QCOMPARE(told.size(), 2);
     QCOMPARE(told[1][0].toStringList(), QStringList());
@@ -131,7 +118,7 @@ void TestDocumentExtras::badLinesAreToldAndFailNothing()
 void TestDocumentExtras::failedLoadTellsNothing()
 {
     const QSignalSpy told(m_view.get(), &SceneryMdiChild::extrasTold);
-    write("a.zph", "Bogus=1\n\n[Extras]\nFog=1\n");
+    QVERIFY(writeBytes(path("a.zph"), "Bogus=1\n\n[Extras]\nFog=1\n"));
     ModalAnswers answers;
     answers.pressButton(
         "Error",

@@ -4,6 +4,7 @@
 #include "document/sceneryviewfixture.h"
 #include "raster/imagefile.h"
 #include "support/modalanswer.h"
+#include "support/textfile.h"
 #include "views/imagemdichild.h"
 
 #include <QFileInfo>
@@ -32,9 +33,7 @@ private slots:
 
 void TestSceneryMdiChildDocument::failedLoadIsTold()
 {
-    QFile file(path("a.zph"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("Bogus=1\n") == 8);
-    file.close();
+    QVERIFY(writeBytes(path("a.zph"), "Bogus=1\n"));
     ModalAnswers answers;
     answers.pressButton(
         "Error",

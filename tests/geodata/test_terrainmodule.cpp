@@ -1,4 +1,5 @@
 // The window's way to terrain: a module that is loaded at first use.
+#include "support/textfile.h"
 #include "terrain/terrainmodule.h"
 
 #include <QCoreApplication>
@@ -14,12 +15,6 @@ QString moduleFile()
 {
     const QDir programs(QCoreApplication::applicationDirPath() + QStringLiteral("/.."));
     return programs.filePath(QLatin1String(TerrainModuleFile));
-}
-
-QByteArray contents(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -59,7 +54,7 @@ void TestTerrainModule::aMissingModuleIsTold()
 void TestTerrainModule::aMissingLibraryIsToldWithItsPackage()
 {
     const QTemporaryDir folder;
-    QByteArray module = contents(moduleFile());
+    QByteArray module = bytesIn(moduleFile());
     const QByteArray library = QByteArrayLiteral("libgdal.so.");
     const qsizetype at = module.indexOf(library);
     QVERIFY(at > 0);

@@ -1,5 +1,6 @@
 #include "raster/imagefile.h"
 #include "raster/picturecheck.h"
+#include "support/textfile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -16,18 +17,6 @@ QImage picture(const QSize &size = Size)
         for (int x = 0; x < size.width(); ++x)
             image.setPixel(x, y, qRgb(x * 7, y * 11, x * y));
     return image;
-}
-
-QByteArray readAll(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool put(const QString &name, const QByteArray &contents)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
 }
 
 } // namespace
@@ -57,10 +46,10 @@ private slots:
     void everyPartOfAFileIsNotWhole()
     {
         const QString file = saved();
-        const QByteArray whole = readAll(file);
+        const QByteArray whole = bytesIn(file);
         QVERIFY(whole.size() > 100);
         for (qsizetype length = 0; length < whole.size(); ++length) {
-            QVERIFY(put(file, whole.left(length)));
+            QVERIFY(writeBytes(file, whole.left(length)));
             QVERIFY2(!isWholePicture(file, Size), qPrintable(QString::number(length)));
         }
     }
@@ -69,10 +58,10 @@ private slots:
     void otherContentsAreNotWhole()
     {
         const QString file = saved();
-        const QByteArray whole = readAll(file);
-        QVERIFY(put(file, QByteArray(whole.size(), '\0')));
+        const QByteArray whole = bytesIn(file);
+        QVERIFY(writeBytes(file, QByteArray(whole.size(), '\0')));
         QVERIFY(!isWholePicture(file, Size));
-        QVERIFY(put(file, "kept"));
+        QVERIFY(writeBytes(file, "kept"));
         QVERIFY(!isWholePicture(file, Size));
     }
 
@@ -81,11 +70,11 @@ private slots:
     {
         const QString file = m_dir.filePath("p.png");
         QVERIFY(saveImageFile(picture(), file));
-        const QByteArray whole = readAll(file);
+        const QByteArray whole = bytesIn(file);
         for (qsizetype at = 8; at < whole.size(); ++at) {
             QByteArray changed = whole;
             changed[at] = char(changed[at] ^ 0x20);
-            QVERIFY(put(file, changed));
+            QVERIFY(writeBytes(file, changed));
             QVERIFY2(!isWholePicture(file, Size), qPrintable(QString::number(at)));
         }
     }
@@ -96,7 +85,7 @@ private slots:
         QVERIFY(picture().convertToFormat(QImage::Format_Indexed8).save(png));
         QVERIFY(isWholePicture(png, Size));
         const QString ppm = m_dir.filePath("q.ppm");
-        QVERIFY(put(ppm, "P6 # a comment\n# another\n 2\t1\n255\nabcdef"));
+        QVERIFY(writeBytes(ppm, "P6 # a comment\n# another\n 2\t1\n255\nabcdef"));
         QVERIFY(isWholePicture(ppm, QSize(2, 1)));
     }
 

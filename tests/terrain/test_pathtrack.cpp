@@ -1,4 +1,5 @@
 #include "base/pi.h"
+#include "support/textfile.h"
 #include "terrain/pathtrack.h"
 #include "terrain/sceneryonearth.h"
 #include "terrain/terrainsource.h"
@@ -67,12 +68,6 @@ SceneryDocument straight(SceneryDocument document)
     return document;
 }
 
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestPathTrack : public QObject {
@@ -93,7 +88,7 @@ private slots:
     {
         const auto written = write(straight(m_scenery.document), "a.csv");
         QVERIFY2(written, qPrintable(written ? QString() : written.error().text));
-        const QByteArrayList lines = contents(m_scenery.path("a.csv")).split('\n');
+        const QByteArrayList lines = bytesIn(m_scenery.path("a.csv")).split('\n');
         QCOMPARE(lines.size(), 13);
         QCOMPARE(lines.at(0), QByteArray("frame,x,y,z,heading,pitch,roll"));
         QCOMPARE(lines.at(1), QByteArray("0,10,49,40,90,-12.5,0"));
@@ -111,7 +106,7 @@ private slots:
             document.waypoints.append(Waypoint(0, 0, 0, Pi / 2, -0.25));
         document.parameters.VerkantenE = 1.5; // radians, as it is drawn
         QVERIFY(write(document, "c.csv"));
-        const QByteArrayList lines = contents(m_scenery.path("c.csv")).split('\n');
+        const QByteArrayList lines = bytesIn(m_scenery.path("c.csv")).split('\n');
         QCOMPARE(lines.size(), 13);
         QVERIFY(lines.at(1).startsWith("0,0,30,50,90,-14.3239"));
         const QByteArrayList last = lines.at(11).split(',');
@@ -130,7 +125,7 @@ private slots:
         const QString name = "A & B <\"c\"> \x01 Höhe";
         const auto written = write(straight(m_scenery.document), "t." + suffix, name);
         QVERIFY2(written, qPrintable(written ? QString() : written.error().text));
-        const QByteArray text = contents(m_scenery.path("t." + suffix));
+        const QByteArray text = bytesIn(m_scenery.path("t." + suffix));
         QXmlStreamReader xml(text);
         QList<double> numbers;
         QString found;
@@ -167,7 +162,7 @@ private slots:
         PlainSource source;
         QVERIFY(writePathTrack(straight(tall.document), tall.folder(), "t",
                                tall.path("t.gpx"), &source, unwatched));
-        QVERIFY(contents(tall.path("t.gpx")).contains("<ele>600.000</ele>"));
+        QVERIFY(bytesIn(tall.path("t.gpx")).contains("<ele>600.000</ele>"));
     }
 
     void oneFrameIsAPoint()
@@ -175,7 +170,7 @@ private slots:
         SceneryDocument document = straight(m_scenery.document);
         document.parameters.Bildanzahl = 1;
         QVERIFY(write(document, "one.kml"));
-        QVERIFY(contents(m_scenery.path("one.kml")).contains("<Point>"));
+        QVERIFY(bytesIn(m_scenery.path("one.kml")).contains("<Point>"));
     }
 
     void whatCannotBeWrittenLeavesTheOldFile()
@@ -186,7 +181,7 @@ private slots:
         m_source.fails = false;
         QVERIFY(!refused);
         QCOMPARE(refused.error().text, QString("There is no way to the earth."));
-        QCOMPARE(contents(m_scenery.path("old.gpx")), QByteArray("old"));
+        QCOMPARE(bytesIn(m_scenery.path("old.gpx")), QByteArray("old"));
         QVERIFY(!write(straight(m_scenery.document), "none/t.csv"));
         QCOMPARE(write(straight(m_scenery.document), "t.txt").error().text,
                  QString("The name of a path must end in .gpx, .kml or .csv."));

@@ -1,5 +1,6 @@
 #include "raster/elevationimage.h"
 #include "scene/sceneryfile.h"
+#include "support/textfile.h"
 #include "terrain/madeterrain.h"
 #include "terrain/sidecars.h"
 #include "terrain/stopsat.h"
@@ -49,11 +50,6 @@ private:
     static QStringList entries(const QTemporaryDir &folder)
     {
         return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-    static QByteArray read(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 };
 
@@ -205,8 +201,8 @@ void TestWriteTerrain::aStopLeavesWhatWasThere()
     NoProgress unwatched;
     QVERIFY(writeTerrain(source, request(folder), unwatched));
     const QStringList before = entries(folder);
-    const QByteArray scenery = read(folder.filePath("t.zph"));
-    const QByteArray elevation = read(folder.filePath("t_elevation.png"));
+    const QByteArray scenery = bytesIn(folder.filePath("t.zph"));
+    const QByteArray elevation = bytesIn(folder.filePath("t_elevation.png"));
     source.heights.metres[5] = 999.0f;
     int stops = 0;
     for (int question = 0; question < 200; ++question) {
@@ -217,12 +213,12 @@ void TestWriteTerrain::aStopLeavesWhatWasThere()
             break;
         QVERIFY(report.error().stopped);
         QCOMPARE(entries(folder), before);
-        QCOMPARE(read(folder.filePath("t.zph")), scenery);
-        QCOMPARE(read(folder.filePath("t_elevation.png")), elevation);
+        QCOMPARE(bytesIn(folder.filePath("t.zph")), scenery);
+        QCOMPARE(bytesIn(folder.filePath("t_elevation.png")), elevation);
         ++stops;
     }
     QVERIFY(stops > 10 && stops < 200);
-    QVERIFY(read(folder.filePath("t_elevation.png")) != elevation);
+    QVERIFY(bytesIn(folder.filePath("t_elevation.png")) != elevation);
 }
 
 void TestWriteTerrain::failuresLeaveNothing_data()

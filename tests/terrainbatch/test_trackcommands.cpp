@@ -1,6 +1,7 @@
 // Drives the commands of tracks from the shell.
 #include "scene/sceneryfile.h"
 #include "scene/scenerywriter.h"
+#include "support/textfile.h"
 #include "terrain/sceneryonearth.h"
 
 #include <QJsonDocument>
@@ -26,12 +27,6 @@ Run run(const QStringList &arguments)
     process.waitForFinished();
     return {process.exitCode(), process.readAllStandardOutput(),
             process.readAllStandardError()};
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -95,7 +90,7 @@ private slots:
                 run({"path", m_scenery.path("f.zph"), "--out", m_scenery.path(name)});
             QVERIFY2(out.status == 0, out.err.constData());
         }
-        QCOMPARE(contents(m_scenery.path("p.csv")).count('\n'), 301);
+        QCOMPARE(bytesIn(m_scenery.path("p.csv")).count('\n'), 301);
         // The way there and back again ends where it began.
         const Run again =
             run({"track", m_scenery.path("p.gpx"), "--scenery", m_scenery.path("t.zph"),
