@@ -107,10 +107,11 @@ bool fitsMemory(qint64 bytes) { return bytes <= memoryBudget(); }
 QString memoryText(qint64 bytes)
 {
     constexpr double Thousand = 1000.0;
+    constexpr double ShownAsThousand = 999.95; // with one decimal
     const char *const units[] = {"kB", "MB", "GB", "TB"};
     double amount = static_cast<double>(bytes) / Thousand;
     int unit = 0;
-    while (amount >= Thousand && unit < 3) {
+    while (amount >= ShownAsThousand && unit < 3) {
         amount /= Thousand;
         ++unit;
     }

@@ -67,6 +67,21 @@ private slots:
         QCOMPARE(memoryText(999000), QString("999.0 kB"));
         QCOMPARE(memoryText(1000000), QString("1.0 MB"));
         QCOMPARE(memoryText(qint64(5) * 1000 * 1000 * 1000 * 1000), QString("5.0 TB"));
+        QCOMPARE(memoryText(0), QString("0.0 kB"));
+    }
+
+    void amountsAreWrittenInTheirLargestUnit()
+    {
+        qint64 unit = 1000;
+        for (const char *name : {"kB", "MB", "GB"}) {
+            // Rounded, they are a thousand of one unit, which is one of the next.
+            for (const qint64 less : {unit / 1000, unit / 100, unit / 25}) {
+                const QString text = memoryText(1000 * unit - less);
+                QVERIFY2(text.startsWith("1.0 "), qPrintable(text));
+            }
+            QCOMPARE(memoryText(1000 * unit - unit / 10), QString("999.9 ") + name);
+            unit *= 1000;
+        }
     }
 
     // A small file that becomes a large picture.
