@@ -2,6 +2,7 @@
 
 #include "scene/extrakeys.h"
 #include "scene/fieldlimits.h"
+#include "scene/quotedline.h"
 #include "scene/scenerydocument.h"
 #include "scene/scenerykeys.h"
 #include "scene/sceneryreader.h"
@@ -24,8 +25,8 @@ QString tr(const char *source)
 
 auto refused(const ScenerySetting &setting, const QString &allowed)
 {
-    return failed(
-        tr("%1 takes %2, not \"%3\".").arg(setting.key, allowed, setting.value));
+    return failed(tr("%1 takes %2, not \"%3\".")
+                      .arg(setting.key, allowed, beginningOf(setting.value)));
 }
 
 // --- Told keys ---------------------------------------------------------------------
@@ -86,6 +87,9 @@ public:
     {
         if (m_text.size() > MaxFieldText)
             return tr("at most %1 characters").arg(MaxFieldText);
+        // A file would hold the rest as lines of their own.
+        if (m_text.contains(u'\n') || m_text.contains(u'\r'))
+            return tr("one line of text");
         m_data.*f.field = m_text;
         return {};
     }
@@ -137,7 +141,7 @@ Result<void> applyTold(SceneryData &data, const SceneryKey &key,
 const QRegularExpression &pointKey()
 {
     static const QRegularExpression form(
-        QStringLiteral("^(?:(c)Punkt(\\d{2,5})|Punkt(\\d{2,5})(?:_([ziap]))?)$"));
+        QStringLiteral("^(?:(c)Punkt(\\d{2,5})|Punkt(\\d{2,5})(?:_([ziap]))?)\\z"));
     return form;
 }
 
