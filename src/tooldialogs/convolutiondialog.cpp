@@ -21,5 +21,9 @@ bool ConvolutionDialog::kernelCanBeUsed(const QString &fileName)
 
 Result<QImage> ConvolutionDialog::work(Progress &progress)
 {
-    return convolveFile(lineEditFromFile->text(), lineEditKernelFile->text(), progress);
+    qint64 cut = 0;
+    Result<QImage> image = convolveFile(lineEditFromFile->text(),
+                                        lineEditKernelFile->text(), progress, &cut);
+    noteCut(cut);
+    return image;
 }

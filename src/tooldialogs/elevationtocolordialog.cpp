@@ -85,7 +85,10 @@ Result<QImage> ElevationToColorDialog::work(Progress &progress)
 {
     if (palette.isNull())
         return failed(couldNotOpenText(lineEditPaletteFile->text()));
-    return elevationFileToColor(
+    qint64 cut = 0;
+    Result<QImage> image = elevationFileToColor(
         lineEditFromFile->text(), palette,
-        {spinBoxElevationLower->value(), spinBoxElevationUpper->value()}, progress);
+        {spinBoxElevationLower->value(), spinBoxElevationUpper->value()}, progress, &cut);
+    noteCut(cut);
+    return image;
 }

@@ -20,8 +20,11 @@ MergeOptions MergeDialog::optionsFromForm() const
 
 Result<QImage> MergeDialog::work(Progress &progress)
 {
-    return mergeFiles(lineEditFile1->text(), lineEditFile2->text(), optionsFromForm(),
-                      progress);
+    qint64 cut = 0;
+    Result<QImage> image = mergeFiles(lineEditFile1->text(), lineEditFile2->text(),
+                                      optionsFromForm(), progress, &cut);
+    noteCut(cut);
+    return image;
 }
 
 QString MergeDialog::couldNotSave(const QString &fileName) const

@@ -131,11 +131,9 @@ void addKernelRow(const Sample *samples, const Weight *taps, int tapCount, Sum *
     }
 }
 
-uchar quotient(Sum values, Sum weights)
+int quotient(Sum values, Sum weights)
 {
-    if (weights == 0)
-        return 0;
-    return static_cast<uchar>(static_cast<int>(double(values) / weights));
+    return weights == 0 ? 0 : static_cast<int>(double(values) / weights);
 }
 
 // One run over an image: rows from the top, channel by channel.
@@ -170,17 +168,25 @@ public:
         }
     }
 
+    // Quotients of the rows up to now that no byte holds.
+    [[nodiscard]] qint64 cut() const { return m_cut; }
+
 private:
     // Kernel columns that fall outside the image take no weight either.
-    void divide(uchar *out) const
+    void divide(uchar *out)
     {
+        constexpr unsigned MostOfAByte = 255;
         const int before = m_kernelWidth / 2;
+        int cut = 0;
         for (int x = 0; x < m_width; ++x) {
             const int first = std::max(0, before - x);
             const int end = std::min(m_kernelWidth, m_width - x + before);
-            out[qsizetype(x) * Channels] =
+            const int value =
                 quotient(m_sums[x], m_weightSums[end] - m_weightSums[first]);
+            out[qsizetype(x) * Channels] = static_cast<uchar>(value);
+            cut += static_cast<unsigned>(value) > MostOfAByte ? 1 : 0;
         }
+        m_cut += cut;
     }
 
     int m_width;
@@ -191,6 +197,7 @@ private:
     SampleRows m_samples;
     std::vector<Sum> m_sums;       // of the row and channel in hand
     std::vector<Sum> m_weightSums; // left of each kernel column
+    qint64 m_cut = 0;
 };
 
 } // namespace
@@ -200,7 +207,8 @@ bool kernelFits(const QSize &size)
     return qint64(size.width()) * size.height() <= MostKernelPixels;
 }
 
-Result<QImage> convolve(const QImage &image, const QImage &kernel, Progress &progress)
+Result<QImage> convolve(const QImage &image, const QImage &kernel, Progress &progress,
+                        qint64 *cut)
 {
     if (!kernelFits(kernel.size()))
         return failed(
@@ -217,5 +225,7 @@ Result<QImage> convolve(const QImage &image, const QImage &kernel, Progress &pro
             return stopped();
         convolution.row(y, filtered.scanLine(y));
     }
+    if (cut != nullptr)
+        *cut = convolution.cut();
     return filtered;
 }

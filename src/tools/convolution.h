@@ -13,7 +13,7 @@
 ///
 /// The kernel is not mirrored and is centred on its pixel (width / 2, height / 2).
 /// The sum is divided by the sum of those weights that fell on the image; a sum
-/// of 0 gives 0, and of every other quotient the low 8 bits are kept. The result
-/// is RGB888. Steps before each row.
+/// of 0 gives 0, and of every other quotient the low 8 bits are kept; `cut` is told
+/// how many lost bits so. The result is RGB888. Steps before each row.
 [[nodiscard]] Result<QImage> convolve(const QImage &image, const QImage &kernel,
-                                      Progress &progress);
+                                      Progress &progress, qint64 *cut = nullptr);

@@ -121,7 +121,7 @@ Result<SummedElevations> grayToElevation(ElevationImage image, Progress &progres
     return SummedElevations{std::move(image), {double(lowest), double(highest)}};
 }
 
-ElevationLimits elevationRange(const ElevationImage &image, bool ignoreZeros)
+ElevationLimits elevationRange(const QImage &image, bool ignoreZeros)
 {
     // Beyond every stored integer, so that it tells an empty search.
     constexpr int None = ElevationImage::HighestStep + 1;
@@ -165,7 +165,7 @@ QImage withTopRowSpread(QImage palette)
 }
 
 Result<QImage> elevationToColor(ElevationImage image, const QImage &palette, int lower,
-                                int upper, Progress &progress)
+                                int upper, Progress &progress, qint64 *cut)
 {
     if (palette.isNull())
         return failed(QObject::tr("There is no palette."));
@@ -177,10 +177,14 @@ Result<QImage> elevationToColor(ElevationImage image, const QImage &palette, int
         upper > lower ? palette.width() / (double(upper) - double(lower)) : 0.0;
 
     const int width = image.width();
-    const auto colour = [&colours, width, last, lower, upper, factor](QRgb *row) {
+    qint64 beyond = 0;
+    const auto colour = [&colours, &beyond, width, last, lower, upper,
+                         factor](QRgb *row) {
+        int beyondInRow = 0;
         for (int x = 0; x < width; ++x) {
             const int e = ElevationImage::stepsOf(row[x]);
             int index = 0;
+            beyondInRow += e < lower || e > upper ? 1 : 0;
             if (e >= lower) {
                 index = last;
                 if (e < upper) {
@@ -190,9 +194,12 @@ Result<QImage> elevationToColor(ElevationImage image, const QImage &palette, int
             }
             row[x] = colours[index];
         }
+        beyond += beyondInRow;
     };
     if (!editRows(image, progress, colour))
         return stopped();
+    if (cut != nullptr)
+        *cut = beyond;
     return image;
 }
 

@@ -62,8 +62,7 @@ struct SummedElevations {
 
 /// The range of the elevations. `ignoreZeros` leaves zeros out of the lowest one
 /// alone: in a file of zeros that stays where the search started.
-[[nodiscard]] ElevationLimits elevationRange(const ElevationImage &image,
-                                             bool ignoreZeros);
+[[nodiscard]] ElevationLimits elevationRange(const QImage &image, bool ignoreZeros);
 
 /// Cuts an elevation to an integer, held within those of an elevation file.
 [[nodiscard]] int elevationAsInteger(double elevation);
@@ -72,9 +71,11 @@ struct SummedElevations {
 [[nodiscard]] QImage withTopRowSpread(QImage palette);
 
 /// Maps elevations from `lower` (left end of the palette's top row) to `upper`
-/// (right end) to colours. Fails without a palette.
+/// (right end) to colours; what lies beyond gets the colour of the end, and `cut` is told
+/// how many do. Fails without a palette.
 [[nodiscard]] Result<QImage> elevationToColor(ElevationImage image, const QImage &palette,
-                                              int lower, int upper, Progress &progress);
+                                              int lower, int upper, Progress &progress,
+                                              qint64 *cut = nullptr);
 
 /// Gives each pixel whose blue is 0 a blue of 1 and makes it opaque.
 [[nodiscard]] Result<QImage> changeBlue0Pixels(QImage image, Progress &progress);

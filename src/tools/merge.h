@@ -18,6 +18,8 @@ struct MergeOptions {
 
 /// Merges two images channel by channel into an RGB888 image of the first one's
 /// size, to which the second is stretched by bilinear reads. A result is cut to
-/// an integer of which the low 8 bits are kept. Steps before each row.
+/// an integer of which the low 8 bits are kept; `cut` is told how many channels of
+/// pixels lost bits so. Steps before each row.
 [[nodiscard]] Result<QImage> merge(const QImage &first, const QImage &second,
-                                   const MergeOptions &options, Progress &progress);
+                                   const MergeOptions &options, Progress &progress,
+                                   qint64 *cut = nullptr);

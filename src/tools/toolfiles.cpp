@@ -77,7 +77,7 @@ Result<QImage> changeBlue0File(const QString &from, Progress &progress)
 }
 
 Result<QImage> convolveFile(const QString &from, const QString &kernel,
-                            Progress &progress)
+                            Progress &progress, qint64 *cut)
 {
     Result<QImage> image = openPicture(from);
     if (!image)
@@ -85,7 +85,7 @@ Result<QImage> convolveFile(const QString &from, const QString &kernel,
     Result<QImage> weights = openKernel(kernel);
     if (!weights)
         return weights;
-    return orUnsavable(convolve(*image, *weights, progress));
+    return orUnsavable(convolve(*image, *weights, progress, cut));
 }
 
 Result<QImage> maskFile(const QString &from, const QString &mask, Progress &progress)
@@ -103,7 +103,7 @@ Result<QImage> maskFile(const QString &from, const QString &mask, Progress &prog
 }
 
 Result<QImage> mergeFiles(const QString &first, const QString &second,
-                          const MergeOptions &options, Progress &progress)
+                          const MergeOptions &options, Progress &progress, qint64 *cut)
 {
     const QImage image1 = loadImageFile(first);
     if (image1.isNull())
@@ -111,7 +111,7 @@ Result<QImage> mergeFiles(const QString &first, const QString &second,
     const QImage image2 = loadImageFile(second);
     if (image2.isNull())
         return failed(couldNotLoadText(second));
-    return orUnsavable(merge(image1, image2, options, progress));
+    return orUnsavable(merge(image1, image2, options, progress, cut));
 }
 
 Result<QImage> rectifyFile(const QString &from, const RectifyCorners &corners,
@@ -186,7 +186,8 @@ PaletteRange proposedRange(const ElevationImage &image, bool ignoreZeros)
 }
 
 Result<QImage> elevationFileToColor(const QString &from, const QImage &palette,
-                                    const PaletteRange &range, Progress &progress)
+                                    const PaletteRange &range, Progress &progress,
+                                    qint64 *cut)
 {
     Result<ElevationImage> image = openElevations(from);
     if (!image)
@@ -198,5 +199,5 @@ Result<QImage> elevationFileToColor(const QString &from, const QImage &palette,
         ends.upper = ends.upper ? ends.upper : found.upper;
     }
     return elevationToColor(std::move(*image), palette, *ends.lower, *ends.upper,
-                            progress);
+                            progress, cut);
 }

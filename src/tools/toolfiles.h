@@ -15,7 +15,7 @@
 
 // The tools from their files to the picture that is to be written. The text of a failure
 // is what the user is told; a null picture, for want of memory, cannot be saved, and that
-// is told then.
+// is told then. `cut` is told how many values had to be cut, see each tool.
 
 /// "Could not open file "..."."
 [[nodiscard]] QString couldNotOpenText(const QString &fileName);
@@ -31,11 +31,12 @@
 
 [[nodiscard]] Result<QImage> changeBlue0File(const QString &from, Progress &progress);
 [[nodiscard]] Result<QImage> convolveFile(const QString &from, const QString &kernel,
-                                          Progress &progress);
+                                          Progress &progress, qint64 *cut = nullptr);
 [[nodiscard]] Result<QImage> maskFile(const QString &from, const QString &mask,
                                       Progress &progress);
 [[nodiscard]] Result<QImage> mergeFiles(const QString &first, const QString &second,
-                                        const MergeOptions &options, Progress &progress);
+                                        const MergeOptions &options, Progress &progress,
+                                        qint64 *cut = nullptr);
 [[nodiscard]] Result<QImage>
 rectifyFile(const QString &from, const RectifyCorners &corners, Progress &progress);
 [[nodiscard]] Result<ElevationImage> resampleFile(const QString &from,
@@ -69,4 +70,5 @@ struct PaletteRange {
 [[nodiscard]] Result<QImage> elevationFileToColor(const QString &from,
                                                   const QImage &palette,
                                                   const PaletteRange &range,
-                                                  Progress &progress);
+                                                  Progress &progress,
+                                                  qint64 *cut = nullptr);

@@ -16,7 +16,7 @@ QImage convolved(const QImage &image, const QImage &kernel)
 }
 
 // The rule itself, one pixel at a time.
-QRgb plainPixel(const QImage &image, const QImage &kernel, int x, int y)
+QRgb plainPixel(const QImage &image, const QImage &kernel, int x, int y, qint64 *cut)
 {
     std::array<int, 3> values{};
     std::array<int, 3> weights{};
@@ -35,17 +35,23 @@ QRgb plainPixel(const QImage &image, const QImage &kernel, int x, int y)
         }
     }
     const auto byte = [&](int c) {
-        return weights[c] ? static_cast<int>(double(values[c]) / weights[c]) & 0xFF : 0;
+        const int whole =
+            weights[c] ? static_cast<int>(double(values[c]) / weights[c]) : 0;
+        *cut += whole < 0 || whole > 255 ? 1 : 0;
+        return whole & 0xFF;
     };
     return qRgb(byte(0), byte(1), byte(2));
 }
 
-QImage plainConvolution(const QImage &image, const QImage &kernel)
+QImage plainConvolution(const QImage &image, const QImage &kernel, qint64 *cut = nullptr)
 {
+    qint64 beyond = 0;
     QImage out(image.size(), QImage::Format_RGB888);
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
-            out.setPixel(x, y, plainPixel(image, kernel, x, y));
+            out.setPixel(x, y, plainPixel(image, kernel, x, y, &beyond));
+    if (cut != nullptr)
+        *cut = beyond;
     return out;
 }
 
@@ -67,6 +73,7 @@ private slots:
     void evenKernelsAreCentredRightAndBelow();
     void everyKernelFollowsTheRule_data();
     void everyKernelFollowsTheRule();
+    void cutQuotientsAreCounted();
     void everyFormatFollowsTheRule_data() { images::addFormatRows(); }
     void everyFormatFollowsTheRule();
     void nullImagesGiveNull();
@@ -159,6 +166,21 @@ void TestConvolution::everyKernelFollowsTheRule()
     const QImage white = grayKernel(image, 255);
     const QImage black = grayKernel(kernel, 0);
     QCOMPARE(convolved(white, black), plainConvolution(white, black));
+}
+
+void TestConvolution::cutQuotientsAreCounted()
+{
+    const QImage pixels = images::noise(31, 17, 3);
+    NoProgress unwatched;
+    qint64 cut = -1;
+    QVERIFY(convolve(pixels, grayKernel({5, 4}, 200), unwatched, &cut));
+    QCOMPARE(cut, qint64(0)); // means of bytes are bytes
+    const QImage weights = images::noise(5, 4, 4);
+    qint64 expected = 0;
+    QVERIFY(!plainConvolution(pixels, weights, &expected).isNull());
+    QVERIFY(expected > 0);
+    QVERIFY(convolve(pixels, weights, unwatched, &cut));
+    QCOMPARE(cut, expected);
 }
 
 void TestConvolution::everyFormatFollowsTheRule()

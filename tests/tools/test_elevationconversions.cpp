@@ -97,6 +97,7 @@ private slots:
     void equalOrSwappedLimitsGiveTheEndsOfThePalette();
     void aPaletteOfOnePixelColoursEverything();
     void withoutAPaletteNothingChanges();
+    void whatLiesBeyondAPaletteIsCounted();
     void theTopRowOfAPaletteIsSpreadOverAllRows();
     void everyFormatIsReadAsItsColours_data() { images::addFormatRows(); }
     void everyFormatIsReadAsItsColours();
@@ -317,6 +318,20 @@ void TestElevationConversions::withoutAPaletteNothingChanges()
     const Result<QImage> none = elevationToColor(image, QImage(), 0, 10, unwatched);
     QCOMPARE(none.error().text, "There is no palette.");
     QCOMPARE(image.elevation(0, 0), 7.0);
+}
+
+void TestElevationConversions::whatLiesBeyondAPaletteIsCounted()
+{
+    const QImage palette = images::row({qRgb(1, 2, 3), qRgb(4, 5, 6)});
+    const ElevationImage image = elevations({-9, -1, 0, 5, 10, 11, 4000});
+    const auto beyond = [&](int lower, int upper) {
+        NoProgress unwatched;
+        qint64 cut = -1;
+        return elevationToColor(image, palette, lower, upper, unwatched, &cut) ? cut : -2;
+    };
+    QCOMPARE(beyond(0, 10), qint64(4));
+    QCOMPARE(beyond(-9, 4000), qint64(0)); // the ends are within
+    QCOMPARE(beyond(5, 5), qint64(6));
 }
 
 void TestElevationConversions::theTopRowOfAPaletteIsSpreadOverAllRows()

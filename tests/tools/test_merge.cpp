@@ -17,13 +17,15 @@ QImage merged(const QImage &first, const QImage &second, const MergeOptions &opt
 constexpr auto Add = MergeOptions::Mode::Add;
 constexpr auto Multiply = MergeOptions::Mode::Multiply;
 
-QRgb mergedPixel(QRgb first, QRgb second, const MergeOptions &options)
+QRgb mergedPixel(QRgb first, QRgb second, const MergeOptions &options, qint64 *cut)
 {
-    const auto channel = [&options](int a, int b) {
+    const auto channel = [&options, cut](int a, int b) {
         const double merged = options.mode == Add
                                   ? b * options.bias2 + a * options.bias1
                                   : (b + options.bias2) * (a + options.bias1) / 255.0;
-        return static_cast<int>(merged) & 0xFF;
+        const int whole = static_cast<int>(merged);
+        *cut += whole < 0 || whole > 255 ? 1 : 0;
+        return whole & 0xFF;
     };
     return qRgb(channel(qRed(first), qRed(second)),
                 channel(qGreen(first), qGreen(second)),
@@ -31,7 +33,8 @@ QRgb mergedPixel(QRgb first, QRgb second, const MergeOptions &options)
 }
 
 // The rule itself, one pixel at a time.
-QImage plainMerge(const QImage &first, const QImage &second, const MergeOptions &options)
+QImage plainMerge(const QImage &first, const QImage &second, const MergeOptions &options,
+                  qint64 *cut)
 {
     Image stretched;
     static_cast<QImage &>(stretched) = second;
@@ -40,9 +43,9 @@ QImage plainMerge(const QImage &first, const QImage &second, const MergeOptions 
     const double ry = double(second.height()) / first.height();
     for (int y = 0; y < first.height(); ++y)
         for (int x = 0; x < first.width(); ++x)
-            out.setPixel(
-                x, y,
-                mergedPixel(first.pixel(x, y), stretched.pixel(x * rx, y * ry), options));
+            out.setPixel(x, y,
+                         mergedPixel(first.pixel(x, y), stretched.pixel(x * rx, y * ry),
+                                     options, cut));
     return out;
 }
 
@@ -50,8 +53,11 @@ void compareWithTheRule(const QImage &first, const QImage &second)
 {
     for (const MergeOptions &options :
          {MergeOptions{Add, 0.3, 0.7}, MergeOptions{Add, -1.25, 200.0},
-          MergeOptions{Multiply, -31.5, 255.0}})
-        QCOMPARE(merged(first, second, options), plainMerge(first, second, options));
+          MergeOptions{Multiply, -31.5, 255.0}}) {
+        qint64 cut = 0;
+        QCOMPARE(merged(first, second, options),
+                 plainMerge(first, second, options, &cut));
+    }
 }
 
 } // namespace
@@ -63,6 +69,7 @@ private slots:
     void channelsAreAddedOrMultiplied_data();
     void channelsAreAddedOrMultiplied();
     void equalImagesAddedHalfAndHalfStayAsTheyAre();
+    void cutChannelsAreCounted();
     void theSecondImageIsStretchedToTheFirst();
     void everyFormatFollowsTheBilinearRead_data() { images::addFormatRows(); }
     void everyFormatFollowsTheBilinearRead();
@@ -115,6 +122,29 @@ void TestMerge::equalImagesAddedHalfAndHalfStayAsTheyAre()
     for (int y = 0; y < 7; ++y)
         for (int x = 0; x < 8; ++x)
             QCOMPARE(both.pixel(x, y), image.pixel(x, y));
+}
+
+// Every pair of bytes once.
+void TestMerge::cutChannelsAreCounted()
+{
+    QImage first(256, 256, QImage::Format_RGB888);
+    QImage second(first.size(), first.format());
+    for (int y = 0; y < 256; ++y)
+        for (int x = 0; x < 256; ++x) {
+            first.setPixel(x, y, qRgb(x, 0, 255));
+            second.setPixel(x, y, qRgb(y, 0, 255));
+        }
+    for (const MergeOptions &options : {MergeOptions{}, MergeOptions{Add, 1.5, -0.75},
+                                        MergeOptions{Multiply, -7, 90}}) {
+        NoProgress unwatched;
+        qint64 cut = -1;
+        QVERIFY(merge(first, second, options, unwatched, &cut));
+        qint64 expected = 0;
+        const QImage whole = plainMerge(first, second, options, &expected);
+        QVERIFY(!whole.isNull());
+        QCOMPARE(cut, expected);
+        QCOMPARE(cut > 0, options.bias1 != 0.5);
+    }
 }
 
 void TestMerge::theSecondImageIsStretchedToTheFirst()
