@@ -31,6 +31,7 @@ private:
 AsciiMeshDialog::AsciiMeshDialog(const QString &messageTitle, QWidget *parent)
     : ConverterDialog(messageTitle, parent)
 {
+    setHolds(OperationOutcome::Holds::Heights);
 }
 
 void AsciiMeshDialog::setUpForm()

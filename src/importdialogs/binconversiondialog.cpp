@@ -10,6 +10,7 @@
 BinConversionDialog::BinConversionDialog(QWidget *parent)
     : FormDialog(tr("Error"), parent)
 {
+    setHolds(OperationOutcome::Holds::Heights);
     addInput(lineEditFromFile, {.filter = tr("DEM Files (*.dem *.img *.bin *.bil *.flt);;"
                                              "All Files (*.*)")});
     addInput(lineEditHeaderFile,

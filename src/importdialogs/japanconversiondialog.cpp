@@ -10,6 +10,7 @@
 JapanConversionDialog::JapanConversionDialog(QWidget *parent)
     : FormDialog(tr("Japan DEM Import"), parent)
 {
+    setHolds(OperationOutcome::Holds::Heights);
     addInput(lineEditFromFile, {.filter = tr("DEM Files (*.mem);;All Files (*.*)")});
 }
 

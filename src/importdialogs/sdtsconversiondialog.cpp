@@ -10,6 +10,7 @@
 SdtsConversionDialog::SdtsConversionDialog(QWidget *parent)
     : FormDialog(tr("Error"), parent)
 {
+    setHolds(OperationOutcome::Holds::Heights);
     fillOutputUnits();
     makeLabelsAnswerTheirKeys();
     addInput(lineEditFromCATDFile,

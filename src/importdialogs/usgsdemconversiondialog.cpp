@@ -8,6 +8,7 @@
 UsgsDemConversionDialog::UsgsDemConversionDialog(QWidget *parent)
     : FormDialog(tr("Convert USGS DEM File(s) Into Elevation File"), parent)
 {
+    setHolds(OperationOutcome::Holds::Heights);
     requireFiles({lineEditFromFile});
     connect(pushButtonBrowseFromFile, &QPushButton::clicked, this,
             &UsgsDemConversionDialog::chooseFiles);

@@ -9,6 +9,7 @@
 
 ElevationToColorDialog::ElevationToColorDialog(QWidget *parent) : FormDialog(parent)
 {
+    setHolds(OperationOutcome::Holds::Colours);
     addInput(lineEditFromFile,
              {.mayTake = [this](const QString &name) { return showRangeOrError(name); }});
     addInput(lineEditPaletteFile,

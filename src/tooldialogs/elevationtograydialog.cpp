@@ -9,6 +9,7 @@
 
 ElevationToGrayDialog::ElevationToGrayDialog(QWidget *parent) : FormDialog(parent)
 {
+    setHolds(OperationOutcome::Holds::Colours);
     addInput(lineEditFromFile);
 }
 

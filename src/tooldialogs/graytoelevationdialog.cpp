@@ -12,6 +12,7 @@ GrayToElevationDialog::GrayToElevationDialog(QWidget *parent) : FormDialog(paren
              tr("To convert a grayscale file into an elevation file.\n\n"
                 "The elevation value is derived by adding the three color values, so the "
                 "maximum elevation of the output file is 3 * 255 = 765."));
+    setHolds(OperationOutcome::Holds::Heights);
     addInput(lineEditFromFile);
 }
 

@@ -23,6 +23,7 @@ ResampleDialog::ResampleDialog(QWidget *parent)
       m_connectedIcon(QStringLiteral(":/ResampleDialog/connected.png")),
       m_disconnectedIcon(QStringLiteral(":/ResampleDialog/disconnected.png"))
 {
+    setHolds(OperationOutcome::Holds::Heights);
     pushButtonConnected->setIcon(m_connectedIcon);
     addInput(lineEditFromFile,
              {.mayTake = [this](const QString &name) { return showSizeOf(name); }});

@@ -81,6 +81,8 @@ protected:
     /// Remembers for the report that the picture was written to the output file.
     /// saveOutput() does so.
     void noteOutput(const QImage &image);
+    /// Of an operation that always writes the one or the other.
+    void setHolds(OperationOutcome::Holds holds) { m_outcome.holds = holds; }
     /// Adds something that only the operation knows to the report on it, in place of what
     /// an earlier try has noted under the name.
     void noteFact(const QString &name, const QString &value);

@@ -14,10 +14,14 @@ struct OperationOutcome {
         bool operator==(const Fact &) const = default;
     };
 
-    QString title;        ///< of its window
-    QString file;         ///< what was written; empty where nothing was
-    QImage picture;       ///< the same; shares its pixels with the operation's. Null:
-                          ///< the file is read
+    /// What the file that was written holds. Unknown: that is seen by looking at it.
+    enum class Holds { Unknown, Heights, Colours };
+
+    QString title;  ///< of its window
+    QString file;   ///< what was written; empty where nothing was
+    QImage picture; ///< the same; shares its pixels with the operation's. Null:
+                    ///< the file is read
+    Holds holds = Holds::Unknown;
     QList<Fact> facts;    ///< in the order in which they are to be read
     QStringList messages; ///< boxes and rows of lists that went with the window
     QStringList refused;  ///< files to be read, of an operation that wrote nothing and

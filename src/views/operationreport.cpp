@@ -34,6 +34,13 @@ QImage thumbnailOf(const QImage &picture, bool isElevation, Progress &progress)
     return some.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
+bool holdsHeights(OperationOutcome::Holds holds, const QImage &picture)
+{
+    return holds == OperationOutcome::Holds::Unknown
+               ? looksLikeElevations(picture)
+               : holds == OperationOutcome::Holds::Heights;
+}
+
 } // namespace
 
 QString OperationReport::line() const
@@ -53,7 +60,7 @@ OperationReport makeReport(OperationOutcome outcome, Progress &progress)
     if (picture.isNull())
         picture = loadImageFile(outcome.file);
     OperationReport report;
-    report.isElevation = looksLikeElevations(picture);
+    report.isElevation = holdsHeights(outcome.holds, picture);
     QList<Fact> seen{{text("File"), outcome.file},
                      {text("Rows"), QString::number(picture.height())},
                      {text("Columns"), QString::number(picture.width())}};

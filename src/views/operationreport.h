@@ -7,7 +7,7 @@
 struct OperationReport {
     OperationOutcome outcome;
     QImage thumbnail;
-    bool isElevation = false; ///< it looks like heights, not like colours
+    bool isElevation = false; ///< it holds heights, not colours
 
     /// The line in the status bar.
     [[nodiscard]] QString line() const;
