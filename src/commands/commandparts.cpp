@@ -1,7 +1,11 @@
 #include "commands/commandparts.h"
 
+#include "importers/importlosses.h"
+#include "raster/heightkinds.h"
 #include "raster/imagefile.h"
 #include "tools/elevationconversions.h"
+
+#include <utility>
 
 QString couldNotOpenMessage(const QString &fileName)
 {
@@ -86,7 +90,7 @@ Result<Report> savePicture(const QImage &image, const QString &to)
     return report;
 }
 
-Result<Report> saveElevations(const ElevationImage &image, const QString &to)
+Result<Report> saveElevations(const QImage &image, const QString &to)
 {
     Result<Report> report = savePicture(image, to);
     if (report) {
@@ -94,5 +98,23 @@ Result<Report> saveElevations(const ElevationImage &image, const QString &to)
         report->add("minimum", range.lowest);
         report->add("maximum", range.highest);
     }
+    return report;
+}
+
+Result<Report> saveEither(const QImage &image, const QString &to)
+{
+    return looksLikeElevations(image) ? saveElevations(image, to)
+                                      : savePicture(image, to);
+}
+
+Report withLosses(Report report, const ImportLosses &losses)
+{
+    report.add("voids", losses.voids);
+    return withCut(std::move(report), losses.cut);
+}
+
+Report withCut(Report report, qint64 cut)
+{
+    report.add("cut", cut);
     return report;
 }

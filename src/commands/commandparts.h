@@ -9,7 +9,7 @@
 
 #include <vector>
 
-class ElevationImage;
+struct ImportLosses;
 
 // What tables and functions of commands have in common.
 
@@ -35,5 +35,11 @@ class ElevationImage;
 /// Writes a picture and reports it.
 [[nodiscard]] Result<Report> savePicture(const QImage &image, const QString &to);
 /// The same for elevations, whose range is reported as well.
-[[nodiscard]] Result<Report> saveElevations(const ElevationImage &image,
-                                            const QString &to);
+[[nodiscard]] Result<Report> saveElevations(const QImage &image, const QString &to);
+/// The same for a picture that may hold either: that is seen by looking at it.
+[[nodiscard]] Result<Report> saveEither(const QImage &image, const QString &to);
+
+/// Adds what an import could not take over as the file had it.
+[[nodiscard]] Report withLosses(Report report, const ImportLosses &losses);
+/// Adds how many values had to be cut.
+[[nodiscard]] Report withCut(Report report, qint64 cut);

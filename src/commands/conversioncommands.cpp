@@ -21,10 +21,12 @@ Result<Report> elevationToColor(const Arguments &arguments, CommandWork &work)
     const PaletteRange range{givenInteger(arguments, "elevation-lower"),
                              givenInteger(arguments, "elevation-upper"),
                              arguments.has("ignore-zero-values")};
-    return elevationFileToColor(arguments.text("FROM"), *palette, range, work.progress())
-        .and_then([&](const QImage &image) {
-            return savePicture(image, arguments.text("TO"));
-        });
+    qint64 cut = 0;
+    return elevationFileToColor(arguments.text("FROM"), *palette, range, work.progress(),
+                                &cut)
+        .and_then(
+            [&](const QImage &image) { return savePicture(image, arguments.text("TO")); })
+        .map([&cut](const Report &report) { return withCut(report, cut); });
 }
 
 // The grays as they are, or, where a pixel was cut off and the user wants that, spread.
@@ -50,10 +52,9 @@ Result<Report> elevationToGray(const Arguments &arguments, CommandWork &work)
     const Result<GrayPicture> gray = graysOf(arguments, work);
     if (!gray)
         return tl::unexpected(gray.error());
-    Result<Report> report = savePicture(gray->picture, arguments.text("TO"));
-    if (report)
-        report->add("cut", qint64(gray->found.belowCount) + gray->found.aboveCount);
-    return report;
+    const qint64 cut = qint64(gray->found.belowCount) + gray->found.aboveCount;
+    return savePicture(gray->picture, arguments.text("TO"))
+        .map([cut](const Report &report) { return withCut(report, cut); });
 }
 
 Result<Report> grayToElevation(const Arguments &arguments, CommandWork &work)
@@ -71,9 +72,8 @@ Result<Report> grayToElevation(const Arguments &arguments, CommandWork &work)
 Result<Report> changeBlue0(const Arguments &arguments, CommandWork &work)
 {
     return changeBlue0File(arguments.text("FROM"), work.progress())
-        .and_then([&](const QImage &image) {
-            return savePicture(image, arguments.text("TO"));
-        });
+        .and_then(
+            [&](const QImage &image) { return saveEither(image, arguments.text("TO")); });
 }
 
 Command elevationToColorCommand()

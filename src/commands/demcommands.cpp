@@ -9,6 +9,8 @@
 
 #include <QFile>
 
+#include <utility>
+
 namespace {
 
 // --- usgs-dem ------------------------------------------------------------------------
@@ -39,16 +41,18 @@ Result<Report> usgsDem(const Arguments &arguments, CommandWork &work)
         if (!QFile(name).open(QIODevice::ReadOnly))
             return failed(couldNotOpenMessage(name));
     UsgsAnswers answers(work.console(), arguments.has("continue-checking"));
-    const Result<ElevationImage> image =
-        UsgsDemImport(arguments.integer("void-value"), answers)
-            .run(files, work.progress());
+    UsgsDemImport import(arguments.integer("void-value"), answers);
+    const Result<ElevationImage> image = import.run(files, work.progress());
     if (!image)
         return tl::unexpected(image.error());
     if (image->isNull())
         return failed(QStringLiteral("The headers of the files give no usable size; "
                                      "\"%1\" was not written.")
                           .arg(arguments.text("TO")));
-    return saveElevations(*image, arguments.text("TO"));
+    return saveElevations(*image, arguments.text("TO"))
+        .map([&import](const Report &report) {
+            return withLosses(report, import.losses());
+        });
 }
 
 Command usgsDemCommand()
@@ -160,9 +164,10 @@ Result<Report> saveBinDem(const BinDem &dem, const Arguments &arguments,
                                      "written.")
                           .arg(arguments.text("TO")));
     Result<Report> report = saveElevations(dem.image, arguments.text("TO"));
-    if (report)
-        work.console().message(dem.range.message());
-    return report;
+    if (!report)
+        return report;
+    work.console().message(dem.range.message());
+    return withLosses(std::move(*report), dem.losses);
 }
 
 Result<Report> binaryDem(const Arguments &arguments, CommandWork &work)
@@ -222,9 +227,10 @@ Result<Report> japanDem(const Arguments &arguments, CommandWork &work)
     if (!dem)
         return tl::unexpected(dem.error());
     Result<Report> report = saveElevations(dem->image, arguments.text("TO"));
-    if (report)
-        work.console().message(dem->message());
-    return report;
+    if (!report)
+        return report;
+    work.console().message(dem->message());
+    return withLosses(std::move(*report), {.voids = dem->voidCount}); // five digits fit
 }
 
 Command japanDemCommand()

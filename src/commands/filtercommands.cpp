@@ -10,14 +10,17 @@ Result<Report> saved(const Result<QImage> &image, const Arguments &arguments)
 {
     if (!image)
         return tl::unexpected(image.error());
-    return savePicture(*image, arguments.text("TO"));
+    return saveEither(*image, arguments.text("TO"));
 }
 
 Result<Report> convolution(const Arguments &arguments, CommandWork &work)
 {
-    return saved(convolveFile(arguments.text("FROM"), arguments.text("kernel-file"),
-                              work.progress()),
-                 arguments);
+    qint64 cut = 0;
+    const Result<QImage> image = convolveFile(
+        arguments.text("FROM"), arguments.text("kernel-file"), work.progress(), &cut);
+    return saved(image, arguments).map([cut](const Report &report) {
+        return withCut(report, cut);
+    });
 }
 
 Result<Report> mask(const Arguments &arguments, CommandWork &work)
@@ -34,9 +37,12 @@ Result<Report> mergeTwo(const Arguments &arguments, CommandWork &work)
                                              : MergeOptions::Mode::Add;
     options.bias1 = arguments.real("bias1");
     options.bias2 = arguments.real("bias2");
-    return saved(mergeFiles(arguments.text("FILE1"), arguments.text("FILE2"), options,
-                            work.progress()),
-                 arguments);
+    qint64 cut = 0;
+    const Result<QImage> image = mergeFiles(
+        arguments.text("FILE1"), arguments.text("FILE2"), options, work.progress(), &cut);
+    return saved(image, arguments).map([cut](const Report &report) {
+        return withCut(report, cut);
+    });
 }
 
 Result<Report> resampleOne(const Arguments &arguments, CommandWork &work)
@@ -50,11 +56,15 @@ Result<Report> resampleOne(const Arguments &arguments, CommandWork &work)
         request.percentX = arguments.real("percent-x");
     if (arguments.has("percent-y"))
         request.percentY = arguments.real("percent-y");
-    const Result<ElevationImage> image = resampleFile(
-        arguments.text("FROM"), request, arguments.real("z-scale"), work.progress());
+    qint64 cut = 0;
+    const Result<ElevationImage> image =
+        resampleFile(arguments.text("FROM"), request, arguments.real("z-scale"),
+                     work.progress(), &cut);
     if (!image)
         return tl::unexpected(image.error());
-    return saveElevations(*image, arguments.text("TO"));
+    return saveElevations(*image, arguments.text("TO")).map([cut](const Report &report) {
+        return withCut(report, cut);
+    });
 }
 
 QString cornerName(std::size_t corner)

@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+#include <utility>
+
 namespace {
 
 constexpr int MostSide = 16384;
@@ -38,11 +40,11 @@ Failure noPoints(const Arguments &arguments)
                 .arg(arguments.text("FROM"))};
 }
 
-Report withPoints(Report report, qint64 read, qint64 used)
+Report withPoints(Report report, qint64 read, qint64 used, const ImportLosses &losses)
 {
     report.add("pointsRead", read);
     report.add("pointsUsed", used);
-    return report;
+    return withCut(std::move(report), losses.cut);
 }
 
 AsciiRegularOptions regularOptions(const Arguments &arguments, const MeshBoundaries &b)
@@ -78,7 +80,7 @@ Result<Report> asciiRegular(const Arguments &arguments, CommandWork &work)
         return tl::unexpected(noPoints(arguments));
     return saveElevations(mesh->image, arguments.text("TO"))
         .map([&](const Report &report) {
-            return withPoints(report, mesh->pointsRead, mesh->pointsUsed);
+            return withPoints(report, mesh->pointsRead, mesh->pointsUsed, mesh->losses);
         });
 }
 
@@ -132,7 +134,7 @@ Result<Report> asciiIrregular(const Arguments &arguments, CommandWork &work)
         return failed(triangulationFailedText(failure.code));
     }
     return saveElevations(*image, arguments.text("TO")).map([&](const Report &report) {
-        return withPoints(report, mesh->pointsRead, used);
+        return withPoints(report, mesh->pointsRead, used, mesh->losses);
     });
 }
 

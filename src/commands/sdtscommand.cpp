@@ -37,7 +37,10 @@ Result<Report> sdts(const Arguments &arguments, CommandWork &work)
         calibrationFactor(input, unitCalled(output).millimeters), work.progress());
     if (!image)
         return tl::unexpected(image.error());
-    return saveElevations(*image, arguments.text("TO"));
+    return saveElevations(*image, arguments.text("TO"))
+        .map([&conversion](const Report &report) {
+            return withLosses(report, conversion.losses());
+        });
 }
 
 } // namespace

@@ -94,7 +94,7 @@ QString answerFile(QWidget *modal, const QString &caption, const QStringList &pa
 
 class ModalAnswers::Watcher : public QObject {
 public:
-    Watcher()
+    explicit Watcher(const QWidget *known) : m_known(known)
     {
         m_timer.setInterval(PollMilliseconds);
         connect(&m_timer, &QTimer::timeout, this, &Watcher::look);
@@ -123,7 +123,7 @@ private:
     void look()
     {
         QWidget *const modal = QApplication::activeModalWidget();
-        if (!modal || !modal->isVisible() || modal == m_busy)
+        if (!modal || !modal->isVisible() || modal == m_busy || modal == m_known)
             return;
         if (m_expected.empty()) {
             m_complaints << QStringLiteral("unexpected ") + describe(modal);
@@ -143,12 +143,14 @@ private:
     }
 
     QTimer m_timer;
+    const QWidget *m_known;
     QWidget *m_busy = nullptr;
     std::deque<Expected> m_expected;
     QStringList m_complaints;
 };
 
-ModalAnswers::ModalAnswers() : m_watcher(std::make_unique<Watcher>())
+ModalAnswers::ModalAnswers(const QWidget *known)
+    : m_watcher(std::make_unique<Watcher>(known))
 {
     // The toolkit's own dialogs have widgets that a test can reach.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

@@ -25,7 +25,8 @@ class QWidget;
 /// complaints() also names what was announced and never opened.
 class ModalAnswers {
 public:
-    ModalAnswers();
+    /// `known`: a modal window that stands open already and is nobody's to answer.
+    explicit ModalAnswers(const QWidget *known = nullptr);
     ~ModalAnswers();
 
     /// Expects a message box with this title and text; presses a button.
