@@ -26,8 +26,8 @@ int statusOf(CommandStatus status) { return static_cast<int>(status); }
 /// One run of a program of commands.
 class ProgramRun {
 public:
-    explicit ProgramRun(const Program &program)
-        : m_program(program), m_stop([this] { endAtOnce(); })
+    explicit ProgramRun(Program (*make)())
+        : m_stop([this] { endAtOnce(); }), m_program(make())
     {
         // On the thread that watches for signals: the work looks at the flag.
         QObject::connect(
@@ -148,22 +148,22 @@ private:
         std::_Exit(statusOf(CommandStatus::Stopped));
     }
 
-    const Program &m_program;
     Console m_console;
     std::atomic<bool> m_stopRequested = false;
-    StopSignal m_stop;
+    StopSignal m_stop; // first of what takes its time
+    const Program m_program;
 };
 
 } // namespace
 
-int runProgram(const Program &program, int argc, char **argv)
+int runProgram(Program (*make)(), int argc, char **argv)
 {
     surviveFailedWrites();
     // A program without screens has no resolution to give to its pictures; this is that
     // of usual screens, which the window gives.
     QCoreApplication::setAttribute(Qt::AA_Use96Dpi);
     try {
-        ProgramRun run(program);
+        ProgramRun run(make);
         const QCoreApplication application(argc, argv);
         return statusOf(run.run(QCoreApplication::arguments()));
     } catch (const std::bad_alloc &) {

@@ -12,4 +12,5 @@ enum class CommandStatus {
 
 /// The main() of a program of commands: reads the command line, runs the command, prints
 /// its report, and ends soon after SIGINT or SIGTERM. Gives the program's exit status.
-[[nodiscard]] int runProgram(const Program &program, int argc, char **argv);
+/// Signals are looked for before `make` is called, which may take its time.
+[[nodiscard]] int runProgram(Program (*make)(), int argc, char **argv);

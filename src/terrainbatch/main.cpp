@@ -17,21 +17,22 @@ std::vector<Command> allCommands()
     return commands;
 }
 
+Program makeProgram()
+{
+    return {.name = "zephrant-terrain",
+            .version = ZEPHRANT_VERSION,
+            .summary =
+                "Makes sceneries of terrain, imports and works on elevation files, "
+                "without a window.",
+            .commands = allCommands(),
+            .examples = {
+                "zephrant-terrain open alps.tif --out alps && zephrant-render alps.zph",
+                "    A picture of a downloaded file.",
+                "zephrant-terrain usgs-dem west.dem east.dem dem.png",
+                "    Two tiles as one elevation file.", "zephrant-terrain open --help",
+                "    Ranges and defaults of a command's options."}};
+}
+
 } // namespace
 
-int main(int argc, char **argv)
-{
-    const Program program{
-        .name = "zephrant-terrain",
-        .version = ZEPHRANT_VERSION,
-        .summary = "Makes sceneries of terrain, imports and works on elevation files, "
-                   "without a window.",
-        .commands = allCommands(),
-        .examples = {
-            "zephrant-terrain open alps.tif --out alps && zephrant-render alps.zph",
-            "    A picture of a downloaded file.",
-            "zephrant-terrain usgs-dem west.dem east.dem dem.png",
-            "    Two tiles as one elevation file.", "zephrant-terrain open --help",
-            "    Ranges and defaults of a command's options."}};
-    return runProgram(program, argc, argv);
-}
+int main(int argc, char **argv) { return runProgram(makeProgram, argc, argv); }
