@@ -11,7 +11,7 @@
 /// are near in memory.
 class CellStrips {
 public:
-    static constexpr int Width = 64; ///< columns of a strip
+    static constexpr int Width = 128; ///< columns of a strip
 
     /// `given` is the size of the grid whose rows are put and taken.
     CellStrips(const QSize &given, bool isExchanged);

@@ -70,9 +70,11 @@ HorizonLines::Walk::Walk(const HorizonLines &lines, int block)
     const std::size_t longest = std::size_t(m_steps) + 1;
     m_points = std::make_unique_for_overwrite<Point[]>(longest * Lines);
     for (std::size_t k = 0; k < Lines; ++k) {
-        m_nearest[k] = m_points.get() + k * longest;
+        m_nearest[k] = m_points.get() + k;
         *m_nearest[k] = {DepthOfNothing, NeverHidden, -1};
     }
+    m_last.fill(DepthOfNothing);
+    m_line.fill(NeverHidden);
 }
 
 bool HorizonLines::Walk::next()
@@ -116,23 +118,42 @@ void HorizonLines::Walk::readHeights(int column, float share)
         m_height[k] = m_ground[k] + share * (m_ground[k + 1] - m_ground[k]);
 }
 
+// Whether a point is hidden nobody can foresee on rough ground, so no branch depends on
+// it: lines are gone over again, fewer and fewer of them, instead of one after the other.
 void HorizonLines::Walk::followLines(int from, int to)
 {
-    const float *const perSteps = m_lines.m_perSteps.data() + m_step;
+    std::array<int, Lines> behind; // lines whose horizon lies behind the last row
+    int count = 0;
+    const float perStep = m_lines.m_perSteps[1];
     for (int line = from; line < to; ++line) {
         const auto k = std::size_t(line);
-        const float here = m_height[k];
-        Point *nearest = m_nearest[k];
-        const auto tangentTo = [&](const Point &point) {
-            return (point.height - here) * perSteps[-point.step];
-        };
+        const float horizon = (m_last[k] - m_height[k]) * perStep;
         // A point below the line to the one behind it is never seen again.
-        float horizon = tangentTo(*nearest);
-        while (horizon <= nearest->horizon)
-            horizon = tangentTo(*--nearest);
+        const bool isHidden = horizon <= m_line[k];
+        Point *const nearest = m_nearest[k];
+        nearest[Lines] = {m_last[k], m_line[k], m_step - 1};
+        m_nearest[k] = nearest + (isHidden ? 0 : Lines);
+        behind[std::size_t(count)] = line;
+        count += isHidden ? 1 : 0;
         m_line[k] = horizon;
-        *++nearest = {here, horizon, m_step};
-        m_nearest[k] = nearest;
+        m_last[k] = m_height[k];
+    }
+    const float *const perSteps = m_lines.m_perSteps.data() + m_step;
+    while (count > 0) {
+        int rest = 0;
+        for (int i = 0; i < count; ++i) {
+            const int line = behind[std::size_t(i)];
+            const auto k = std::size_t(line);
+            Point *const nearest = m_nearest[k];
+            const float horizon =
+                (nearest->height - m_height[k]) * perSteps[-nearest->step];
+            const bool isHidden = horizon <= nearest->horizon;
+            m_nearest[k] = nearest - (isHidden ? Lines : 0);
+            m_line[k] = horizon;
+            behind[std::size_t(rest)] = line;
+            rest += isHidden ? 1 : 0;
+        }
+        count = rest;
     }
 }
 

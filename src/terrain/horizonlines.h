@@ -16,7 +16,7 @@
 /// Lines are followed many at once, row by row: their heights in a row are neighbours.
 class HorizonLines {
 public:
-    static constexpr int LinesOfBlock = 64;
+    static constexpr int LinesOfBlock = 128;
 
     /// `slant` in columns a row, -1 to 1; `step` metres from one row to the next along a
     /// line; the horizon is that toward higher rows, or toward lower ones. The heights
@@ -84,10 +84,13 @@ private:
     int m_row = 0;
     int m_column = 0;
     int m_cells = 0;
-    std::unique_ptr<Point[]> m_points; // a hull for each line
+    // A hull for each line; those of neighbours stand beside each other, since they are
+    // about as long. The point of the last row is not among them yet.
+    std::unique_ptr<Point[]> m_points;
     std::array<Point *, Lines> m_nearest{};
     std::array<float, Lines + 1> m_ground{}; // cells to the west and east of the lines
     std::array<float, Lines> m_height{};
-    std::array<float, Lines> m_line{};
+    std::array<float, Lines> m_last{}; // heights of the row before
+    std::array<float, Lines> m_line{}; // their horizons
     std::array<float, LinesOfBlock> m_horizon{};
 };
