@@ -13,8 +13,9 @@ namespace {
 
 CellStrips::CellStrips(const QSize &given, bool isExchanged)
     : m_size(isExchanged ? given.transposed() : given), m_isExchanged(isExchanged),
-      m_cells(std::size_t((m_size.width() + Width - 1) / Width) *
-              std::size_t(m_size.height()) * Width)
+      m_cells(std::make_unique_for_overwrite<float[]>(
+          std::size_t((m_size.width() + Width - 1) / Width) *
+          std::size_t(m_size.height()) * Width))
 {
 }
 

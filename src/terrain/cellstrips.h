@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
+#include <memory>
 
 /// Numbers of the cells of a grid, perhaps with rows and columns exchanged, in strips of
 /// some columns one behind the other: cells that are near each other in any direction
@@ -13,7 +13,8 @@ class CellStrips {
 public:
     static constexpr int Width = 128; ///< columns of a strip
 
-    /// `given` is the size of the grid whose rows are put and taken.
+    /// `given` is the size of the grid whose rows are put and taken. Cells hold nothing
+    /// before they are put: to clear much memory takes long, and nobody could stop it.
     CellStrips(const QSize &given, bool isExchanged);
 
     /// Of the grid as it stands here.
@@ -30,7 +31,7 @@ public:
     {
         for (int i = 0, n = 0; i < count; i += n) {
             n = std::min(count - i, Width - (column + i) % Width);
-            part(m_cells.data() + place(column + i, row), i, n);
+            part(m_cells.get() + place(column + i, row), i, n);
         }
     }
     template <class Part>
@@ -38,7 +39,8 @@ public:
     {
         for (int i = 0, n = 0; i < count; i += n) {
             n = std::min(count - i, Width - (column + i) % Width);
-            part(m_cells.data() + place(column + i, row), i, n);
+            part(static_cast<const float *>(m_cells.get()) + place(column + i, row), i,
+                 n);
         }
     }
     /// Copies cells of a row.
@@ -57,5 +59,5 @@ private:
 
     QSize m_size;
     bool m_isExchanged;
-    std::vector<float> m_cells;
+    std::unique_ptr<float[]> m_cells;
 };

@@ -96,7 +96,9 @@ bool readSlopes(const Ground &ground, SkyGrid &grid, WorkerPool &pool,
                         read);
 }
 
-void addCells(const SkyOfDirection &sky, const HorizonLines::Walk &walk, SkyGrid &grid)
+// `isFirst`: the cells hold no share yet.
+void addCells(const SkyOfDirection &sky, const HorizonLines::Walk &walk, bool isFirst,
+              SkyGrid &grid)
 {
     constexpr int Most = HorizonLines::LinesOfBlock;
     std::array<float, Most> east, north, share;
@@ -105,9 +107,13 @@ void addCells(const SkyOfDirection &sky, const HorizonLines::Walk &walk, SkyGrid
     grid.north.copy(walk.column(), walk.row(), count, north.data());
     shareOfCells(sky, east.data(), north.data(), walk.horizon(), count, share.data());
     grid.share.forParts(walk.column(), walk.row(), count,
-                        [&share](float *cells, int first, int n) {
-                            for (int i = 0; i < n; ++i)
-                                cells[i] += share[std::size_t(first + i)];
+                        [&share, isFirst](float *cells, int first, int n) {
+                            const float *const more = share.data() + first;
+                            if (isFirst)
+                                std::copy_n(more, n, cells);
+                            else
+                                std::transform(more, more + n, cells, cells,
+                                               std::plus<>());
                         });
 }
 
@@ -115,6 +121,7 @@ void addCells(const SkyOfDirection &sky, const HorizonLines::Walk &walk, SkyGrid
 bool addDirections(SkyGrid &grid, const Ground &ground, bool isExchanged,
                    WorkerPool &pool, const Stretch &stretch)
 {
+    bool isFirst = true;
     for (int i = 0; i < SkyDirections; ++i) {
         // Between the points of the compass, so that half of them run along each axis.
         const double azimuth = (i + 0.5) * (2.0 * Pi / SkyDirections);
@@ -125,12 +132,13 @@ bool addDirections(SkyGrid &grid, const Ground &ground, bool isExchanged,
                                  static_cast<float>(std::cos(azimuth)),
                                  1.0f / SkyDirections};
         const auto take = [&](const HorizonLines::Walk &walk) {
-            addCells(sky, walk, grid);
+            addCells(sky, walk, isFirst, grid);
         };
         const Stretch part =
             stretch.part(double(i) / SkyDirections, (i + 1.0) / SkyDirections);
         if (!sweepHorizon(grid.heights, direction, pool, part, take))
             return false;
+        isFirst = false;
     }
     return true;
 }

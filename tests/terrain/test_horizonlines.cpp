@@ -111,6 +111,8 @@ void TestHorizonLines::horizonsAreThoseFoundPlainly()
     const PlainHorizon plain(ground, direction);
     CellStrips strips(size, direction.isExchanged);
     CellStrips found(size, direction.isExchanged), times(size, direction.isExchanged);
+    const std::vector<float> none(ground.metres.size());
+    times.put(0, int(size.height()), none.data());
     WorkerPool pool(2);
     NoProgress progress;
     QVERIFY(putHeights(ground, strips, pool, Stretch{progress}));
