@@ -5,6 +5,7 @@
 #include "geodata/gridplan.h"
 #include "geodata/gridreader.h"
 #include "geodata/overview.h"
+#include "terrain/progressshare.h"
 
 #include <QObject>
 
@@ -35,25 +36,12 @@ qint64 cellsOf(const QList<RasterFile> &rasters)
     return cells;
 }
 
-// Passes on that somebody wants to stop, and how far one of several parts is.
-class PartProgress final : public Progress {
-public:
-    PartProgress(Progress &whole, qint64 part, qint64 parts)
-        : m_whole(whole), m_part(part), m_parts(parts)
-    {
-    }
-    [[nodiscard]] bool step(qint64 done, qint64 of) override
-    {
-        constexpr qint64 Steps = 1000;
-        const qint64 within = of > 0 ? done * Steps / of : 0;
-        return m_whole.step(m_part * Steps + within, m_parts * Steps);
-    }
-
-private:
-    Progress &m_whole;
-    qint64 m_part;
-    qint64 m_parts;
-};
+// One of so many parts of some work.
+ProgressShare partOf(Progress &whole, qint64 part, qint64 parts)
+{
+    constexpr qint64 Steps = 1000;
+    return {whole, part * Steps, (part + 1) * Steps, parts * Steps};
+}
 
 // What all have in common, or all of it.
 QString joined(const QList<RasterFile> &rasters, QString RasterFile::*member)
@@ -115,6 +103,13 @@ void GdalTerrain::setFacts(const QStringList &given)
     m_facts.notes += m_mosaic.notes;
 }
 
+bool GdalTerrain::looksForVoids() const
+{
+    return !m_voidsAreKnown &&
+           std::any_of(m_rasters.begin(), m_rasters.end(),
+                       [](const RasterFile &raster) { return mayHideVoids(raster); });
+}
+
 // Looks once for voids that files do not tell of.
 Result<bool> GdalTerrain::findVoids(Progress &progress)
 {
@@ -126,7 +121,7 @@ Result<bool> GdalTerrain::findVoids(Progress &progress)
         RasterFile &raster = m_rasters[i];
         if (!mayHideVoids(raster))
             continue;
-        PartProgress part(progress, i, m_rasters.size());
+        ProgressShare part = partOf(progress, i, m_rasters.size());
         Result<Census> census = takeCensus(sheetOf(raster), most, part);
         if (!census)
             return tl::unexpected(census.error());
@@ -161,7 +156,7 @@ Result<TerrainScan> GdalTerrain::scanSheets(Progress &progress)
     const qint64 parts = qint64(m_mosaic.sheets.size());
     for (std::size_t i = 0; i < m_mosaic.sheets.size(); ++i) {
         const Sheet &sheet = m_mosaic.sheets[i];
-        PartProgress part(progress, qint64(i), parts);
+        ProgressShare part = partOf(progress, qint64(i), parts);
         const Result<Census> census =
             takeCensus(sheet, scan.isApproximate ? 0 : MostCellsForExact, part);
         if (!census)
@@ -181,11 +176,16 @@ Result<TerrainScan> GdalTerrain::scanSheets(Progress &progress)
 
 Result<TerrainScan> GdalTerrain::scan(Progress &progress)
 {
-    const Result<bool> known = findVoids(progress);
+    // The search for voids finds the range of one raster as well.
+    const bool isOne = m_rasters.size() == 1 && cellsOf(m_rasters) <= MostCellsForExact;
+    const qint64 passes = looksForVoids() && !isOne ? 2 : 1;
+    ProgressShare first = partOf(progress, 0, passes);
+    const Result<bool> known = findVoids(first);
     if (!known)
         return tl::unexpected(known.error());
     if (!m_scan) {
-        Result<TerrainScan> scan = scanSheets(progress);
+        ProgressShare rest = partOf(progress, passes - 1, passes);
+        Result<TerrainScan> scan = scanSheets(rest);
         if (!scan)
             return scan;
         m_scan = *scan;
@@ -205,8 +205,13 @@ Result<OutputGrid> GdalTerrain::plan(const GridRequest &request)
 
 Result<Heights> GdalTerrain::heights(const OutputGrid &grid, Progress &progress)
 {
-    const Result<bool> known = findVoids(progress);
+    // Looking takes about a tenth of the time.
+    constexpr qint64 Steps = 1000;
+    const qint64 looked = looksForVoids() ? Steps / 10 : 0;
+    ProgressShare first(progress, 0, looked, Steps);
+    const Result<bool> known = findVoids(first);
     if (!known)
         return tl::unexpected(known.error());
-    return readHeights(m_mosaic, grid, progress);
+    ProgressShare rest(progress, looked, Steps, Steps);
+    return readHeights(m_mosaic, grid, rest);
 }

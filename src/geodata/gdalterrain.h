@@ -21,6 +21,7 @@ public:
 private:
     GdalTerrain() = default;
     void setFacts(const QStringList &given);
+    [[nodiscard]] bool looksForVoids() const;
     [[nodiscard]] Result<bool> findVoids(Progress &progress);
     [[nodiscard]] Result<TerrainScan> scanSheets(Progress &progress);
 

@@ -4,6 +4,7 @@
 #include "geodata/pieces.h"
 #include "geodata/sheetreader.h"
 #include "geodata/warpworker.h"
+#include "terrain/abandonable.h"
 
 #include <QObject>
 
@@ -73,6 +74,19 @@ Result<bool> warpCells(const Mosaic &mosaic, const OutputGrid &grid, Heights &he
     return workOnPieces(tiles->rows(), make, progress);
 }
 
+// To clear much memory takes long.
+Result<Heights> emptyHeights(const QSize &size, Progress &progress)
+{
+    if (!progress.step(0, 1))
+        return stopped();
+    auto made = runAbandonable<Result<Heights>>(
+        [size](AbandonableState &) { return std::optional(emptyHeights(size)); }, 1,
+        progress);
+    if (!made)
+        return tl::unexpected(made.error());
+    return std::move(*made);
+}
+
 } // namespace
 
 Result<Heights> emptyHeights(const QSize &size)
@@ -99,7 +113,7 @@ Result<Heights> emptyHeights(const QSize &size)
 Result<Heights> readHeights(const Mosaic &mosaic, const OutputGrid &grid,
                             Progress &progress)
 {
-    Result<Heights> heights = emptyHeights(grid.size);
+    Result<Heights> heights = emptyHeights(grid.size, progress);
     if (!heights)
         return heights;
     Result<bool> done =

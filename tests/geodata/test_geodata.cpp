@@ -12,6 +12,7 @@ class TestGeodata : public QObject {
 private slots:
     void aFileIsReadAsGdalDoes_data();
     void aFileIsReadAsGdalDoes();
+    void progressNeverGoesBack();
 };
 
 Q_DECLARE_METATYPE(GeoFile)
@@ -72,6 +73,44 @@ void TestGeodata::aFileIsReadAsGdalDoes()
     QCOMPARE(heights->size, judged.size);
     const Difference found = differenceOf(*heights, judged);
     QVERIFY2(found.isSmall(), qPrintable(found.told()));
+}
+
+// Heights after a search for voids that the file does not tell of.
+void TestGeodata::progressNeverGoesBack()
+{
+    class Shares final : public Progress {
+    public:
+        [[nodiscard]] bool step(qint64 done, qint64 of) override
+        {
+            const double share = double(done) / double(of);
+            goesBack = goesBack || share < last;
+            last = share;
+            return true;
+        }
+        double last = 0.0;
+        bool goesBack = false;
+    };
+    const QTemporaryDir folder;
+    GeoFile file;
+    file.name = folder.filePath(QStringLiteral("dem.tif"));
+    file.type = GDT_Int16;
+    file.size = {600, 500};
+    QVERIFY(write(file));
+    const auto source = makeGeodata();
+    for (const bool scans : {false, true}) {
+        Shares shares;
+        NoProgress opening;
+        const auto terrain = source->open({file.name}, {}, opening);
+        QVERIFY(terrain);
+        const Result<OutputGrid> grid = (*terrain)->plan({});
+        QVERIFY(grid);
+        if (scans)
+            QVERIFY((*terrain)->scan(opening));
+        QVERIFY((*terrain)->heights(*grid, shares));
+        QVERIFY(!shares.goesBack);
+        // The second pass begins behind the first, where there is one.
+        QVERIFY(scans || shares.last >= 0.1);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestGeodata)
