@@ -1,6 +1,7 @@
 #include "geodata/inputs.h"
 
 #include "geodata/gdalruntime.h"
+#include "terrain/filekind.h"
 
 #include <QCollator>
 #include <QDir>
@@ -152,8 +153,11 @@ std::pair<Given, QString> judged(const QString &name)
 Result<QStringList> contentsOf(const QString &name, Progress &progress)
 {
     const auto [kind, opened] = judged(name);
-    if (kind == Given::Nothing)
-        return failed(QObject::tr("There is no file \"%1\".").arg(name));
+    if (kind == Given::Nothing) {
+        const QString other = notAFileText(name);
+        return failed(other.isEmpty() ? QObject::tr("There is no file \"%1\".").arg(name)
+                                      : other);
+    }
     if (kind == Given::Raster)
         return QStringList{opened};
     if (QFileInfo info(name); !info.isReadable())

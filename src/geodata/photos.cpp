@@ -4,7 +4,9 @@
 #include "geodata/mosaic.h"
 #include "geodata/pieces.h"
 #include "geodata/warp.h"
+#include "terrain/filekind.h"
 
+#include <QFileInfo>
 #include <QObject>
 
 #include <algorithm>
@@ -49,7 +51,7 @@ bool isInDegrees(GDALDatasetH file, const Extent &terrain)
 }
 
 // What gdal_translate is to do so that a file has red, green and blue bytes.
-QStringList colorArguments(GDALDatasetH file)
+QStringList colourArguments(GDALDatasetH file)
 {
     QStringList arguments{"-of", "VRT"};
     GDALRasterBandH first = GDALGetRasterBand(file, 1);
@@ -82,6 +84,10 @@ QStringList colorArguments(GDALDatasetH file)
 // empty.
 Result<Dataset> placed(const QString &file, const OutputGrid &grid, const QSize &size)
 {
+    // Some formats are folders.
+    if (const QString other = notAFileText(file);
+        !other.isEmpty() && !QFileInfo(file).isDir())
+        return failed(other);
     const GdalMessages messages;
     const Dataset photo(GDALOpenEx(file.toUtf8().constData(),
                                    GDAL_OF_RASTER | GDAL_OF_VERBOSE_ERROR, nullptr,
@@ -91,8 +97,8 @@ Result<Dataset> placed(const QString &file, const OutputGrid &grid, const QSize 
     if (!isPlaced(photo.get()))
         return refused(file, QObject::tr("it has no georeference, so that its place is "
                                          "not known"));
-    const Dataset colors = translated(photo.get(), colorArguments(photo.get()));
-    if (!colors)
+    const Dataset colours = translated(photo.get(), colourArguments(photo.get()));
+    if (!colours)
         return refused(file, messages.reason(QObject::tr("GDAL refuses")));
     const Extent extent = grid.extent();
     QStringList arguments{"-of",
@@ -115,7 +121,7 @@ Result<Dataset> placed(const QString &file, const OutputGrid &grid, const QSize 
     if (!size.isEmpty())
         arguments << "-ts" << QString::number(size.width())
                   << QString::number(size.height());
-    Dataset warp = warped({colors.get()}, arguments, nullptr);
+    Dataset warp = warped({colours.get()}, arguments, nullptr);
     if (!warp)
         return refused(file, messages.reason(QObject::tr("GDAL refuses")));
     return warp;

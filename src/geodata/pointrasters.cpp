@@ -3,6 +3,7 @@
 #include "geodata/crs.h"
 #include "geodata/gdalruntime.h"
 #include "geodata/tin.h"
+#include "terrain/filekind.h"
 #include "terrain/progressshare.h"
 
 #include <QFileInfo>
@@ -85,7 +86,7 @@ bool isVectorName(const QString &name)
 PointKind pointKindOf(const QString &name)
 {
     const GdalMessages messages;
-    if (QFileInfo(name).isDir())
+    if (!notAFileText(name).isEmpty())
         return PointKind::None;
     GDALDriverH driver =
         GDALIdentifyDriverEx(name.toUtf8().constData(), GDAL_OF_RASTER, nullptr, nullptr);

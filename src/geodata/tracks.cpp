@@ -2,6 +2,7 @@
 
 #include "geodata/crs.h"
 #include "geodata/vectorfile.h"
+#include "terrain/filekind.h"
 #include "terrain/points.h"
 
 #include <QFileInfo>
@@ -165,6 +166,9 @@ Result<Track> readTrack(const QString &file, const QString &crs, Progress &progr
 {
     if (!QFileInfo::exists(file))
         return failed(QObject::tr("There is no file \"%1\".").arg(file));
+    if (const QString other = notAFileText(file);
+        !other.isEmpty() && !QFileInfo(file).isDir())
+        return failed(other);
     startGdal();
     const GdalMessages messages;
     const auto preview = isText(file) ? previewPointFile(file, {}) : failed(QString());

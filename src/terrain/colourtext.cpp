@@ -2,6 +2,7 @@
 
 #include "terrain/colourfile.h"
 #include "terrain/colourlines.h"
+#include "terrain/filekind.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -121,6 +122,8 @@ Result<ColourTable> readColourText(QIODevice &device, const QString &name)
 
 Result<ColourTable> readColourFile(const QString &fileName)
 {
+    if (const QString other = notAFileText(fileName); !other.isEmpty())
+        return failed(other);
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return failed(QCoreApplication::translate("Terrain", "Cannot read \"%1\": %2.")

@@ -1,9 +1,11 @@
 #include "terrain/maketexture.h"
 
+#include "base/memorybudget.h"
 #include "base/workerpool.h"
 #include "raster/heightkinds.h"
 #include "raster/imagefile.h"
 #include "terrain/elevationpicture.h"
+#include "terrain/filekind.h"
 #include "terrain/rowwork.h"
 #include "terrain/terrainfiles.h"
 #include "terrain/terraintexture.h"
@@ -11,6 +13,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 
 #include <new>
 
@@ -51,9 +54,25 @@ void takeScales(const TextureFromElevation &job, Elevation &elevation)
     elevation.unit = job.unit.value_or(place.metresPerHeightUnit.value_or(1.0));
 }
 
+// Whoever reads a picture gets none, whatever the reason.
+QString whyUnread(const QString &picture)
+{
+    const QSize size = QImageReader(picture).size();
+    const qint64 bytes = qint64(size.width()) * size.height() * 4;
+    if (size.isEmpty() ||
+        (fitsMemory(bytes) && !QImage(size, QImage::Format_RGB32).isNull()))
+        return text("\"%1\" is no picture that can be read.").arg(picture);
+    return text("There is not enough memory for the %1 x %2 pixels of \"%3\".")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(picture);
+}
+
 Result<Elevation> readElevation(const TextureFromElevation &job, WorkerPool &pool,
                                 const Stretch &stretch)
 {
+    if (const QString other = notAFileText(job.elevation); !other.isEmpty())
+        return failed(other);
     QFile file(job.elevation);
     if (!file.open(QIODevice::ReadOnly))
         return failed(
@@ -63,7 +82,7 @@ Result<Elevation> readElevation(const TextureFromElevation &job, WorkerPool &poo
         return failed(other);
     const QImage image = loadImageFile(job.elevation);
     if (image.isNull())
-        return failed(text("\"%1\" is no picture that can be read.").arg(job.elevation));
+        return failed(whyUnread(job.elevation));
     Elevation elevation;
     Result<Georeference> place = readSidecars(job.elevation, image.size());
     if (!place)

@@ -3,6 +3,8 @@
 #include "geodata/compare.h"
 #include "geodata/geodata.h"
 #include "geodata/geofile.h"
+#include "terrain/colourfile.h"
+#include "terrain/maketexture.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -12,6 +14,8 @@
 #include <QTest>
 
 #include <limits>
+
+#include <sys/stat.h>
 #include <unistd.h>
 
 class TestBadTerrain : public QObject {
@@ -21,6 +25,7 @@ private slots:
     void init();
     void aFileThatCannotBeReadIsTold_data();
     void aFileThatCannotBeReadIsTold();
+    void pipesAndDevicesAreTold();
     void aFileThatIsCutOffIsTold();
     void whatIsCutOffIsNoZeros_data();
     void whatIsCutOffIsNoZeros();
@@ -137,6 +142,33 @@ void TestBadTerrain::aFileThatCannotBeReadIsTold()
         told = heights.error().text;
     }
     QVERIFY2(told.endsWith(u'.') && told.contains(name), qPrintable(told));
+}
+
+// Nobody waits for what may never come.
+void TestBadTerrain::pipesAndDevicesAreTold()
+{
+    const QString pipe = at("pipe.tif");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    NoProgress progress;
+    const auto isTold = [](const auto &result, const QString &text) {
+        return !result && result.error().text == text;
+    };
+    for (const auto &[name, text] :
+         {std::pair(pipe, QString("\"%1\" is a pipe, not a file.").arg(pipe)),
+          std::pair(QString("/dev/zero"),
+                    QString("\"/dev/zero\" is a device, not a file."))}) {
+        QVERIFY(!makeGeodata()->canOpen(name));
+        QVERIFY(isTold(opened(name), text));
+        QVERIFY(isTold(makeGeodata()->track(name, {}, progress), text));
+        OutputGrid grid;
+        grid.size = {10, 10};
+        QVERIFY(isTold(makeGeodata()->photoSize({name}, grid), text));
+        QVERIFY(isTold(readColourFile(name), text));
+        TextureFromElevation job;
+        job.elevation = name;
+        job.out = at("t.png");
+        QVERIFY(isTold(makeTexture(job, progress), text));
+    }
 }
 
 void TestBadTerrain::aFileThatIsCutOffIsTold()

@@ -22,6 +22,7 @@ private slots:
     void aFileAloneCountsInMetres();
     void otherKindsOfPicturesAreWritten();
     void whatCannotBeReadIsTold();
+    void tooLittleMemoryIsTold();
     void aStopLeavesNothing();
 
 private:
@@ -135,6 +136,24 @@ void TestMakeTexture::whatCannotBeReadIsTold()
     QVERIFY(!rubbish);
     QVERIFY(rubbish.error().text.contains("16 bits"));
     QVERIFY(!QFile::exists(job.out));
+}
+
+void TestMakeTexture::tooLittleMemoryIsTold()
+{
+    const QTemporaryDir folder;
+    const QString file = elevation(folder);
+    QVERIFY(!file.isEmpty());
+    TextureFromElevation job;
+    job.elevation = file;
+    job.out = folder.filePath("t.png");
+    NoProgress progress;
+    qputenv("ZEPHRANT_MEMORY_BUDGET", "1000");
+    const auto made = makeTexture(job, progress);
+    qunsetenv("ZEPHRANT_MEMORY_BUDGET");
+    QVERIFY(!made);
+    QCOMPARE(made.error().text,
+             QString("There is not enough memory for the 80 x 60 pixels of \"%1\".")
+                 .arg(file));
 }
 
 void TestMakeTexture::aStopLeavesNothing()
