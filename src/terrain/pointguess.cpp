@@ -315,7 +315,12 @@ QString faultOf(const PointPreview &preview, bool hasColumns, const QString &nam
     if (!hasColumns)
         return QObject::tr("%1 has no three columns of numbers, for x, y and the height.")
             .arg(name);
-    for (const int column : preview.format.columns)
+    const auto &columns = preview.format.columns;
+    if (columns[0] == columns[1] || columns[0] == columns[2] || columns[1] == columns[2])
+        return QObject::tr("The columns of x, y and the height of %1 are three different "
+                           "ones.")
+            .arg(name);
+    for (const int column : columns)
         if (column < 0 || column >= preview.columns)
             return QObject::tr("%1 has %2 columns; there is no column %3.")
                 .arg(name)
@@ -354,10 +359,8 @@ PointPreview lookAtPoints(QIODevice &device, const QString &name,
     return preview;
 }
 
-Result<PointPreview> previewPoints(QIODevice &device, const QString &name,
-                                   const PointOptions &options)
+Result<PointPreview> orFault(PointPreview preview)
 {
-    PointPreview preview = lookAtPoints(device, name, options);
     if (!preview.fault.isEmpty())
         return failed(preview.fault);
     return preview;

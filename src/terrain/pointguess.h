@@ -24,7 +24,5 @@ struct PointPreview {
 [[nodiscard]] PointPreview lookAtPoints(QIODevice &device, const QString &name,
                                         const PointOptions &options);
 
-/// Looks at the first lines of a text. Fails with a sentence that begins with `name`
-/// where they hold no points.
-[[nodiscard]] Result<PointPreview> previewPoints(QIODevice &device, const QString &name,
-                                                 const PointOptions &options);
+/// A preview whose fault is a failure.
+[[nodiscard]] Result<PointPreview> orFault(PointPreview preview);

@@ -232,15 +232,6 @@ bool holdsPoints(const QString &file, const OpenText &open)
     return previewPointFile(file, {}, open).has_value();
 }
 
-Result<PointPreview> previewPointFile(const QString &file, const PointOptions &options,
-                                      const OpenText &open)
-{
-    const auto device = open(file);
-    if (!device)
-        return tl::unexpected(device.error());
-    return previewPoints(**device, nameOf(file), options);
-}
-
 Result<PointPreview> lookAtPointFile(const QString &file, const PointOptions &options,
                                      const OpenText &open)
 {
@@ -248,6 +239,12 @@ Result<PointPreview> lookAtPointFile(const QString &file, const PointOptions &op
     if (!device)
         return tl::unexpected(device.error());
     return lookAtPoints(**device, nameOf(file), options);
+}
+
+Result<PointPreview> previewPointFile(const QString &file, const PointOptions &options,
+                                      const OpenText &open)
+{
+    return lookAtPointFile(file, options, open).and_then(orFault);
 }
 
 Result<PointSheet> surfaceOf(std::vector<GroundPoint> points, PointSheet sheet,

@@ -34,16 +34,16 @@ using OpenText = std::function<Result<std::unique_ptr<QIODevice>>(const QString 
 /// Whether the head of a file holds points as text. Quick.
 [[nodiscard]] bool holdsPoints(const QString &file, const OpenText &open = openTextFile);
 
-/// The first lines of a file, split, and how they are read.
-[[nodiscard]] Result<PointPreview> previewPointFile(const QString &file,
-                                                    const PointOptions &options,
-                                                    const OpenText &open = openTextFile);
-
-/// The same, also where they cannot be read as the options say; fails only where the file
-/// cannot be opened.
+/// The first lines of a file, split, and how they are read, also where they cannot be
+/// read as the options say; fails only where the file cannot be opened.
 [[nodiscard]] Result<PointPreview> lookAtPointFile(const QString &file,
                                                    const PointOptions &options,
                                                    const OpenText &open = openTextFile);
+
+/// The same; lines that cannot be read so are a failure.
+[[nodiscard]] Result<PointPreview> previewPointFile(const QString &file,
+                                                    const PointOptions &options,
+                                                    const OpenText &open = openTextFile);
 
 /// Files of points as rasters. Each file whose points lie on a grid becomes that grid;
 /// all others become one surface of triangles. Later ones lie on earlier ones.

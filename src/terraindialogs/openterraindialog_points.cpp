@@ -81,8 +81,8 @@ QString OpenTerrainDialog::columnsFault() const
 {
     return columnsIn(lineEditColumns->text()) ? QString()
                                               : tr("The columns of x, y and the height "
-                                                   "are three numbers from 1, such as "
-                                                   "1,2,3.");
+                                                   "are three different numbers from "
+                                                   "1, such as 1,2,3.");
 }
 
 PointOptions OpenTerrainDialog::pointOptions() const
@@ -110,10 +110,14 @@ void OpenTerrainDialog::showPoints(const PointFileHead &head)
     const auto plain = [](QString text) {
         return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
     };
-    labelPointHead->setText(
-        preview.fault.isEmpty()
-            ? tr("Fir&st lines of \"%1\":").arg(plain(QFileInfo(head.file).fileName()))
-            : plain(preview.fault));
+    const QString name = plain(QFileInfo(head.file).fileName());
+    const QString lines =
+        listWidgetFiles->count() > 1
+            ? tr("Fir&st lines of \"%1\"; other files are read as the same choices "
+                 "make of them:")
+            : tr("Fir&st lines of \"%1\":");
+    labelPointHead->setText(preview.fault.isEmpty() ? lines.arg(name)
+                                                    : plain(preview.fault));
     // What has been chosen is no find.
     if (comboBoxSeparator->currentIndex() == 0)
         setFound(comboBoxSeparator, Separators, format.separator);

@@ -9,7 +9,7 @@ Result<PointPreview> previewOf(QByteArray text, const PointOptions &options = {}
 {
     QBuffer device(&text);
     (void)device.open(QIODevice::ReadOnly);
-    return previewPoints(device, QStringLiteral("\"p.txt\""), options);
+    return orFault(lookAtPoints(device, QStringLiteral("\"p.txt\""), options));
 }
 
 } // namespace
@@ -147,6 +147,12 @@ private slots:
         look = lookAtPoints(device, QStringLiteral("\"p.txt\""), options);
         QCOMPARE(look.fault, QString("\"p.txt\" has 3 columns; there is no column 7."));
         QCOMPARE(look.rows.at(0), (QStringList{"1", "2", "3"}));
+        QVERIFY(device.seek(0));
+        options.columns = {1, 1, 3};
+        look = lookAtPoints(device, QStringLiteral("\"p.txt\""), options);
+        QCOMPARE(look.fault,
+                 QString("The columns of x, y and the height of \"p.txt\" are "
+                         "three different ones."));
         QVERIFY(device.seek(0));
         look = lookAtPoints(device, QStringLiteral("\"p.txt\""), {});
         QCOMPARE(look.fault, QString());

@@ -197,6 +197,18 @@ private slots:
         QVERIFY(dialog.request().points == PointOptions());
     }
 
+    void theFileWhoseLinesAreShownIsNamed()
+    {
+        const QString first = written("first.txt", "1 2 3\n4 5 6\n");
+        const QString second = written("second.txt", "7 8 9\n1 2 3\n");
+        OpenTerrainDialog dialog(madeUp());
+        dialog.setFiles({first, second});
+        QTRY_COMPARE(find<QTableWidget>(dialog, "tableWidgetPoints")->rowCount(), 2);
+        const QString told = find<QLabel>(dialog, "labelPointHead")->text();
+        QVERIFY2(told.contains("\"first.txt\"") && told.contains("other files"),
+                 qPrintable(told));
+    }
+
     void aWrongChoiceIsShownAndCanBeTakenBack()
     {
         const QString file = written("points.csv", "x;y;z\n1;2;3\n4;5;6\n");
@@ -254,7 +266,8 @@ private slots:
         for (const char *const wrong : {"1,2", "1,1,2", "x", "0,1,2"}) {
             columns->setText(wrong);
             QTest::keyClick(columns, Qt::Key_Return);
-            QTRY_VERIFY2(dialog.failure().contains("three numbers from 1"), wrong);
+            QTRY_VERIFY2(dialog.failure().contains("three different numbers from 1"),
+                         wrong);
             QVERIFY(!ok->isEnabled());
         }
         columns->setText("1,2,5");
