@@ -45,6 +45,21 @@ Value chosen(const Arguments &arguments, const QString &name,
     return of.begin()->second;
 }
 
+// The parts that are wanted, where they are named.
+std::optional<Extent> rectOf(const Arguments &arguments)
+{
+    const QList<double> n = arguments.numbers("rect");
+    return n.size() == 4 ? std::optional(Extent{n[0], n[1], n[2], n[3]}) : std::nullopt;
+}
+
+std::optional<QRect> cellsRectOf(const Arguments &arguments)
+{
+    const QList<double> n = arguments.numbers("cells");
+    return n.size() == 4
+               ? std::optional(QRect(int(n[0]), int(n[1]), int(n[2]), int(n[3])))
+               : std::nullopt;
+}
+
 QString complaintOfSun(const Arguments &arguments)
 {
     const QList<double> sun = arguments.numbers("sun");
@@ -254,10 +269,8 @@ PointOptions pointsOf(const Arguments &arguments)
 GridRequest gridOf(const Arguments &arguments)
 {
     GridRequest grid;
-    if (const QList<double> n = arguments.numbers("rect"); n.size() == 4)
-        grid.rect = Extent{n[0], n[1], n[2], n[3]};
-    if (const QList<double> n = arguments.numbers("cells"); n.size() == 4)
-        grid.cells = QRect(int(n[0]), int(n[1]), int(n[2]), int(n[3]));
+    grid.rect = rectOf(arguments);
+    grid.cells = cellsRectOf(arguments);
     if (arguments.has("size"))
         grid.size = arguments.size("size");
     grid.crs = arguments.text("crs");
@@ -292,7 +305,7 @@ std::optional<double> fillOf(const Arguments &arguments)
 
 QString complaintOfPoints(const Arguments &arguments)
 {
-    QList<double> columns = arguments.numbers("columns");
+    const QList<double> columns = arguments.numbers("columns");
     const bool repeats =
         columns.size() == 3 && (columns[0] == columns[1] || columns[0] == columns[2] ||
                                 columns[1] == columns[2]);
@@ -309,14 +322,13 @@ QString complaintOfOpen(const Arguments &arguments)
         return QStringLiteral("--fill takes a number of cells from 0 or \"none\", not "
                               "\"%1\".")
             .arg(fill);
-    if (const QList<double> n = arguments.numbers("rect");
-        n.size() == 4 && !(n[0] < n[2] && n[1] < n[3]))
+    if (const auto rect = rectOf(arguments);
+        rect && !(rect->west < rect->east && rect->south < rect->north))
         return QStringLiteral(
                    "--rect takes a west end below its east one and a south end "
                    "below its north one, not \"%1\".")
             .arg(arguments.text("rect"));
-    if (const QList<double> n = arguments.numbers("cells");
-        n.size() == 4 && !(n[2] >= 1.0 && n[3] >= 1.0))
+    if (const auto cells = cellsRectOf(arguments); cells && cells->isEmpty())
         return QStringLiteral(
                    "--cells takes at least one column and one row, not \"%1\".")
             .arg(arguments.text("cells"));
