@@ -2,6 +2,7 @@
 
 #include "geodata/crs.h"
 #include "geodata/mosaic.h"
+#include "geodata/netcdfhead.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -163,13 +164,16 @@ bool isCutOff(GDALDatasetH file)
     VSILFILE *const bytes = names.empty() ? nullptr : VSIFOpenL(names[0], "rb");
     if (!bytes)
         return false;
-    QByteArray magic(3, '\0');
-    magic.resize(qsizetype(VSIFReadL(magic.data(), 1, std::size_t(magic.size()), bytes)));
+    constexpr qsizetype MostOfHead = 1 << 20;
+    QByteArray head(MostOfHead, '\0');
+    head.resize(qsizetype(VSIFReadL(head.data(), 1, std::size_t(head.size()), bytes)));
     VSIFSeekL(bytes, 0, SEEK_END);
     const auto length = qint64(VSIFTellL(bytes));
     VSIFCloseL(bytes);
-    const bool isPlain = driver == "ENVI" ? !magic.startsWith("\x1f\x8b") // gzip
-                                          : magic == "CDF";
+    if (const auto told = lengthOfNetCdf(head); driver == "netCDF" && told)
+        return length < *told;
+    const bool isPlain = driver == "ENVI" ? !head.startsWith("\x1f\x8b") // gzip
+                                          : head.startsWith("CDF");
     const GDALDataType type = GDALGetRasterDataType(GDALGetRasterBand(file, 1));
     const qint64 needed = qint64(GDALGetRasterXSize(file)) * GDALGetRasterYSize(file) *
                           GDALGetDataTypeSizeBytes(type);

@@ -104,6 +104,35 @@ void writeFrameSeeds()
     write(3, "ppm", "P6 # a comment\n3 2\n255\n" + std::string(3 * 2 * 3, 'p'));
 }
 
+// Heads of 5 by 4 heights, one variable with an attribute, and one along records.
+void writeNetCdfSeeds()
+{
+    const auto write = [](char version) {
+        const std::size_t countBytes = version == 5 ? 8 : 4;
+        const std::size_t placeBytes = version == 1 ? 4 : 8;
+        const auto number = [](int value, std::size_t bytes) {
+            return std::string(bytes - 1, '\0') + static_cast<char>(value);
+        };
+        const auto word = [&](int value) { return number(value, 4); };
+        const auto count = [&](int value) { return number(value, countBytes); };
+        const std::string x = count(1) + std::string("x\0\0\0", 4);
+        const std::string y = count(1) + std::string("y\0\0\0", 4);
+        const std::string attribute =
+            word(12) + count(1) + x + word(2) + count(3) + std::string("abc\0", 4);
+        const std::string dimensions =
+            word(10) + count(3) + x + count(5) + y + count(4) + x + count(0);
+        const std::string heights = x + count(2) + count(1) + count(0) + attribute +
+                                    word(3) + count(40) + number(200, placeBytes);
+        const std::string times = y + count(1) + count(2) + word(0) + count(0) + word(6) +
+                                  count(8) + number(240, placeBytes);
+        writeSeed("fuzz_netcdf", std::string("version_") + char('0' + version),
+                  std::string("CDF") + version + count(1) + dimensions + attribute +
+                      word(11) + count(2) + heights + times);
+    };
+    for (const char version : {'\1', '\2', '\5'})
+        write(version);
+}
+
 void writeMeshSeeds()
 {
     std::string grid = "x y z\n";
@@ -189,6 +218,7 @@ int main(int argc, char **argv)
     writeIso8211Seeds();
     writeTgaSeeds();
     writeFrameSeeds();
+    writeNetCdfSeeds();
     writeMeshSeeds();
     writeUsgsSeed();
     writeOtherSeeds();
