@@ -47,6 +47,16 @@ GeoFile large(bool hasOverviews)
 
 GeoFile largePlain() { return large(false); }
 
+// As most programs write it: rows one behind the other.
+GeoFile largeStrips()
+{
+    GeoFile file = withName(QStringLiteral("strips.tif"));
+    file.size = {10000, 10000};
+    file.type = GDT_Int16;
+    file.noData = -32768.0;
+    return file;
+}
+
 GeoFile largeWithOverviews() { return large(true); }
 
 // The file, written where that has not been done.
@@ -112,6 +122,23 @@ void overview(benchmark::State &state, MakeFile make)
     }
 }
 
+// From the file's name to the first rows of its map.
+void firstRows(benchmark::State &state, MakeFile make)
+{
+    const QString name = ready(make());
+    for (auto _ : state) {
+        bool hasRows = false;
+        const auto seen =
+            opened(name)->overview({1000, 1000}, [&](const Heights &, int, int until) {
+                hasRows = until > 0;
+                return !hasRows;
+            });
+        benchmark::DoNotOptimize(seen.has_value());
+        if (!hasRows)
+            state.SkipWithError("There were no rows.");
+    }
+}
+
 void overviewByGdal(benchmark::State &state, MakeFile make)
 {
     const QString name = ready(make());
@@ -160,6 +187,12 @@ PAIR(heights, projected);
 PAIR(heights, geographic);
 PAIR(overview, largePlain);
 PAIR(overview, largeWithOverviews);
+BENCHMARK_CAPTURE(firstRows, largePlain, largePlain)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(firstRows, largeStrips, largeStrips)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(scan, projected, projected)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
