@@ -3,6 +3,7 @@
 #include "base/notices.h"
 #include "run/framefiles.h"
 #include "run/framememory.h"
+#include "run/framescale.h"
 #include "scene/scenerydata.h"
 
 #include <QTest>
@@ -115,9 +116,18 @@ void TestFrameFiles::sizesAreThoseOfTheFiles()
     data.AusBreite = 641;
     data.AusHoehe = 480;
     data.GenauRechnen = quality;
-    QCOMPARE(frameFileSize(data, preview), size);
-    QTEST(isFrameHalved(data, preview), "halved");
-    QTEST(frameFactor(data, preview), "factor");
+    const FrameScale scale = frameScale(data, preview);
+    QCOMPARE(scale.file, size);
+    QTEST(scale.halved, "halved");
+    QTEST(scale.factor, "factor");
+    QCOMPARE(scale.target, scale.halved ? size * 2 : size);
+    // The largest of the shape of 641 by 480 in a square.
+    const FrameScale within = frameScaleWithin(data, {100, 100});
+    QCOMPARE(within.file, QSize(100, 74));
+    QCOMPARE(within.halved, quality == 2);
+    QCOMPARE(within.target, within.halved ? QSize(200, 148) : within.file);
+    QCOMPARE(within.factor, within.target.width() / 641.0);
+    QCOMPARE(frameScaleWithin(data, {1, 1}).file, QSize(1, 1));
 }
 
 void TestFrameFiles::copiesCountAsMemory_data()
