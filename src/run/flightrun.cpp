@@ -18,7 +18,6 @@
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <future>
 #include <new>
 #include <utility>
 
@@ -68,21 +67,16 @@ Result<void> FlightRun::setUpAndFly()
     Transformation view(nullptr, lightOf(data), m_scale.target.width(),
                         m_scale.target.height());
 
-    // Both files are decoded side by side where more than one core may be taken.
-    const QString heights = findInputFile(data.HDateiname, m_options.folder);
-    std::future<ElevationImage> decoded = std::async(
-        m_options.threads == 1 ? std::launch::deferred : std::launch::async, [&] {
-            return ElevationImage(heights, data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
-        });
     TextureImage texture(findInputFile(data.TDateiname, m_options.folder), nullptr);
     if (texture.isNull())
         return failed(text("Could not open texture file \"%1\"").arg(data.TDateiname));
     texture.setBackgroundColor(data.Hintergrund);
     view.SetzeTexturDatei(&texture);
 
+    const QString heights = findInputFile(data.HDateiname, m_options.folder);
     if (const QString told = otherHeightsNotice(heights); !told.isEmpty())
         tellNotice(told, NoticeStay::UntilNextWork);
-    const ElevationImage elevation = decoded.get();
+    ElevationImage elevation(heights, data.HDateiSkalaX, data.HDateiSkalaY, nullptr);
     if (elevation.isNull())
         return failed(text("Could not open elevation file \"%1\"").arg(data.HDateiname));
 
