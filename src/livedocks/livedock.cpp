@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -28,7 +29,8 @@ constexpr double MostClearance = 100000.0;
 LiveDock::LiveDock(QWidget *parent)
     : QDockWidget(tr("Live View"), parent), m_view(new LiveView(this)),
       m_session(std::make_unique<LiveSession>(*m_view)),
-      m_marking(new BackgroundWork(this)), m_rendering(new BackgroundWork(this))
+      m_marking(new BackgroundWork(this)), m_rendering(new BackgroundWork(this)),
+      m_lookForFiles(new QTimer(this))
 {
     setObjectName(QStringLiteral("liveViewDock"));
     auto *const content = new QWidget(this);
@@ -66,8 +68,13 @@ void LiveDock::setScenery(SceneryMdiChild *scenery) { m_session->setScenery(scen
 
 bool LiveDock::event(QEvent *event)
 {
-    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
-        m_session->setAwake(event->type() == QEvent::Show);
+    if (event->type() == QEvent::Show) {
+        m_session->setAwake(true);
+        m_lookForFiles->start();
+    } else if (event->type() == QEvent::Hide) {
+        m_session->setAwake(false);
+        m_lookForFiles->stop();
+    }
     return QDockWidget::event(event);
 }
 

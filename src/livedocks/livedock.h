@@ -1,6 +1,7 @@
 #pragma once
 
 #include "livedocks/timeline.h"
+#include "scene/scenerydocument.h"
 
 #include <QDockWidget>
 
@@ -17,6 +18,8 @@ class QDoubleSpinBox;
 class QGridLayout;
 class QLabel;
 class QPushButton;
+class QTimer;
+class QTimer;
 class SceneryMdiChild;
 
 /// The dock with the live view, its timeline and its buttons.
@@ -48,7 +51,7 @@ private:
     void connectFlying();
     void connectButtons();
     void updateState();
-    void updateMarks();
+    void updateMarks(bool always = false);
     void showPlace(std::optional<double> groundHeight);
     void savePicture();
     void copyPicture();
@@ -71,5 +74,6 @@ private:
     QPushButton *m_render = nullptr;
     BackgroundWork *m_marking = nullptr;   // looks which files are there
     BackgroundWork *m_rendering = nullptr; // one frame
-    Timeline::Marks m_marks;               // that were found last
+    QTimer *m_lookForFiles = nullptr;      // while the dock is shown
+    SceneryDocument m_marked;              // whose marks are shown, or looked for
 };

@@ -22,14 +22,17 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPushButton>
+#include <QTimer>
 
 #include <limits>
 #include <memory>
 
 namespace {
 
+constexpr int LookForFilesEach = 2000; // milliseconds
+
 // Where the flight comes nearest to each of its control points.
-std::vector<double> framesOfPoints(const SceneryDocument &document)
+std::vector<double> framesOfPoints(const SceneryDocument &document, Progress &progress)
 {
     std::vector<double> frames;
     if (document.parameters.isStraight || !checkFlight(document))
@@ -40,6 +43,8 @@ std::vector<double> framesOfPoints(const SceneryDocument &document)
     for (int frame = 0; frame < all; ++frame)
         places[frame] = flight.camera(frame).position;
     for (const ControlPoint &point : document.controlPoints) {
+        if (!progress.step(qint64(frames.size()), document.controlPoints.size()))
+            return {};
         double nearest = std::numeric_limits<double>::max();
         int at = 0;
         for (int frame = 0; frame < all; ++frame) {
@@ -60,7 +65,7 @@ Timeline::Marks marksOf(const SceneryDocument &document, Progress &progress)
     Timeline::Marks marks;
     marks.from = data.StartbildNr;
     marks.to = data.EndbildNr;
-    marks.points = framesOfPoints(document);
+    marks.points = framesOfPoints(document, progress);
     for (int frame = 0; frame < data.Bildanzahl; ++frame) {
         if (frame % 64 == 0 && !progress.step(frame, data.Bildanzahl))
             break;
@@ -113,6 +118,11 @@ void LiveDock::connectTimeline()
     connect(m_timeline, &QSlider::sliderReleased, this,
             [this] { m_session->setFrame(m_timeline->value()); });
     connect(m_play, &QPushButton::toggled, m_session.get(), &LiveSession::play);
+    m_lookForFiles->setInterval(LookForFilesEach);
+    connect(m_lookForFiles, &QTimer::timeout, this, [this] {
+        if (!m_session->isPlaying() && !m_marking->isOn())
+            updateMarks(true);
+    });
     connect(m_loop, &QCheckBox::toggled, m_session.get(), &LiveSession::setLoop);
     connect(m_framesPerSecond, &QComboBox::activated, this, [this] {
         m_session->setFramesPerSecond(m_framesPerSecond->currentData().toInt());
@@ -149,15 +159,19 @@ void LiveDock::connectButtons()
     on(m_render, [this] { renderFrame(); });
 }
 
-void LiveDock::updateMarks()
+// Looked for anew where the scenery has changed, and now and then for files that came.
+void LiveDock::updateMarks(bool always)
 {
-    const auto found = std::make_shared<Timeline::Marks>();
     const SceneryDocument document = m_session->document();
+    if (!always && document == m_marked)
+        return;
+    m_marked = document;
     if (!m_session->scenery()) {
         m_marking->stop();
         m_timeline->setMarks({});
         return;
     }
+    const auto found = std::make_shared<Timeline::Marks>();
     m_marking->begin(
         [found, document](Progress &progress) { *found = marksOf(document, progress); },
         [this, found] { m_timeline->setMarks(*found); });

@@ -74,37 +74,59 @@ QSizeF MapDock::findWorld() const
             elevation.height() * shown.HDateiSkalaY};
 }
 
+// What changes with the scenery alone: while the camera flies it is not made anew.
+void MapDock::takeDocument()
+{
+    const SceneryDocument document = m_session.document();
+    const QString folder =
+        m_session.scenery() ? m_session.scenery()->delegate().folder() : QString();
+    if (document == m_document && folder == m_folder && !m_content.world.isEmpty())
+        return;
+    m_document = document;
+    m_folder = folder;
+    m_content = {};
+    m_content.world = findWorld();
+    if (m_content.world.isEmpty())
+        return;
+    m_content.path = pathOf(document);
+    if (!document.parameters.isStraight)
+        for (const ControlPoint &point : document.controlPoints)
+            m_content.points.append(QPointF(point.x, point.y));
+}
+
+void MapDock::takeCamera()
+{
+    const SceneryData &shown = m_document.parameters;
+    const ViewCamera camera = m_session.present();
+    m_content.camera = camera;
+    const double focal = std::max(camera.focal, 0.01);
+    m_content.halfAngle = std::atan(shown.AusBreite / 2.0 / focal) * 180 / Pi;
+    // Over level ground at height 0, as far as the map at most.
+    const double half = std::atan(shown.AusHoehe / 2.0 / focal);
+    const double pitch = camera.pitch / 180 * Pi;
+    const double most = std::hypot(m_content.world.width(), m_content.world.height());
+    const auto reach = [&](double down) {
+        if (down <= 0.0)
+            return most;
+        if (down >= Pi / 2)
+            return 0.0;
+        return std::clamp(camera.z / std::tan(down), 0.0, most);
+    };
+    m_content.nearest = reach(-pitch + half);
+    m_content.farthest = reach(-pitch - half);
+}
+
 void MapDock::showContent()
 {
     if (!isVisible())
         return;
-    MapView::Content content;
-    content.world = findWorld();
-    if (!content.world.isEmpty()) {
-        const SceneryDocument document = m_session.document();
-        const SceneryData &shown = document.parameters;
-        content.path = pathOf(document);
-        if (!shown.isStraight)
-            for (const ControlPoint &point : document.controlPoints)
-                content.points.append(QPointF(point.x, point.y));
-        content.camera = m_session.present();
-        const double focal = std::max(content.camera.focal, 0.01);
-        content.halfAngle = std::atan(shown.AusBreite / 2.0 / focal) * 180 / Pi;
-        // Over level ground at height 0, as far as the map at most.
-        const double half = std::atan(shown.AusHoehe / 2.0 / focal);
-        const double pitch = content.camera.pitch / 180 * Pi;
-        const double most = std::hypot(content.world.width(), content.world.height());
-        const auto reach = [&](double down) {
-            if (down <= 0.0)
-                return most;
-            if (down >= Pi / 2)
-                return 0.0;
-            return std::clamp(content.camera.z / std::tan(down), 0.0, most);
-        };
-        content.nearest = reach(-pitch + half);
-        content.farthest = reach(-pitch - half);
-    }
-    m_view->setContent(content);
+    if (m_session.scenery())
+        takeDocument();
+    else
+        m_content = {};
+    if (!m_content.world.isEmpty())
+        takeCamera();
+    m_view->setContent(m_content);
     showGround();
 }
 
