@@ -134,7 +134,7 @@ check_coverage() {
 # workers, and what they do to terrain.
 threaded_tests=(test_workerpool test_wholefile test_pngwriter
                 test_shading test_horizonlines test_groundtexture test_elevationpicture)
-threaded_folders=(render run)
+threaded_folders=(live render run)
 check_threads() {
     with_compiler lld
     local targets=("${threaded_folders[@]/#/tests/}")
@@ -182,12 +182,12 @@ changed_sources() {
         ':!tests/fuzz/fuzz_*'
 }
 
-# A change of every source would take an hour: what five minutes do not reach is left to
+# A change of every source would take an hour: what three minutes do not reach is left to
 # tidy-all.
 check_tidy() {
     local files
     mapfile -t files < <(changed_sources)
-    [ ${#files[@]} -eq 0 ] || tidy_sources "${CHECK_TIDY_SECONDS:-300}" "${files[@]}"
+    [ ${#files[@]} -eq 0 ] || tidy_sources "${CHECK_TIDY_SECONDS:-180}" "${files[@]}"
 }
 
 check_tidy_all() {
