@@ -85,14 +85,14 @@ QWidget *LiveDock::makeTimeline()
     auto *const box = new QWidget;
     auto *const row = new QHBoxLayout(box);
     row->setContentsMargins({});
-    m_play = new QPushButton(tr("&Play"));
+    m_play = new QPushButton(tr("Play"));
     m_play->setObjectName(QStringLiteral("pushButtonPlay"));
     m_play->setCheckable(true);
     m_play->setWhatsThis(
         tr("To play the flight in real time. Frames that come too late are "
            "passed over. Click again to stop."));
     m_timeline = new Timeline;
-    m_loop = new QCheckBox(tr("&Loop"));
+    m_loop = new QCheckBox(tr("Loop"));
     m_loop->setObjectName(QStringLiteral("checkBoxLoop"));
     m_loop->setWhatsThis(
         tr("To begin anew at the end of the flight while it is played."));
@@ -121,7 +121,7 @@ QWidget *LiveDock::makeFlying()
     auto *const box = new QWidget;
     auto *const row = new QHBoxLayout(box);
     row->setContentsMargins({});
-    m_holdGround = new QCheckBox(tr("&Hold above ground:"));
+    m_holdGround = new QCheckBox(tr("Hold above ground:"));
     m_holdGround->setObjectName(QStringLiteral("checkBoxHoldGround"));
     m_holdGround->setWhatsThis(
         tr("To keep a camera that is flown at this height above the ground."));
@@ -132,7 +132,7 @@ QWidget *LiveDock::makeFlying()
     m_clearance->setAccessibleName(tr("Height above ground"));
     m_clearance->setWhatsThis(tr("The height above the ground that is held, in world "
                                  "units."));
-    auto *const label = new QLabel(tr("&Speed:"));
+    auto *const label = new QLabel(tr("Speed:"));
     m_speed = new DecimalSpinBox;
     m_speed->setObjectName(QStringLiteral("doubleSpinBoxSpeed"));
     m_speed->setRange(Flyer::LeastSpeed, Flyer::MostSpeed);
@@ -166,33 +166,33 @@ QWidget *LiveDock::makeButtons()
     auto *const box = new QWidget;
     auto *const grid = new QGridLayout(box);
     grid->setContentsMargins({});
-    m_setFirst = addButton(grid, "pushButtonSetFirst", tr("Set &First"),
+    m_setFirst = addButton(grid, "pushButtonSetFirst", tr("Set First"),
                            tr("To make the camera that is shown the camera of the first "
                               "frame. Off on a curved flight."));
-    m_setLast = addButton(grid, "pushButtonSetLast", tr("Set L&ast"),
+    m_setLast = addButton(grid, "pushButtonSetLast", tr("Set Last"),
                           tr("To make the camera that is shown the camera of the last "
                              "frame. Off on a curved flight."));
     m_addPoint =
-        addButton(grid, "pushButtonAddControlPoint", tr("&Add Control Point Here"),
+        addButton(grid, "pushButtonAddControlPoint", tr("Add Control Point Here"),
                   tr("To add a control point where the camera is, at the end of "
                      "the path. Off on a straight flight."));
-    m_lookFirst = addButton(grid, "pushButtonLookFromFirst", tr("Look From F&irst"),
+    m_lookFirst = addButton(grid, "pushButtonLookFromFirst", tr("Look From First"),
                             tr("To go to the first frame and its camera."));
-    m_lookLast = addButton(grid, "pushButtonLookFromLast", tr("Look From Las&t"),
+    m_lookLast = addButton(grid, "pushButtonLookFromLast", tr("Look From Last"),
                            tr("To go to the last frame and its camera."));
     m_reposition =
-        addButton(grid, "pushButtonReposition", tr("R&eposition"),
+        addButton(grid, "pushButtonReposition", tr("Reposition"),
                   tr("To fly to the standard place: south of the terrain, in "
                      "its middle, looking north and down. The scenery stays as "
                      "it is."));
-    m_fill = addButton(grid, "pushButtonFillPicture", tr("Fill Pict&ure"),
+    m_fill = addButton(grid, "pushButtonFillPicture", tr("Fill Picture"),
                        tr("To come nearer and, where sky is left, to look down, until no "
                           "background is seen. The scenery stays as it is."));
-    m_save = addButton(grid, "pushButtonSavePicture", tr("Sa&ve Picture..."),
+    m_save = addButton(grid, "pushButtonSavePicture", tr("Save Picture..."),
                        tr("To save the picture that is shown to a file."));
-    m_copy = addButton(grid, "pushButtonCopyPicture", tr("&Copy"),
+    m_copy = addButton(grid, "pushButtonCopyPicture", tr("Copy"),
                        tr("To copy the picture that is shown to the clipboard."));
-    m_render = addButton(grid, "pushButtonRenderFrame", tr("&Render This Frame"),
+    m_render = addButton(grid, "pushButtonRenderFrame", tr("Render This Frame"),
                          tr("To draw the frame of the timeline at the scenery's size and "
                             "write its files, under the names and in the formats of the "
                             "scenery. From and To stay as they are."));
