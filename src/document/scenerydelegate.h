@@ -137,6 +137,8 @@ public slots:
 signals:
     /// Something of the document may be another than before.
     void changed();
+    /// A run has begun or ended.
+    void runningChanged();
     /// The extras are others, by an edit or by a reading.
     void extrasChanged();
     void frameStarted(int frame);

@@ -24,9 +24,11 @@ bool SceneryDelegate::run(ImageMdiChild *target, bool preview)
     const auto end = qScopeGuard([this] {
         runInHand = nullptr;
         runWindow = nullptr;
+        emit runningChanged();
     });
     runInHand = &run;
     runWindow = &window;
+    emit runningChanged();
     const Result<void> result = run.run();
     failureTold = window.toldFailure();
     if (result || result.error().stopped) // which is a success

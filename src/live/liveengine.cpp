@@ -101,7 +101,7 @@ void LiveEngine::work()
         if (!wanted)
             continue;
         answer(*wanted, m_lastNumber);
-        m_last = std::move(wanted);
+        m_last = wanted->view.isEmpty() ? std::nullopt : std::move(wanted);
     }
 }
 
@@ -122,13 +122,18 @@ void LiveEngine::answer(const LiveRequest &wanted, quint64 number)
     LivePicture picture;
     picture.request = number;
     picture.frame = wanted.frame;
-    if (wanted.view.isEmpty())
+    if (wanted.view.isEmpty()) { // nothing is shown: its files are let go
+        m_inputs = {};
         return;
+    }
     try {
         LiveFrame frame(wanted, m_inputs);
+        m_threads = wanted.besideRun ? 1 : 0;
         if (wanted.fill) {
-            Interruption interruption(m_ending);
-            frame.settle(*m_sweep, interruption);
+            Interruption interruption(m_interrupted);
+            frame.settle(*m_sweep, m_threads, interruption);
+            if (m_interrupted)
+                return;
         }
         picture.message = frame.message();
         picture.camera = frame.camera();
@@ -141,7 +146,6 @@ void LiveEngine::answer(const LiveRequest &wanted, quint64 number)
         const double seconds = wanted.besideRun ? SecondsBesideARun : SecondsWhileMoving;
         const LiveLevel &level =
             m_levels.within(seconds, frame.fullSize(), frame.fullMesh());
-        m_threads = wanted.besideRun ? 1 : 0;
         if (!drawLevel(frame, &level, true, picture))
             return;
         const bool isFinal =

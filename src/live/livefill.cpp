@@ -42,24 +42,23 @@ Seen lookFor(const QImage &image)
 
 } // namespace
 
-void LiveFrame::settle(TerrainSweep &sweep, Progress &progress)
+void LiveFrame::settle(TerrainSweep &sweep, int threads, Progress &progress)
 {
     if (!m_request.fill || !m_request.camera || !canBeDrawn())
         return;
-    fillPicture(sweep, progress);
+    fillPicture(sweep, threads, progress);
     m_request.camera = Flyer::onSteps(*m_request.camera);
     m_camera = *m_request.camera;
 }
 
-void LiveFrame::fillPicture(TerrainSweep &sweep, Progress &progress)
+void LiveFrame::fillPicture(TerrainSweep &sweep, int threads, Progress &progress)
 {
     SceneryData &data = m_request.document.parameters;
     const SceneryData before = data;
     data.HintergrundVerwenden = true;
     data.Hintergrund = NoGround;
     const std::shared_ptr<TextureImage> texture = std::move(m_texture);
-    m_texture = whiteTexture(texture->width(), texture->height());
-    m_texture->setBackgroundColor(NoGround);
+    m_texture = whiteTexture(texture->width(), texture->height(), NoGround);
     const double middleX = 0.5 * m_elevation->width() * data.HDateiSkalaX;
     const double middleY = 0.5 * m_elevation->height() * data.HDateiSkalaY;
     const double least = LeastHeight * 2 *
@@ -67,7 +66,7 @@ void LiveFrame::fillPicture(TerrainSweep &sweep, Progress &progress)
                                   middleY / std::max(data.AusAuflY, 1));
     ViewCamera &camera = *m_request.camera;
     for (int step = 0; step < MostSteps && progress.step(step, MostSteps); ++step) {
-        const QImage image = draw(sweep, &Glance, 0, progress);
+        const QImage image = draw(sweep, &Glance, threads, progress);
         if (image.isNull())
             break;
         const Seen seen = lookFor(image);

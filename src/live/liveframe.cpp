@@ -21,7 +21,7 @@ namespace {
 
 // A white texture larger than this, in pixels, is one white pixel instead: nobody would
 // see its end.
-constexpr double LargestWhite = 1 << 28;
+constexpr double LargestWhite = 1 << 24;
 
 QString text(const char *source)
 {
@@ -49,13 +49,14 @@ SceneryDocument flownFrom(const SceneryDocument &document, const ViewCamera &cam
 
 } // namespace
 
-std::shared_ptr<TextureImage> whiteTexture(double width, double height)
+std::shared_ptr<TextureImage> whiteTexture(double width, double height, QRgb around)
 {
     const bool fits = width * height <= LargestWhite;
     auto white = std::make_shared<TextureImage>(
         fits ? std::max(static_cast<int>(width), 1) : 1,
         fits ? std::max(static_cast<int>(height), 1) : 1, QImage::Format_Grayscale8);
     white->fill(Qt::white);
+    white->setBackgroundColor(fits ? around : qRgb(255, 255, 255));
     return white;
 }
 
@@ -97,16 +98,18 @@ void LiveFrame::findFiles(InputCache &inputs)
     }
     m_elevation->setScales(data.HDateiSkalaX, data.HDateiSkalaY);
     m_texture = inputs.texture(files.texture);
-    if (!m_texture) {
+    if (m_texture) {
+        m_texture->setBackgroundColor(data.Hintergrund);
+    } else {
         m_message =
             data.TDateiname.isEmpty()
                 ? text("The scenery names no texture file: the ground is white.")
                 : text("The texture file \"%1\" cannot be read: the ground is white.")
                       .arg(data.TDateiname);
-        m_texture = whiteTexture(m_elevation->width() * data.HDateiSkalaX,
-                                 m_elevation->height() * data.HDateiSkalaY);
+        m_texture =
+            whiteTexture(m_elevation->width() * data.HDateiSkalaX,
+                         m_elevation->height() * data.HDateiSkalaY, data.Hintergrund);
     }
-    m_texture->setBackgroundColor(data.Hintergrund);
 }
 
 void LiveFrame::findCamera()
@@ -184,9 +187,10 @@ QImage LiveFrame::draw(TerrainSweep &sweep, const LiveLevel *level, int threads,
     FrameScale scale = frameScaleWithin(data, m_request.view);
     if (level) {
         const QSize full = scale.file;
-        scale.target = QSizeF(full.width() * level->size, full.height() * level->size)
-                           .toSize()
-                           .expandedTo({1, 1});
+        const auto share = [level](int side) {
+            return static_cast<int>(std::ceil(side * level->size));
+        };
+        scale.target = {share(full.width()), share(full.height())};
         scale.factor = double(scale.target.width()) / data.AusBreite;
         scale.halved = false;
     }

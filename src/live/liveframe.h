@@ -9,8 +9,9 @@ class Progress;
 class TerrainSweep;
 class TextureImage;
 
-/// A white texture of so many pixels.
-[[nodiscard]] std::shared_ptr<TextureImage> whiteTexture(double width, double height);
+/// A white texture of so many pixels; of one, white all around, where they are too many.
+[[nodiscard]] std::shared_ptr<TextureImage> whiteTexture(double width, double height,
+                                                         QRgb around);
 
 /// The files of a request's elevations and texture as they are found now; empty names
 /// where the scenery names none.
@@ -34,7 +35,7 @@ public:
     [[nodiscard]] const ViewCamera &camera() const { return m_camera; }
     [[nodiscard]] std::optional<double> groundHeight() const;
     /// Settles the camera of a request that is to fill the picture.
-    void settle(TerrainSweep &sweep, Progress &progress);
+    void settle(TerrainSweep &sweep, int threads, Progress &progress);
 
     /// Sizes of the full picture and its mesh, for LiveLevels.
     [[nodiscard]] QSize fullSize() const;
@@ -48,7 +49,7 @@ private:
     void findCamera();
     void holdGround();
     /// Moves the camera until nothing but ground is seen, or gives up.
-    void fillPicture(TerrainSweep &sweep, Progress &progress);
+    void fillPicture(TerrainSweep &sweep, int threads, Progress &progress);
     [[nodiscard]] double heightAt(double x, double y) const;
     void findFiles(InputCache &inputs);
     [[nodiscard]] FrameCamera cameraScaled(double factor) const;

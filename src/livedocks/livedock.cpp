@@ -166,33 +166,33 @@ QWidget *LiveDock::makeButtons()
     auto *const box = new QWidget;
     auto *const grid = new QGridLayout(box);
     grid->setContentsMargins({});
-    m_setFirst = addButton(grid, "pushButtonSetFirst", tr("Set First"),
+    m_setFirst = addButton(grid, "pushButtonSetFirst", tr("Set first"),
                            tr("To make the camera that is shown the camera of the first "
                               "frame. Off on a curved flight."));
-    m_setLast = addButton(grid, "pushButtonSetLast", tr("Set Last"),
+    m_setLast = addButton(grid, "pushButtonSetLast", tr("Set last"),
                           tr("To make the camera that is shown the camera of the last "
                              "frame. Off on a curved flight."));
     m_addPoint =
-        addButton(grid, "pushButtonAddControlPoint", tr("Add Control Point Here"),
+        addButton(grid, "pushButtonAddControlPoint", tr("Add control point here"),
                   tr("To add a control point where the camera is, at the end of "
                      "the path. Off on a straight flight."));
-    m_lookFirst = addButton(grid, "pushButtonLookFromFirst", tr("Look From First"),
+    m_lookFirst = addButton(grid, "pushButtonLookFromFirst", tr("Look from first"),
                             tr("To go to the first frame and its camera."));
-    m_lookLast = addButton(grid, "pushButtonLookFromLast", tr("Look From Last"),
+    m_lookLast = addButton(grid, "pushButtonLookFromLast", tr("Look from last"),
                            tr("To go to the last frame and its camera."));
     m_reposition =
         addButton(grid, "pushButtonReposition", tr("Reposition"),
                   tr("To fly to the standard place: south of the terrain, in "
                      "its middle, looking north and down. The scenery stays as "
                      "it is."));
-    m_fill = addButton(grid, "pushButtonFillPicture", tr("Fill Picture"),
+    m_fill = addButton(grid, "pushButtonFillPicture", tr("Fill picture"),
                        tr("To come nearer and, where sky is left, to look down, until no "
                           "background is seen. The scenery stays as it is."));
-    m_save = addButton(grid, "pushButtonSavePicture", tr("Save Picture..."),
+    m_save = addButton(grid, "pushButtonSavePicture", tr("Save this picture..."),
                        tr("To save the picture that is shown to a file."));
     m_copy = addButton(grid, "pushButtonCopyPicture", tr("Copy"),
                        tr("To copy the picture that is shown to the clipboard."));
-    m_render = addButton(grid, "pushButtonRenderFrame", tr("Render This Frame"),
+    m_render = addButton(grid, "pushButtonRenderFrame", tr("Render this frame"),
                          tr("To draw the frame of the timeline at the scenery's size and "
                             "write its files, under the names and in the formats of the "
                             "scenery. From and To stay as they are."));
@@ -227,18 +227,24 @@ void LiveDock::updateState()
                                 .arg(double(frames) / rate, 0, 'f', 1)
                           : QString());
     // The scenery's own rate is in the list, too.
-    const QSignalBlocker rates(m_framesPerSecond);
     m_framesPerSecond->setEnabled(has);
+    if (m_framesPerSecond->currentData().toInt() != rate)
+        listRates(rate);
+    if (!m_session->isPlaying())
+        updateMarks();
+}
+
+void LiveDock::listRates(int own)
+{
+    const QSignalBlocker blocked(m_framesPerSecond);
     m_framesPerSecond->clear();
     std::vector<int> all(FrameRates.begin(), FrameRates.end());
-    if (std::find(all.begin(), all.end(), rate) == all.end())
-        all.push_back(rate);
+    if (std::find(all.begin(), all.end(), own) == all.end())
+        all.push_back(own);
     std::sort(all.begin(), all.end());
     for (const int each : all)
         m_framesPerSecond->addItem(tr("%1 a second").arg(each), each);
-    m_framesPerSecond->setCurrentIndex(m_framesPerSecond->findData(rate));
-    if (!m_session->isPlaying())
-        updateMarks();
+    m_framesPerSecond->setCurrentIndex(m_framesPerSecond->findData(own));
 }
 
 void LiveDock::showPlace(std::optional<double> groundHeight)

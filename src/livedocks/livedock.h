@@ -19,7 +19,6 @@ class QGridLayout;
 class QLabel;
 class QPushButton;
 class QTimer;
-class QTimer;
 class SceneryMdiChild;
 
 /// The dock with the live view, its timeline and its buttons.
@@ -51,6 +50,7 @@ private:
     void connectFlying();
     void connectButtons();
     void updateState();
+    void listRates(int own);
     void updateMarks(bool always = false);
     void showPlace(std::optional<double> groundHeight);
     void savePicture();

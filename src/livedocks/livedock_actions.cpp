@@ -1,6 +1,5 @@
 // What the buttons and fields of the live view's dock do.
 
-#include "base/notices.h"
 #include "document/scenerydelegate.h"
 #include "document/scenerymdichild.h"
 #include "flight/flight.h"

@@ -61,7 +61,7 @@ void LiveSession::connectView()
     connect(&m_view, &LiveView::resized, this, [this] { ask(false); });
     connect(&m_view, &LiveView::keysChanged, this, &LiveSession::keysChanged);
     connect(&m_view, &LiveView::dragged, this, [this](const QPointF &pixels) {
-        if (!m_scenery)
+        if (!m_scenery || m_view.picture().isNull())
             return;
         beginFlying();
         m_flyer.look(pixels, m_view.pictureRect().width(),
@@ -90,40 +90,79 @@ void LiveSession::setScenery(SceneryMdiChild *scenery)
     if (m_scenery == scenery)
         return;
     play(false);
+    keepPlace();
     if (m_scenery) {
-        m_scenery->disconnect(&m_change);
-        m_scenery->delegate().disconnect(&m_change);
+        m_scenery->delegate().disconnect(this);
         for (QWidget *field : m_scenery->findChildren<QWidget *>())
-            field->disconnect(&m_change);
+            field->disconnect(this);
     }
     m_scenery = scenery;
-    m_flown = false;
-    m_frame = 0;
     if (!scenery)
         return leaveScenery();
-    const auto later = qOverload<>(&QTimer::start);
-    SceneryDelegate *const delegate = &scenery->delegate();
-    connect(delegate, &SceneryDelegate::changed, &m_change, later);
-    connect(delegate, &SceneryDelegate::extrasChanged, &m_change, later);
-    connect(scenery, &QObject::destroyed, this, &LiveSession::leaveScenery);
-    for (auto *edit : scenery->findChildren<QLineEdit *>())
-        connect(edit, &QLineEdit::textChanged, &m_change, later);
-    for (auto *button : scenery->findChildren<QAbstractButton *>())
+    m_placeOf = scenery;
+    m_oldest = m_request + 1;
+    if (!m_places.contains(scenery))
+        connect(scenery, &QObject::destroyed, &m_guard, [this, scenery] {
+            if (m_placeOf == scenery)
+                leaveScenery();
+            m_places.remove(scenery);
+        });
+    const Place place = m_places[scenery];
+    m_flown = place.flown.has_value();
+    m_frame = std::clamp(place.frame, 0, frames() - 1);
+    if (place.flown)
+        m_flyer.setCamera(*place.flown);
+    const SceneryDelegate *const delegate = &scenery->delegate();
+    connect(delegate, &SceneryDelegate::changed, this, &LiveSession::noteChange);
+    connect(delegate, &SceneryDelegate::extrasChanged, this, &LiveSession::noteChange);
+    connect(delegate, &SceneryDelegate::runningChanged, this, [this] {
+        emit stateChanged();
+        ask(false);
+    });
+    for (const auto *edit : scenery->findChildren<QLineEdit *>())
+        connect(edit, &QLineEdit::textChanged, this, &LiveSession::noteChange);
+    for (const auto *button : scenery->findChildren<QAbstractButton *>())
         if (button->isCheckable())
-            connect(button, &QAbstractButton::toggled, &m_change, later);
+            connect(button, &QAbstractButton::toggled, this, &LiveSession::noteChange);
     m_known = document();
+    m_changed = false;
     emit stateChanged();
     ask(false);
+}
+
+void LiveSession::keepPlace()
+{
+    if (!m_placeOf)
+        return;
+    m_places[m_placeOf] = {m_frame,
+                           m_flown ? std::optional(m_flyer.camera()) : std::nullopt};
+    m_placeOf = nullptr;
 }
 
 void LiveSession::leaveScenery()
 {
     m_scenery.clear(); // also where it is being destroyed
+    m_placeOf = nullptr;
     play(false);
+    m_flyTimer.stop();
+    m_keys = {};
+    m_flown = false;
+    m_oldest = m_request + 1;
     m_engine.clear();
     m_view.showMessage(tr("There is no scenery to show: open one, or click into its "
                           "window."));
     emit stateChanged();
+}
+
+// Many fields may change at once: what follows waits until they all have.
+void LiveSession::noteChange()
+{
+    if (!m_scenery || document() == m_known)
+        return;
+    m_changed = true;
+    m_view.setStale();
+    m_view.beginInput();
+    m_change.start();
 }
 
 SceneryMdiChild *LiveSession::scenery() const { return m_scenery; }
@@ -172,8 +211,9 @@ void LiveSession::documentChanged()
     if (!m_scenery)
         return;
     const SceneryDocument now = document();
+    m_changed = false;
     if (now == m_known)
-        return;
+        return ask(false);
     if (m_flown && !isSameView(cameraOf(now, m_frame), cameraOf(m_known, m_frame)))
         m_flown = false;
     m_known = now;
@@ -199,7 +239,7 @@ void LiveSession::ask(bool moving, bool fill)
     }
     wanted.fill = fill;
     wanted.view = m_view.deviceSize();
-    wanted.moving = moving || m_playing;
+    wanted.moving = moving || m_playing || m_keys.any();
     wanted.besideRun = isRunning();
     m_view.setStale();
     m_request = m_engine.request(wanted);
@@ -208,13 +248,11 @@ void LiveSession::ask(bool moving, bool fill)
 
 void LiveSession::take(const LivePicture &picture)
 {
-    if (!m_scenery || !m_awake)
+    if (!m_scenery || !m_awake || picture.request < m_oldest)
         return;
     LivePicture shown = picture;
     // Refined is what is final of the present state.
-    shown.refined = shown.refined && picture.request >= m_request;
-    if (m_playing)
-        countDropped(picture.frame);
+    shown.refined = shown.refined && picture.request >= m_request && !m_changed;
     const bool flying = m_keys.any();
     if (!m_flown || (picture.request >= m_request && !flying))
         m_flyer.setCamera(picture.camera);
@@ -234,6 +272,7 @@ void LiveSession::beginFlying()
     play(false);
     if (m_flown)
         return;
+    m_flyer.setCamera(present());
     m_flown = true;
     emit stateChanged();
 }
@@ -257,7 +296,7 @@ ViewCamera LiveSession::present() const
     if (m_flown)
         return m_flyer.camera();
     const std::optional<FrameCamera> camera = cameraOf(document(), m_frame);
-    return camera ? viewOf(*camera) : ViewCamera();
+    return camera ? viewOf(*camera) : m_flyer.camera();
 }
 
 void LiveSession::flyTo(const ViewCamera &camera, bool moving)
@@ -353,7 +392,7 @@ void LiveSession::setEnd(FlightEnd end)
 {
     if (!m_scenery || !isStraight())
         return;
-    const ViewCamera camera = Flyer::onSteps(m_flyer.camera());
+    const ViewCamera camera = Flyer::onSteps(present());
     m_scenery->delegate().editForm([&](SceneryData &data) {
         const bool isLast = end == FlightEnd::Last;
         (isLast ? data.BeobXE : data.BeobXA) = camera.x;
@@ -371,7 +410,7 @@ void LiveSession::addControlPoint()
 {
     if (!m_scenery || isStraight())
         return;
-    const ViewCamera camera = m_flyer.camera();
+    const ViewCamera camera = present();
     const auto whole = [](double v) { return static_cast<int>(std::lround(v)); };
     m_scenery->delegate().addControlPoint(whole(camera.x), whole(camera.y),
                                           whole(camera.z));
@@ -412,7 +451,6 @@ void LiveSession::play(bool on)
     if (on == m_playing || (on && (!m_scenery || frames() < 2)))
         return;
     m_playing = on;
-    m_lastPlayed = -1;
     if (on) {
         m_flown = false;
         if (m_frame >= frames() - 1)
@@ -422,7 +460,9 @@ void LiveSession::play(bool on)
         // Twice a frame, so that none is missed by the rounding of the timer.
         m_playTimer.start(std::max(500 / framesPerSecond(), 1));
         ask(true);
+        m_view.beginPlay(m_request, frames());
     } else {
+        m_view.endPlay();
         m_playTimer.stop();
         ask(false);
     }
@@ -442,13 +482,4 @@ void LiveSession::playTick()
     const int now = static_cast<int>(frame % all);
     if (now != m_frame)
         setFrame(now, true);
-}
-
-// From one picture that was seen to the next.
-void LiveSession::countDropped(int frame)
-{
-    const int all = frames();
-    if (m_lastPlayed >= 0 && frame != m_lastPlayed)
-        m_view.countDropped((frame - m_lastPlayed + all) % all - 1);
-    m_lastPlayed = frame;
 }

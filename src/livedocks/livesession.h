@@ -6,6 +6,7 @@
 #include "scene/standardcamera.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -84,7 +85,8 @@ private:
     void keysChanged(const FlyKeys &keys, bool pressed);
     void flyTick();
     void playTick();
-    void countDropped(int frame);
+    void noteChange();
+    void keepPlace();
     /// Asks for pictures of the present state.
     void ask(bool moving, bool fill = false);
 
@@ -105,9 +107,18 @@ private:
     QTimer m_playTimer;
     QElapsedTimer m_playClock;
     int m_playedFrom = 0;    // the frame at which the clock began
-    int m_lastPlayed = -1;   // of the pictures seen
     QTimer m_change;         // gathers changes of the document
     QTimer m_watch;          // looks at the files
     SceneryDocument m_known; // as it was when it changed last
+    bool m_changed = false;  // and has changed since
     quint64 m_request = 0;
+    quint64 m_oldest = 0; // request whose pictures are those of this scenery
+    // Where the view was in each scenery.
+    struct Place {
+        int frame = 0;
+        std::optional<ViewCamera> flown;
+    };
+    QHash<const SceneryMdiChild *, Place> m_places;
+    const SceneryMdiChild *m_placeOf = nullptr; // the scenery, also while it goes
+    QObject m_guard; // of connections that stay for all of a scenery's life
 };

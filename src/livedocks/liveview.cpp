@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace {
 
 constexpr int WheelNotch = 120; // eighths of a degree
@@ -102,7 +104,7 @@ void LiveView::showMessage(const QString &message)
 
 void LiveView::inputAsked(quint64 request)
 {
-    if (m_input.isValid())
+    if (std::exchange(m_inputWaits, false))
         m_inputRequest = request;
 }
 
@@ -160,11 +162,35 @@ void LiveView::countPainted()
         return;
     m_unpainted = false;
     ++m_paintedPictures;
+    countDropped();
     m_refined = m_shown.refined;
     if (m_inputRequest != 0 && m_shown.request >= m_inputRequest) {
         m_answer = static_cast<double>(m_input.nsecsElapsed()) / 1e6;
         m_inputRequest = 0;
     }
+}
+
+void LiveView::beginInput()
+{
+    m_input.start();
+    m_inputWaits = true;
+}
+
+void LiveView::beginPlay(quint64 request, int frames)
+{
+    m_playRequest = request;
+    m_playFrames = frames;
+    m_lastPlayed = -1;
+}
+
+// Frames between one picture that was painted and the next.
+void LiveView::countDropped()
+{
+    if (m_playFrames == 0 || m_shown.request < m_playRequest)
+        return;
+    if (m_lastPlayed >= 0 && m_frame != m_lastPlayed)
+        m_dropped += (m_frame - m_lastPlayed + m_playFrames) % m_playFrames - 1;
+    m_lastPlayed = m_frame;
 }
 
 void LiveView::resizeEvent(QResizeEvent *) { emit resized(); }
@@ -174,8 +200,8 @@ void LiveView::resizeEvent(QResizeEvent *) { emit resized(); }
 bool LiveView::steer(const QKeyEvent *event, bool held)
 {
     bool *const key = switchOf(m_keys, event->key());
-    if (!key ||
-        event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+    constexpr auto Others = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (!key || (held && event->modifiers() & Others))
         return false;
     if (event->isAutoRepeat())
         return true;

@@ -44,7 +44,10 @@ public:
     [[nodiscard]] int shown() const { return m_paintedPictures; }
     /// Frames that Play passed over since the start.
     [[nodiscard]] int dropped() const { return m_dropped; }
-    void countDropped(int frames) { m_dropped += frames; }
+    /// Frames are played from this request on, of so many; those that are passed over are
+    /// counted until endPlay().
+    void beginPlay(quint64 request, int frames);
+    void endPlay() { m_playFrames = 0; }
     /// From the last input to the end of painting its first picture; -1 before.
     [[nodiscard]] double answerMilliseconds() const { return m_answer; }
 
@@ -58,7 +61,9 @@ public:
         m_refined = false;
         m_shown.refined = false;
     }
-    /// An input was answered by this request.
+    /// Something was done that pictures answer.
+    void beginInput();
+    /// Pictures of this request answer what was done last.
     void inputAsked(quint64 request);
     /// Where the pictures that are wanted are as wide as this, in device pixels.
     [[nodiscard]] QSize deviceSize() const;
@@ -89,10 +94,10 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    void beginInput() { m_input.start(); }
     bool steer(const QKeyEvent *event, bool held);
     void releaseKeys();
     void countPainted();
+    void countDropped();
 
     LivePicture m_shown;
     Source m_source = Source::Frame;
@@ -104,7 +109,11 @@ private:
     int m_dropped = 0;
     double m_answer = -1.0;
     QElapsedTimer m_input;      // since the last one
+    bool m_inputWaits = false;  // for a request
     quint64 m_inputRequest = 0; // that answers it; 0 where it is answered
+    quint64 m_playRequest = 0;  // the first one of a play
+    int m_playFrames = 0;       // of the flight that is played; 0 while none is
+    int m_lastPlayed = -1;      // of the pictures that were painted
     FlyKeys m_keys;
     QPointF m_pointer; // of a drag
     bool m_dragging = false;

@@ -137,7 +137,8 @@ void MapDock::showGround()
         file = m_session.scenery()->delegate().inputFile(
             m_session.document().parameters.TDateiname);
     const QDateTime time = QFileInfo(file).lastModified();
-    if (file == m_file && time == m_time)
+    // One that is on its way cannot be stopped; it is followed by the one that is wanted.
+    if ((file == m_file && time == m_time) || m_loading->isOn())
         return;
     m_file = file;
     m_time = time;
@@ -151,5 +152,8 @@ void MapDock::showGround()
                     whole.scaled(QSize(LongestSide, LongestSide).boundedTo(whole.size()),
                                  Qt::KeepAspectRatio, Qt::SmoothTransformation);
         },
-        [this, loaded] { m_view->setGround(*loaded); });
+        [this, loaded] {
+            m_view->setGround(*loaded);
+            showGround();
+        });
 }

@@ -49,7 +49,7 @@ private slots:
         scenery()
             ->findChild<QDoubleSpinBox *>("doubleSpinBoxCameraFromHeading")
             ->setValue(12.0);
-        QVERIFY(!QTest::qWaitFor([] { return false; }, 1));
+        QVERIFY(!view()->isRefined());
         QVERIFY(rests());
         QVERIFY(view()->picture() != before);
         QCOMPARE(view()->camera()[3].toDouble(), 12.0);
@@ -233,6 +233,30 @@ private slots:
         QVERIFY(view()->picture().isNull());
         QVERIFY(!view()->message().isEmpty());
         QVERIFY(!child<QPushButton>("pushButtonReposition")->isEnabled());
+    }
+
+    // Each scenery keeps its place; the one that is closed leaves the other one's alone.
+    void sceneriesKeepTheirPlaces()
+    {
+        QVERIFY(QFile::copy(m_dir->filePath("run.zph"), m_dir->filePath("other.zph")));
+        child<QSlider>("timelineSlider")->setValue(4);
+        QVERIFY(rests());
+        m_window->open(m_dir->filePath("other.zph"));
+        QVERIFY(rests());
+        QCOMPARE(view()->frame(), 0);
+        windows().last()->close();
+        QVERIFY(rests());
+        QTest::qWait(0);
+        QCOMPARE(view()->frame(), 4);
+        QCOMPARE(view()->message(), QString());
+    }
+
+    void aRunLeavesARefinedPicture()
+    {
+        action("action_Preview")->trigger();
+        QTRY_VERIFY(!scenery()->isRendering());
+        m_window->findChild<QMdiArea *>()->setActiveSubWindow(windows().first());
+        QVERIFY(rests());
     }
 
     void theDockOpensAgain()

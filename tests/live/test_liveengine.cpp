@@ -18,7 +18,7 @@ class Watcher {
 public:
     Watcher()
     {
-        QObject::connect(&engine, &LiveEngine::drawn,
+        QObject::connect(&engine, &LiveEngine::drawn, &context,
                          [this](const LivePicture &picture) { drawn.append(picture); });
     }
 
@@ -35,8 +35,9 @@ public:
         return came ? drawn.last() : LivePicture();
     }
 
-    LiveEngine engine;
     QList<LivePicture> drawn;
+    QObject context;   // of this thread
+    LiveEngine engine; // the first to go
 };
 
 } // namespace
