@@ -39,7 +39,6 @@ private:
 LiveEngine::LiveEngine(QObject *parent)
     : QObject(parent), m_sweep(std::make_unique<TerrainSweep>())
 {
-    qRegisterMetaType<LivePicture>();
     m_thread = std::thread([this] { work(); });
 }
 
@@ -111,6 +110,26 @@ bool LiveEngine::filesHaveChanged(const LiveRequest &drawn) const
     return m_inputs.hasChanged(files.texture, files.elevation);
 }
 
+void LiveEngine::handOver(const LivePicture &picture)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_drawn.push_back(picture);
+    }
+    QMetaObject::invokeMethod(this, "deliver", Qt::QueuedConnection);
+}
+
+void LiveEngine::deliver()
+{
+    std::vector<LivePicture> pictures;
+    {
+        const std::lock_guard lock(m_mutex);
+        pictures.swap(m_drawn);
+    }
+    for (const LivePicture &picture : pictures)
+        emit drawn(picture);
+}
+
 void LiveEngine::leaveCoresToTheRun()
 {
     std::unique_lock lock(m_mutex);
@@ -140,7 +159,7 @@ void LiveEngine::answer(const LiveRequest &wanted, quint64 number)
         picture.groundHeight = frame.groundHeight();
         if (!frame.canBeDrawn()) {
             picture.last = true;
-            emit drawn(picture);
+            handOver(picture);
             return;
         }
         const double seconds = wanted.besideRun ? SecondsBesideARun : SecondsWhileMoving;
@@ -153,7 +172,7 @@ void LiveEngine::answer(const LiveRequest &wanted, quint64 number)
         const bool stays = !wanted.moving && !wanted.besideRun && !isFinal;
         picture.refined = isFinal && !wanted.moving;
         picture.last = !stays;
-        emit drawn(picture);
+        handOver(picture);
         if (stays)
             refine(frame, std::move(picture),
                    LiveLevels::work(level, frame.fullSize(), frame.fullMesh()));
@@ -164,7 +183,7 @@ void LiveEngine::answer(const LiveRequest &wanted, quint64 number)
         picture.refined = false;
         picture.last = true;
         picture.message = tr("There is not enough memory for this picture.");
-        emit drawn(picture);
+        handOver(picture);
     }
 }
 
@@ -177,14 +196,14 @@ void LiveEngine::refine(const LiveFrame &frame, LivePicture picture, double work
         if (LiveLevels::work(level, full, mesh) > 2 * workDone) {
             if (!drawLevel(frame, &level, false, picture))
                 return;
-            emit drawn(picture);
+            handOver(picture);
         }
     }
     if (!drawLevel(frame, nullptr, false, picture))
         return;
     picture.refined = true;
     picture.last = true;
-    emit drawn(picture);
+    handOver(picture);
 }
 
 // False where it was ended by a newer request.

@@ -12,6 +12,7 @@
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <vector>
 
 class LiveFrame;
 class TerrainSweep;
@@ -46,6 +47,9 @@ signals:
     /// newest any more.
     void drawn(const LivePicture &picture);
 
+private slots:
+    void deliver();
+
 private:
     class Interruption;
 
@@ -57,6 +61,8 @@ private:
                    LivePicture &picture);
     [[nodiscard]] bool filesHaveChanged(const LiveRequest &drawn) const;
     void leaveCoresToTheRun();
+    /// Gives a picture to the thread of this object, which delivers it.
+    void handOver(const LivePicture &picture);
 
     std::mutex m_mutex;
     std::condition_variable m_wake;
@@ -64,6 +70,7 @@ private:
     quint64 m_number = 0;                // of the newest request
     bool m_lookForChanges = false;
     bool m_quit = false;
+    std::vector<LivePicture> m_drawn; // not yet delivered
     // Whether the picture in hand is to end: a newer request waits, or the end.
     std::atomic<bool> m_interrupted = false;
     std::atomic<bool> m_ending = false;

@@ -4,7 +4,6 @@
 #include "scene/scenerydocument.h"
 
 #include <QImage>
-#include <QMetaType>
 #include <QSize>
 #include <QString>
 
@@ -51,5 +50,3 @@ struct LivePicture {
     bool last = false;                  ///< nothing better follows for this request
     QString message;                    ///< what is missing, or empty
 };
-
-Q_DECLARE_METATYPE(LivePicture)
