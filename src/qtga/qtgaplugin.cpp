@@ -5,6 +5,8 @@
 #include <QIODevice>
 #include <QtPlugin>
 
+#include <new>
+
 QStringList QTgaPlugin::keys() const { return {QStringLiteral("tga")}; }
 
 QImageIOPlugin::Capabilities QTgaPlugin::capabilities(QIODevice *device,
@@ -15,8 +17,13 @@ QImageIOPlugin::Capabilities QTgaPlugin::capabilities(QIODevice *device,
     if (!format.isEmpty() || !device || !device->isOpen())
         return {};
     Capabilities result;
-    if (device->isReadable() && QTgaHandler::canRead(device))
-        result |= CanRead;
+    // The toolkit asks under a lock that an exception would leave locked.
+    try {
+        if (device->isReadable() && QTgaHandler::canRead(device))
+            result |= CanRead;
+    } catch (const std::bad_alloc &) {
+        return {};
+    }
     if (device->isWritable())
         result |= CanWrite;
     return result;

@@ -154,10 +154,19 @@ bool mayBeDrawn(const QString &name, const QByteArray &format)
     return false;
 }
 
+// Makes the plug-ins that are part of the program. The toolkit would do so under a lock
+// which it never lets go where memory runs out meanwhile: other threads that read or
+// write pictures would wait for ever.
+void makeOwnPlugins()
+{
+    [[maybe_unused]] static const auto made = QPluginLoader::staticInstances().size();
+}
+
 } // namespace
 
 QImage loadImageFile(const QString &name, const QByteArray &format, PictureUse use)
 {
+    makeOwnPlugins();
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
         return {};
@@ -182,6 +191,7 @@ Result<void> saveImageFile(const QImage &image, const QString &name, Progress &p
 {
     if (image.isNull())
         return failed(qt_error_string(ENOMEM));
+    makeOwnPlugins();
     Asked asked(progress);
     QString reason, fromWriter;
     const bool written = writeWholeFile(
