@@ -24,7 +24,7 @@ struct BatchOptions {
     std::optional<int> quality;
     std::optional<QSize> size;
     std::optional<QSize> within; // frames keep their shape and fit into it
-    int threads = 0; // that draw a frame; 0 stands for all cores
+    int threads = 0;             // that draw a frame; 0 stands for all cores
 };
 
 /// How reading the command line ended.
