@@ -4,6 +4,7 @@
 #include <QStyle>
 #include <QStyleOptionSlider>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -43,20 +44,37 @@ QSize Timeline::minimumSizeHint() const
     return QSlider::minimumSizeHint() + QSize(0, MarkHeight + StripHeight);
 }
 
-double Timeline::placeOf(double frame) const
+Timeline::Scale Timeline::scale() const
 {
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option,
-                                                 QStyle::SC_SliderGroove, this);
-    const int handle =
-        style()
-            ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this)
-            .width();
+    const auto part = [&](QStyle::SubControl control) {
+        return style()->subControlRect(QStyle::CC_Slider, &option, control, this);
+    };
+    const QRect groove = part(QStyle::SC_SliderGroove);
+    const int handle = part(QStyle::SC_SliderHandle).width();
     const double span = maximum() > minimum() ? maximum() - minimum() : 1;
-    const double part = (frame - minimum()) / span;
-    const double shown = option.upsideDown ? 1 - part : part;
-    return groove.left() + handle / 2.0 + shown * (groove.width() - handle);
+    const double step = (groove.width() - handle) / span;
+    const double left = groove.left() + handle / 2.0;
+    const double right = left + groove.width() - handle;
+    const Scale from = option.upsideDown ? Scale{right, -step} : Scale{left, step};
+    return {from.origin - minimum() * from.step, from.step};
+}
+
+// Frames that follow each other are one strip: there may be thousands.
+void Timeline::paintFiles(QPainter &painter, const Scale &scale, double bottom) const
+{
+    const std::vector<int> &files = m_marks.files;
+    for (std::size_t first = 0; first < files.size();) {
+        std::size_t last = first;
+        while (last + 1 < files.size() && files[last + 1] == files[last] + 1)
+            ++last;
+        const double one = scale.at(files[first]), other = scale.at(files[last]);
+        const double left = std::min(one, other), right = std::max(one, other);
+        painter.drawRect(
+            QRectF(left - 1, bottom - StripHeight, right - left + 2, StripHeight));
+        first = last + 1;
+    }
 }
 
 void Timeline::paintEvent(QPaintEvent *event)
@@ -67,13 +85,12 @@ void Timeline::paintEvent(QPaintEvent *event)
     const double bottom = height() - 0.5;
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().color(QPalette::Highlight));
-    for (const int frame : m_marks.files)
-        painter.drawRect(
-            QRectF(placeOf(frame) - 1, bottom - StripHeight, 2, StripHeight));
+    const Scale places = scale();
+    paintFiles(painter, places, bottom);
     const QColor ink = palette().color(QPalette::WindowText);
     painter.setPen(ink);
     for (const double frame : m_marks.points) {
-        const double x = placeOf(frame);
+        const double x = places.at(frame);
         painter.drawLine(QPointF(x, bottom - MarkHeight - StripHeight),
                          QPointF(x, bottom - StripHeight));
     }
@@ -83,7 +100,7 @@ void Timeline::paintEvent(QPaintEvent *event)
     for (const auto &[frame, side] : {std::pair{m_marks.from, 1}, {m_marks.to, -1}}) {
         if (frame < minimum() || frame > maximum())
             continue;
-        const double x = placeOf(frame);
+        const double x = places.at(frame);
         painter.drawPolygon(
             QPolygonF({QPointF(x, top), QPointF(x, top + MarkHeight),
                        QPointF(x + side * MarkHeight, top + MarkHeight)}));

@@ -28,7 +28,14 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    [[nodiscard]] double placeOf(double frame) const;
+    // Where frames stand: the first one, and the way from one to the next.
+    struct Scale {
+        double origin, step;
+
+        [[nodiscard]] double at(double frame) const { return origin + frame * step; }
+    };
+    [[nodiscard]] Scale scale() const;
+    void paintFiles(QPainter &painter, const Scale &scale, double bottom) const;
 
     Marks m_marks;
 };

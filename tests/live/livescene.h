@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/progress.h"
+#include "live/livepicture.h"
 #include "raster/elevationimage.h"
 #include "run/flightrun.h"
 #include "run/runlistener.h"
@@ -70,6 +71,16 @@ public:
         if (seed % 4 == 3)
             curve(document);
         return document;
+    }
+
+    /// The first frame of such a scenery, in a view of that size.
+    [[nodiscard]] LiveRequest request(quint32 seed, QSize view) const
+    {
+        LiveRequest wanted;
+        wanted.document = document(seed);
+        wanted.folder = folder();
+        wanted.view = view;
+        return wanted;
     }
 
     /// The frame as a run writes it that fits into a size.

@@ -51,11 +51,8 @@ private slots:
         const LiveScene scene;
         Watcher watcher;
         for (quint32 seed = 1; seed <= 20; ++seed) {
-            LiveRequest wanted;
-            wanted.document = scene.document(seed);
-            wanted.folder = scene.folder();
+            LiveRequest wanted = scene.request(seed, {70, 61});
             wanted.frame = static_cast<int>(seed % 9);
-            wanted.view = {70, 61};
             const LivePicture picture = watcher.last(wanted);
             QCOMPARE(picture.message, QString());
             QVERIFY(picture.refined);
@@ -72,10 +69,7 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(1);
-        wanted.folder = scene.folder();
-        wanted.view = {400, 300};
+        LiveRequest wanted = scene.request(1, {400, 300});
         wanted.moving = true;
         const LivePicture picture = watcher.last(wanted);
         QVERIFY(!picture.image.isNull());
@@ -88,10 +82,7 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(2);
-        wanted.folder = scene.folder();
-        wanted.view = {300, 260};
+        LiveRequest wanted = scene.request(2, {300, 260});
         for (int frame = 0; frame < 200; ++frame) {
             wanted.frame = frame % 9;
             watcher.engine.request(wanted);
@@ -112,10 +103,7 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(4);
-        wanted.folder = scene.folder();
-        wanted.view = {64, 64};
+        LiveRequest wanted = scene.request(4, {64, 64});
         wanted.camera =
             Flyer::onSteps({20.123, -9.876, 19.999, 3.3333, -31.009, 1.5, 44.4});
         const LivePicture flown = watcher.last(wanted);
@@ -136,10 +124,7 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(1);
-        wanted.folder = scene.folder();
-        wanted.view = {64, 64};
+        LiveRequest wanted = scene.request(1, {64, 64});
         wanted.camera = {20, 20, 500, 0, -20, 0, 50};
         wanted.clearance = 2.5;
         const LivePicture picture = watcher.last(wanted);
@@ -151,12 +136,9 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(1);
+        LiveRequest wanted = scene.request(1, {200, 200});
         wanted.document.parameters.HintergrundVerwenden = true;
         wanted.document.parameters.Hintergrund = 0xFFFE0102u;
-        wanted.folder = scene.folder();
-        wanted.view = {200, 200};
         wanted.camera = {24, -80, 90, 0, -5, 0, 60};
         wanted.fill = true;
         const LivePicture picture = watcher.last(wanted);
@@ -173,10 +155,7 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(1);
-        wanted.folder = scene.folder();
-        wanted.view = {64, 64};
+        LiveRequest wanted = scene.request(1, {64, 64});
         wanted.document.parameters.TDateiname = "no.png";
         const LivePicture white = watcher.last(wanted);
         QVERIFY(white.refined);
@@ -203,10 +182,7 @@ private slots:
     {
         const LiveScene scene;
         Watcher watcher;
-        LiveRequest wanted;
-        wanted.document = scene.document(1);
-        wanted.folder = scene.folder();
-        wanted.view = {64, 64};
+        LiveRequest wanted = scene.request(1, {64, 64});
         const QImage before = watcher.last(wanted).image;
         watcher.engine.lookForChanges(); // nothing has changed
         watcher.drawn.clear();
@@ -228,10 +204,7 @@ private slots:
         const LiveScene scene;
         for (quint32 seed = 1; seed <= 12; ++seed) {
             LiveEngine engine;
-            LiveRequest wanted;
-            wanted.document = scene.document(seed);
-            wanted.folder = scene.folder();
-            wanted.view = {700, 700};
+            LiveRequest wanted = scene.request(seed, {700, 700});
             engine.request(wanted);
             if (seed % 2)
                 QTest::qWait(5);
